@@ -1,0 +1,59 @@
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+#include <string_view>
+
+namespace numeric
+{
+
+/// The number written in one token of a text file, exactly as QString::toDouble reads it: correctly rounded, with a
+/// decimal point whatever the locale, 0 when the token is no number. Usual tokens take a fast path, everything else
+/// goes to QString::toDouble itself.
+double textToDouble(std::string_view token);
+
+/// The integer (base 10) in one token, exactly as QString::toInt reads it: 0 when it is none or does not fit.
+int textToInt(std::string_view token);
+
+/// Reads the plain decimal number (an optional minus, digits, an optional point, digits) that starts at `p`.
+/// On success moves `p` behind its last digit and returns true; the caller looks at what follows. Returns false, `p`
+/// unmoved, for anything else and for numbers whose value is not one exact division away.
+inline bool readPlainDecimal(const char *&p, const char *end, double *value)
+{
+    // Both factors of mantissa / 10^decimals are exact doubles, so the one division rounds correctly.
+    static constexpr double powersOfTen[] = {1e0,  1e1,  1e2,  1e3,  1e4,  1e5,  1e6,  1e7,  1e8,  1e9, 1e10,
+                                             1e11, 1e12, 1e13, 1e14, 1e15, 1e16, 1e17, 1e18, 1e19, 1e20};
+    constexpr std::uint64_t exactLimit = std::uint64_t(1) << 53;
+
+    const char *s = p;
+    const bool negative = s != end && *s == '-';
+    if (negative)
+        ++s;
+    std::uint64_t mantissa = 0;
+    const char *const digits = s;
+    unsigned digit;
+    while (s != end && (digit = static_cast<unsigned>(*s) - '0') <= 9) {
+        mantissa = mantissa * 10 + digit;
+        ++s;
+    }
+    auto count = s - digits;
+    std::ptrdiff_t decimals = 0;
+    if (s != end && *s == '.') {
+        const char *const afterPoint = ++s;
+        while (s != end && (digit = static_cast<unsigned>(*s) - '0') <= 9) {
+            mantissa = mantissa * 10 + digit;
+            ++s;
+        }
+        decimals = s - afterPoint;
+        count += decimals;
+    }
+    if (count == 0 || count > 19 || mantissa > exactLimit) // 19 digits always fit 64 bits
+        return false;
+    const double magnitude = static_cast<double>(mantissa);
+    const double result = decimals == 0 ? magnitude : magnitude / powersOfTen[decimals];
+    *value = negative ? -result : result;
+    p = s;
+    return true;
+}
+
+} // namespace numeric

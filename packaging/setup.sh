@@ -1,0 +1,54 @@
+# Sourced by ./run and ./check: installs what the build needs and stops with one sentence where it cannot.
+
+say() { printf '== %s\n' "$*"; }
+stop() {
+    printf 'flokluk: %s\n' "$*" >&2
+    exit 1
+}
+
+# install_packages PACKAGE ...: makes sure that these Debian packages are there; installed ones cost nothing.
+install_packages() {
+    if ! command -v dpkg-query >/dev/null || ! command -v apt-get >/dev/null; then
+        say "no apt-get here: expecting the packages listed in README.md to be installed already"
+        return
+    fi
+    local missing=() package
+    for package in "$@"; do
+        [ "$(dpkg-query -W -f='${db:Status-Status}' "$package" 2>/dev/null)" = installed ] || missing+=("$package")
+    done
+    [ ${#missing[@]} -gt 0 ] || return 0
+
+    local as_root=()
+    if [ "$(id -u)" != 0 ]; then
+        command -v sudo >/dev/null || stop "please install these packages as root: ${missing[*]}"
+        as_root=(sudo)
+    fi
+    say "installing ${missing[*]}"
+    local log
+    log=$(mktemp)
+    if ! { "${as_root[@]}" apt-get update && "${as_root[@]}" env DEBIAN_FRONTEND=noninteractive \
+        apt-get install -y --no-install-recommends "${missing[@]}"; } >"$log" 2>&1; then
+        tail -n 5 "$log" >&2
+        rm -f "$log"
+        stop "could not install ${missing[*]} with apt-get (its last words stand above)"
+    fi
+    rm -f "$log"
+}
+
+# build PRESET [TARGET ...]: configures once, then builds; quiet unless something goes wrong.
+build() {
+    local preset=$1
+    shift
+    command -v cmake >/dev/null || stop "cmake 3.21 or newer is needed and was not found"
+    if [ ! -f "build/$preset/build.ninja" ]; then
+        say "configuring build/$preset"
+        cmake --preset "$preset" >"configure-$preset.log" 2>&1 || {
+            tail -n 20 "configure-$preset.log" >&2
+            rm -f "configure-$preset.log"
+            stop "cmake could not configure the project (its last words stand above)"
+        }
+        rm -f "configure-$preset.log"
+    fi
+    say "building build/$preset"
+    cmake --build --preset "$preset" ${1:+--target "$@"} || stop "the build failed (see above)"
+}
