@@ -1,0 +1,16 @@
+#pragma once
+
+namespace numeric
+{
+
+/// Space that appendG6 needs at most.
+constexpr int g6MaxLength = 16;
+
+/// Writes `value` in general format with six significant digits, as QString::number(value, 'g', 6) does (ties away
+/// from zero, no sign on a zero or a NaN), and returns the end of the text. No terminating NUL.
+char *writeG6(double value, char *out);
+
+/// writeG6, right-aligned in at least ten characters.
+char *writeG6Padded(double value, char *out);
+
+} // namespace numeric
