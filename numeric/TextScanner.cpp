@@ -21,6 +21,8 @@ bool LineScanner::next(std::string_view *line)
 
 QString simplifiedLine(std::string_view line)
 {
+    constexpr std::size_t longest = 1 << 28; // what a QString holds and no line of a measurement reaches
+    line = line.substr(0, longest);
     const QByteArray bytes = QByteArray::fromRawData(line.data(), static_cast<int>(line.size()));
     QTextCodec::ConverterState state;
     const QString text = QTextCodec::codecForName("UTF-8")->toUnicode(bytes.constData(), bytes.size(), &state);

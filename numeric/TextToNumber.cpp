@@ -13,6 +13,9 @@ namespace
 
 QString toQString(std::string_view token)
 {
+    constexpr std::size_t longest = 1 << 28; // what a QString holds; a longer token is no number
+    if (token.size() > longest)
+        return {};
     return QString::fromUtf8(token.data(), static_cast<int>(token.size()));
 }
 
