@@ -1,0 +1,125 @@
+#include "mapdata/PixelLineParser.h"
+
+#include "numeric/TextScanner.h"
+#include "numeric/TextToNumber.h"
+
+#include <cstring>
+
+namespace
+{
+
+/// Lines whose record lies within so many tokens take the fast path.
+constexpr int usualTokens = 16;
+
+bool isBlank(char c)
+{
+    return c == ' ' || c == '\t' || c == '\r';
+}
+
+} // namespace
+
+bool isHeaderLine(std::string_view line)
+{
+    numeric::TokenScanner scanner(line);
+    std::string_view token;
+    return scanner.next(&token) && token.front() == '#';
+}
+
+PixelLineParser::PixelLineParser(const MapHeader &header, const A2DData::Columns &columns, qint64 first, qint64 slots)
+    : m_header(header)
+    , m_layout(header.layout())
+    , m_columns(columns)
+    , m_first(first)
+    , m_next(first)
+    , m_end(first + slots)
+{
+}
+
+void PixelLineParser::parse(std::string_view block)
+{
+    const qint64 firstOfBlock = m_next;
+    const char *p = block.data();
+    const char *const end = p + block.size();
+    while (p != end) {
+        if (readUsualLine(p, end))
+            continue;
+        const auto *feed = static_cast<const char *>(std::memchr(p, '\n', static_cast<std::size_t>(end - p)));
+        const char *const lineEnd = feed ? feed : end;
+        readAnyLine(std::string_view(p, static_cast<std::size_t>(lineEnd - p)));
+        p = feed ? feed + 1 : end;
+    }
+    for (qint64 i = firstOfBlock; i < m_next; ++i) // while the values are still in the cache
+        m_columns.absorption[i] = pixelAbsorption(m_columns.I[i], m_columns.I0[i]);
+}
+
+/// Reads a line of plain decimals between blanks, as measuring programs write them, straight from the block and moves
+/// `p` behind its line feed. Returns false, with nothing done, for any other line.
+inline bool PixelLineParser::readUsualLine(const char *&p, const char *end)
+{
+    if (m_layout.tokensNeeded > usualTokens)
+        return false;
+    double values[usualTokens];
+    const char *s = p;
+    const auto needed = static_cast<int>(m_layout.tokensNeeded);
+    for (int k = 0; k < needed; ++k) {
+        while (s != end && isBlank(*s))
+            ++s;
+        if (k == 3 && m_layout.threeMakeARecord && s != end && *s == '\n') {
+            values[3] = 1.0;
+            break;
+        }
+        if (!numeric::readPlainDecimal(s, end, &values[k]) || s == end || !(isBlank(*s) || *s == '\n'))
+            return false;
+    }
+    if (*s != '\n') {
+        s = static_cast<const char *>(std::memchr(s, '\n', static_cast<std::size_t>(end - s)));
+        if (!s)
+            return false;
+    }
+    p = s + 1;
+    add(values[0], values[1], values[m_layout.tokenI], values[m_layout.tokenI0]);
+    return true;
+}
+
+inline void PixelLineParser::add(double x, double y, double I, double I0)
+{
+    if (m_next == m_end)
+        return;
+    m_columns.x[m_next] = x;
+    m_columns.y[m_next] = y;
+    m_columns.I[m_next] = I;
+    m_columns.I0[m_next] = I0;
+    ++m_next;
+}
+
+void PixelLineParser::readAnyLine(std::string_view line)
+{
+    if (isHeaderLine(line)) {
+        m_header.addLine(numeric::simplifiedLine(line), false);
+        m_layout = m_header.layout();
+    } else {
+        readDataLine(line);
+    }
+}
+
+void PixelLineParser::readDataLine(std::string_view line)
+{
+    std::string_view x, y, I, I0;
+    std::string_view token;
+    numeric::TokenScanner scanner(line);
+    qint64 tokens = 0;
+    for (; tokens < m_layout.tokensNeeded && scanner.next(&token); ++tokens) {
+        if (tokens == 0)
+            x = token;
+        if (tokens == 1)
+            y = token;
+        if (tokens == m_layout.tokenI)
+            I = token;
+        if (tokens == m_layout.tokenI0)
+            I0 = token;
+    }
+    if (tokens == m_layout.tokensNeeded)
+        add(numeric::textToDouble(x), numeric::textToDouble(y), numeric::textToDouble(I), numeric::textToDouble(I0));
+    else if (tokens == 3 && m_layout.threeMakeARecord)
+        add(numeric::textToDouble(x), numeric::textToDouble(y), numeric::textToDouble(I), 1.0);
+}
