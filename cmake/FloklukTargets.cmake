@@ -8,7 +8,7 @@ target_compile_options(flokluk_settings INTERFACE -ffp-contract=off
     -Wall -Wextra -Wpedantic -Wshadow -Wconversion
     $<$<BOOL:${FLOKLUK_WERROR}>:-Werror>)
 target_compile_definitions(flokluk_settings INTERFACE
-    QT_DISABLE_DEPRECATED_BEFORE=0x050B00 QT_NO_FOREACH QT_USE_QSTRINGBUILDER)
+    QT_DISABLE_DEPRECATED_BEFORE=0x050B00 QT_NO_FOREACH)
 
 # flokluk_library(NAME SOURCES ... LINK ...): a static library whose headers are included from the root.
 function(flokluk_library name)

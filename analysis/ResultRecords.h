@@ -1,0 +1,62 @@
+#pragma once
+
+#include "numeric/Plane.h"
+
+#include <QStringList>
+#include <QVector>
+
+#include <array>
+#include <cstddef>
+
+/// The result of one pixel.
+struct ResultRecord {
+    double x = 0.0; ///< position as in the map files
+    double y = 0.0;
+    double a = 0.0;         ///< fraction of the first reference
+    double t = 0.0;         ///< thickness: t/ts of the four-points method, total edge jump of the non-equivalent method
+    QVector<double> values; ///< the thirteen result quantities; empty for a four-points result
+};
+
+/// The results of the last map calculation, kept as one plane per quantity: width * height pixels row by row, x
+/// fastest. Memory is kept from run to run.
+class ResultRecords
+{
+public:
+    static constexpr int quantityCount = 13;
+
+    enum class Method { FourPoints, NonEquivalent };
+
+    /// Makes room for width x height pixels (both >= 0); the values are undefined until filled. The quantity planes
+    /// exist for a non-equivalent result only.
+    void reset(Method method, int width, int height);
+
+    Method method() const { return m_method; }
+    int width() const { return m_width; }
+    int height() const { return m_height; }
+    std::size_t count() const { return m_x.size(); }
+
+    /// Header lines of the first map file that took part, for the result file.
+    QStringList headerLines;
+
+    double *x() { return m_x.data(); }
+    double *y() { return m_y.data(); }
+    double *a() { return m_a.data(); }
+    double *t() { return m_t.data(); }
+    double *quantity(int position) { return m_quantities[static_cast<std::size_t>(position)].data(); }
+    const double *x() const { return m_x.data(); }
+    const double *y() const { return m_y.data(); }
+    const double *a() const { return m_a.data(); }
+    const double *t() const { return m_t.data(); }
+    /// Null when the method does not fill this quantity.
+    const double *quantity(int position) const { return m_quantities[static_cast<std::size_t>(position)].data(); }
+
+    /// All zero outside the records.
+    ResultRecord record(std::size_t index) const;
+
+private:
+    Method m_method = Method::FourPoints;
+    int m_width = 0;
+    int m_height = 0;
+    numeric::Plane m_x, m_y, m_a, m_t;
+    std::array<numeric::Plane, quantityCount> m_quantities;
+};

@@ -1,0 +1,40 @@
+#pragma once
+
+#include <QJsonObject>
+#include <QString>
+#include <QStringList>
+
+/// Takes typed values out of one JSON object of a job and remembers the first mistake: a missing or unknown key, or
+/// a value of the wrong type. After a mistake everything it gives is a default.
+class JobReader
+{
+public:
+    /// `where` names the object in messages, for example "references[0]"; `error` collects the first mistake of
+    /// several readers.
+    JobReader(const QJsonObject &object, const QString &where, QString *error);
+
+    bool has(const QString &key) const { return m_object.contains(key); }
+    QString text(const QString &key);
+    double number(const QString &key, double absent = 0.0);
+    bool truth(const QString &key, bool absent);
+    QJsonObject object(const QString &key);
+    QJsonArray array(const QString &key, int atMost);
+
+    /// A mistake when one of these keys is missing.
+    void require(const QStringList &keys);
+    /// A mistake when there is a key other than these.
+    void allowOnly(const QStringList &keys);
+
+    /// The name of a key in messages: where.key.
+    QString nameOf(const QString &key) const;
+
+private:
+    bool check(bool good, const QString &message);
+
+    QJsonObject m_object;
+    QString m_where;
+    QString *m_error;
+};
+
+/// The entry of `known` that takes the fewest changed letters to reach from `word`.
+QString nearestWord(const QString &word, const QStringList &known);
