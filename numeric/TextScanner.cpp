@@ -27,7 +27,7 @@ QString simplifiedLine(std::string_view line)
     QTextCodec::ConverterState state;
     const QString text = QTextCodec::codecForName("UTF-8")->toUnicode(bytes.constData(), bytes.size(), &state);
     const bool isUtf8 = state.invalidChars == 0 && state.remainingChars == 0;
-    return (isUtf8 ? text : QString::fromLocal8Bit(bytes)).simplified();
+    return (isUtf8 ? text : QString::fromLocal8Bit(bytes.constData(), bytes.size())).simplified();
 }
 
 int utf8MarkLength(std::string_view text)

@@ -476,6 +476,7 @@ void TestNumeric::lines()
     while (scanner.next(&line))
         got << simplifiedLine(line);
     QCOMPARE(got, QStringList({"a", "", "b", "last"}));
+    QCOMPARE(simplifiedLine(std::string_view("\xFF\0 a  b", 7)).mid(1), QString(QChar(0) + QStringLiteral(" a b"))); // not cut at NUL
     QCOMPARE(simplifiedLine("\xE8\xA9\xA6  \xE6\x96\x99"), QString::fromUtf8("\xE8\xA9\xA6 \xE6\x96\x99"));
 }
 
