@@ -165,8 +165,7 @@ QByteArray jobText(Method method)
             ",\n";
     text +=
         fourPoints ? "    \"TypeTMKisLS\": true,\n" : "    \"TypeNonEquiv\": true,\n    \"NonEquivBGLinear\": true,\n";
-    text += "    \"SubPreEforRef\": true,\n    \"SubPreEforTarget\": true,\n"
-            "    \"HgAFrom\": 1.5,\n    \"HgATo\": 4.5,\n    \"HgTFrom\": -0.2,\n    \"HgTTo\": 1.6\n  },\n";
+    text += "    \"SubPreEforRef\": true,\n    \"SubPreEforTarget\": true\n  },\n";
     text += QByteArray("  \"output\": {\"result\": \"") + (fourPoints ? "four-points.dat" : "non-equivalent.dat") +
             "\"}\n}\n";
     return text;

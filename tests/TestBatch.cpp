@@ -112,12 +112,14 @@ void TestBatch::wrongJobs_data()
     row("number as text", "\"valence\": 2", "\"valence\": \"2\"", "references\\[0\\]\\.valence must be a number");
     row("text as number", "\"ref1_valence2.dat\"", "5", "references\\[0\\]\\.file must be a text");
     row("missing spectrum", "ref2_valence3.dat", "nothing.dat", "references\\[1\\]\\.file: .*nothing.dat is missing");
-    row("a map as spectrum", "ref2_valence3.dat", "truth.txt", "references\\[1\\]\\.file: .*truth.txt is missing or no");
+    row("a map as spectrum", "ref2_valence3.dat", "truth.txt",
+        "references\\[1\\]\\.file: .*truth.txt is missing or no");
     row("a spectrum as target is a map", "target.dat", "truth.txt", "target\\.file: .*truth.txt");
     row("no V point", "\"vPoint\": true", "\"vPoint\": false", "energies: none that is used");
     row("one reference", "\"use\": true", "\"use\": false", "references: .* two that are used");
     row("missing map", "map3", "nomap3", "energies\\[2\\]\\.map: .*nomap3");
-    row("unusable map", "map", "./truth.txt\", \"\": \"", "no known key");
+    row("a map file that is none", "map1_8260.000eV.txt", "truth.txt",
+        "energies\\[0\\]\\.map: .*truth.txt is missing or no");
 }
 
 void TestBatch::wrongJobs()
