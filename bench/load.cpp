@@ -36,7 +36,7 @@ bool writeMap(const QString &path, int side)
         return false;
     file.write("# 1301 made for measuring\n# ENERGY : 7112.0 eV\n");
     for (int axis = 0; axis < 2; ++axis)
-        file.write("# AXIS " + QByteArray::number(axis) + " um 0 0.05 0.1 end " + QByteArray::number(side - 1) + '\n');
+        file.write("# AXIS " + QByteArray::number(axis) + " um 0 0.05 end " + QByteArray::number(side - 1) + '\n');
     std::uint64_t random = 1;
     char line[96];
     for (int iy = 0; iy < side; ++iy) {
