@@ -23,7 +23,8 @@ constexpr std::array<double, referenceCount> edgeJumps = {1.10, 0.86, 1.32};
 /// evenly spaced (1.49, 0.83, 0.18), so that there the mean valence alone counts; at 8348.5 and 8352 they differ in
 /// other proportions. At the last three the normalised references 1 and 2 cross, and reference 3 is once above,
 /// once below, once above them: there the absorption follows the thickness whatever the valence.
-constexpr std::array<double, mapCount> mapEnergies = {8260.0, 8310.0, 8345.4, 8348.5, 8352.0, 8388.9, 8409.5, 8460.5};
+constexpr std::array<double, mapCount> mapEnergies = {8260.0, 8310.0,  8345.4,  8348.5,
+                                                      8352.0, 8388.56, 8410.34, 8459.70};
 /// The index of the energy that depends on the valence most, the V point.
 constexpr int vPoint = 2;
 /// Whether an energy is an anchor of the four-points method: one where the normalised references agree.

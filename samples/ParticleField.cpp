@@ -63,8 +63,8 @@ ParticleField::Particle ParticleField::makeParticle(std::uint64_t seed, int inde
             amplitude = random.between(-0.09, 0.09) / (1 + lobes);
     }
     particle.thickness = 1.05 * std::sqrt(particle.radius / largest) * random.between(0.8, 1.0);
-    particle.coreEnd = random.between(0.05, 0.45);
-    particle.rimStart = particle.coreEnd + random.between(0.35, 0.5);
+    particle.coreEnd = random.between(0.05, 0.35);
+    particle.rimStart = particle.coreEnd + random.between(0.50, 0.65);
     particle.kind = index % 5 == 2 ? Kind::ThreeToFour : index % 5 == 4 ? Kind::Unreacted : Kind::TwoToThree;
     return particle;
 }
@@ -141,11 +141,12 @@ void ParticleField::addParticle(const Particle &particle, double x, double y, do
     if (depth >= 1.0)
         return;
 
-    const double coarse = noise(x, y, 0.055, 1);
-    const double fine = noise(x, y, 0.018, 2);
-    const double porosity = 0.80 + 0.25 * coarse + 0.15 * fine;
+    const double coarse = noise(x, y, 0.055, 1) - 0.5;
+    const double grains = noise(x, y, 0.016, 2) - 0.5;
+    const double fine = noise(x, y, 0.007, 3) - 0.5;
+    const double porosity = 1.0 + 0.22 * coarse + 0.16 * grains + 0.10 * fine;
     const double amount = particle.thickness * std::sqrt(1.0 - depth * depth) * porosity;
-    const double front = depth + 0.24 * (coarse - 0.5) + 0.14 * (noise(x, y, 0.025, 3) - 0.5);
+    const double front = depth + 0.22 * coarse + 0.12 * (noise(x, y, 0.025, 4) - 0.5) + 0.08 * fine;
     const double reacted = smoothStep((front - particle.coreEnd) / (particle.rimStart - particle.coreEnd));
     if (particle.kind == Kind::Unreacted) {
         amounts[0] += amount;
@@ -160,7 +161,7 @@ void ParticleField::fillRow(int y, Pixel *row) const
 {
     constexpr double slopePerBackground = -3.0 / edgeEnergy; // absorption falls with the third power of the energy
     const double py = (y + 0.5) * m_pixel;
-    const double stripe = 1.0 + 0.05 * (noise(0.0, py, 0.05, 4) - 0.5) + 0.03 * (noise(0.0, py, 0.015, 5) - 0.5);
+    const double stripe = 1.0 + 0.05 * (noise(0.0, py, 0.05, 5) - 0.5) + 0.03 * (noise(0.0, py, 0.015, 6) - 0.5);
     const double beamY = (y + 0.5) / m_height - 0.46;
     for (int x = 0; x < m_width; ++x) {
         const double px = (x + 0.5) * m_pixel;
@@ -182,7 +183,7 @@ void ParticleField::fillRow(int y, Pixel *row) const
             for (int j = 0; j < referenceCount; ++j)
                 pixel.valence += pixel.fractions[j] * valences[j];
         }
-        const double atEdge = 0.15 + 0.03 * noise(px, py, 0.4, 6) + 0.12 * total;
+        const double atEdge = 0.15 + 0.03 * noise(px, py, 0.4, 7) + 0.12 * total;
         pixel.backgroundSlope = slopePerBackground * atEdge;
         pixel.background = atEdge - pixel.backgroundSlope * edgeEnergy;
         const double beamX = (x + 0.5) / m_width - 0.55;

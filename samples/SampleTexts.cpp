@@ -49,7 +49,7 @@ QByteArray jobEnergies(Method method)
         const bool use = method == Method::NonEquivalent || k == vPoint || isAnchor[k];
         const double energy = mapEnergies[k];
         const bool lcf = energy > edgeEnergy + preEdgeEnd && energy < edgeEnergy + postEdgeStart;
-        text += "    {\"energy\": " + fixed(energy, 1) + ", \"map\": \"" + mapFileName(k) +
+        text += "    {\"energy\": " + fixed(energy, 2) + ", \"map\": \"" + mapFileName(k) +
                 "\", \"use\": " + (use ? "true" : "false") + ", \"vPoint\": " + (k == vPoint ? "true" : "false") +
                 ", \"lcf\": " + (lcf ? "true" : "false") + "}";
         text += k + 1 < mapCount ? ",\n" : "\n";
