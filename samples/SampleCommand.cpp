@@ -97,7 +97,7 @@ int runCommand(const QStringList &arguments, QTextStream &out, QTextStream &err)
     SampleOptions options;
     QString error = readOptions(parser, &options);
     if (!error.isEmpty()) {
-        err << name << error << '\n';
+        err << name << error.simplified() << '\n';
         return WrongArgument;
     }
     QStringList written;
