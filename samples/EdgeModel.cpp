@@ -1,6 +1,7 @@
 #include "samples/EdgeModel.h"
 
 #include "numeric/LinearSystem.h"
+#include "numeric/RealToInt.h"
 #include "samples/PortableMath.h"
 
 #include <algorithm>
@@ -99,8 +100,9 @@ std::vector<double> scanEnergies()
                                 {35, 100, 1},   {100, 301, 3}, {301, 799, 6}};
     std::vector<double> energies;
     for (const Range &range : ranges) {
-        for (double e = range.from; e < range.to; e += range.step) // exact: the steps are multiples of 1/4
-            energies.push_back(edgeEnergy + e);
+        const int count = numeric::truncToInt(std::ceil((range.to - range.from) / range.step));
+        for (int i = 0; i < count; ++i)
+            energies.push_back(edgeEnergy + range.from + i * range.step);
     }
     energies.push_back(edgeEnergy + 800.0);
     for (double mapEnergy : mapEnergies) { // the nearest step moves onto the map energy

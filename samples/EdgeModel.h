@@ -1,6 +1,5 @@
 #pragma once
 
-#include <array>
 #include <vector>
 
 namespace sample
@@ -15,20 +14,19 @@ constexpr double postEdgeStart = 100.0;   ///< eV from the edge: the post-edge l
 constexpr double latticeSpacing = 3.1355; ///< Å, the crystal of the monochromator
 
 /// The valences of the three references.
-constexpr std::array<double, referenceCount> valences = {2.0, 3.0, 4.0};
+constexpr double valences[referenceCount] = {2.0, 3.0, 4.0};
 /// Their edge jumps: what the difference of the fitted post- and pre-edge lines at the edge energy gives.
-constexpr std::array<double, referenceCount> edgeJumps = {1.10, 0.86, 1.32};
+constexpr double edgeJumps[referenceCount] = {1.10, 0.86, 1.32};
 
 /// The energies of the maps, eV. Two lie below the edge for the background. At 8345.4 the normalised references are
 /// evenly spaced (1.49, 0.83, 0.18), so that there the mean valence alone counts; at 8348.5 and 8352 they differ in
 /// other proportions. At the last three the normalised references 1 and 2 cross, and reference 3 is once above,
 /// once below, once above them: there the absorption follows the thickness whatever the valence.
-constexpr std::array<double, mapCount> mapEnergies = {8260.0, 8310.0,  8345.4,  8348.5,
-                                                      8352.0, 8388.56, 8410.34, 8459.70};
+constexpr double mapEnergies[mapCount] = {8260.0, 8310.0, 8345.4, 8348.5, 8352.0, 8388.56, 8410.34, 8459.70};
 /// The index of the energy that depends on the valence most, the V point.
 constexpr int vPoint = 2;
 /// Whether an energy is an anchor of the four-points method: one where the normalised references agree.
-constexpr std::array<bool, mapCount> isAnchor = {true, true, false, false, false, true, true, true};
+constexpr bool isAnchor[mapCount] = {true, true, false, false, false, true, true, true};
 
 /// The monochromator angle, degrees, written with this many decimals; the energy that a reader gets from it.
 constexpr int angleDecimals = 8;
@@ -60,7 +58,7 @@ public:
 
 private:
     std::vector<ScanStep> m_scan;
-    std::array<double, referenceCount> m_scale; ///< makes the fitted edge jump of normalized() exactly 1
+    double m_scale[referenceCount]; ///< makes the fitted edge jump of normalized() exactly 1
 };
 
 } // namespace sample

@@ -2,6 +2,7 @@
 
 #include <QByteArray>
 
+#include <cmath>
 #include <cstdint>
 
 namespace sample
@@ -15,7 +16,7 @@ inline void appendFixed(QByteArray *text, double value, int decimals, int width 
     for (int i = 0; i < decimals; ++i)
         scale *= 10.0;
     const bool negative = value < 0.0;
-    auto digits = static_cast<std::uint64_t>((negative ? -value : value) * scale + 0.5);
+    auto digits = static_cast<std::uint64_t>(std::floor((negative ? -value : value) * scale + 0.5));
 
     char buffer[32];
     char *const end = buffer + sizeof buffer;

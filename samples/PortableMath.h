@@ -1,5 +1,7 @@
 #pragma once
 
+#include "numeric/RealToInt.h"
+
 #include <cmath>
 #include <limits>
 
@@ -77,7 +79,7 @@ inline double exp(double x)
         return x;
     const double n = std::floor(x / (detail::ln2High + detail::ln2Low) + 0.5);
     const double rest = (x - n * detail::ln2High) - n * detail::ln2Low;
-    return std::ldexp(detail::expPolynomial(rest), static_cast<int>(n));
+    return std::ldexp(detail::expPolynomial(rest), numeric::truncToInt(n));
 }
 
 /// The natural logarithm of a finite x > 0; NaN for everything else.

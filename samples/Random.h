@@ -69,8 +69,11 @@ public:
         }
         const double limit = portable::exp(-mean);
         double count = 0.0;
-        for (double product = uniform(); product > limit; product *= uniform())
+        double product = uniform();
+        while (product > limit) {
+            product *= uniform();
             count += 1.0;
+        }
         return count;
     }
 

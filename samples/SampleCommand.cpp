@@ -31,15 +31,17 @@ void describe(QCommandLineParser *parser)
     parser->addOptions({
         {{QStringLiteral("h"), QStringLiteral("help")}, QStringLiteral("Shows this help.")},
         {outName, QStringLiteral("Directory for the files; made when it does not exist."), QStringLiteral("DIR")},
-        {sizeName, QStringLiteral("Size of the maps in pixels, 4x4 to 16384x16384."), QStringLiteral("WxH"),
-         QStringLiteral("128x96")},
-        {seedName, QStringLiteral("Number that the particles and the noise follow from."), QStringLiteral("N"),
-         QStringLiteral("1")},
+        {sizeName, QStringLiteral("Size of the maps in pixels, 4x4 to 16384x16384; 128x96 if not given."),
+         QStringLiteral("WxH"), QStringLiteral("128x96")},
+        {seedName, QStringLiteral("Number that the particles and the noise follow from; 1 if not given."),
+         QStringLiteral("N"), QStringLiteral("1")},
         {noiseName,
-         QStringLiteral("Mean incident counts of a pixel, up to 1000000000: fewer make it noisier, 0 is "
-                        "without noise."),
+         QStringLiteral("Mean incident counts of a pixel, up to 1000000000: fewer are noisier, 0 is without noise; "
+                        "40000 if not given."),
          QStringLiteral("COUNTS"), QStringLiteral("40000")},
-        {formatName, QStringLiteral("Layout of the maps: 1301 (plain) or 2003901 (columns named in the header)."),
+        {formatName,
+         QStringLiteral(
+             "Layout of the maps: 1301 (plain) or 2003901 (columns named in the header); 1301 if not given."),
          QStringLiteral("1301|2003901"), QStringLiteral("1301")},
     });
 }

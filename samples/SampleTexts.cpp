@@ -143,7 +143,7 @@ QByteArray truthHeader(const SampleOptions &options)
         text += " " + fixed(jump, 3);
     double targetValence = 0.0;
     text += "\n# target: fractions";
-    for (std::size_t j = 0; j < targetFractions.size(); ++j) {
+    for (int j = 0; j < referenceCount; ++j) {
         text += " " + fixed(targetFractions[j], 3);
         targetValence += targetFractions[j] * valences[j];
     }

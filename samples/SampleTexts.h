@@ -9,7 +9,7 @@ namespace sample
 {
 
 /// The mixture that the target spectrum was made of.
-constexpr std::array<double, referenceCount> targetFractions = {0.35, 0.50, 0.15};
+constexpr double targetFractions[referenceCount] = {0.35, 0.50, 0.15};
 constexpr double targetThickness = 0.90; ///< its total edge jump
 
 constexpr double pixelPitch = 0.5; ///< µm

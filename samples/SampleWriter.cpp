@@ -76,10 +76,11 @@ public:
         }
     }
 
-    void appendRow(int k, int y, const std::vector<Pixel> &row, QByteArray *text)
+    void appendRow(int k, int y, const Pixel *row, QByteArray *text)
     {
         const double energy = mapEnergies[k];
         const double beamDecay = 1.0 - 0.008 * k; // the stored electrons of the source get fewer
+        Random &random = m_noise[static_cast<std::size_t>(k)];
         const double mean = (m_options.noise > 0.0 ? m_options.noise : 1.0e6) * beamDecay;
         for (int x = 0; x < m_options.width; ++x) {
             const Pixel &pixel = row[x];
@@ -89,7 +90,6 @@ public:
             double i0 = mean * pixel.beam;
             double transmitted = i0 * portable::exp(-absorption);
             if (m_options.noise > 0.0) {
-                Random &random = m_noise[k];
                 i0 = random.counts(i0);
                 transmitted = random.counts(transmitted);
             }
@@ -104,7 +104,7 @@ public:
         }
     }
 
-    void appendTruth(int y, const std::vector<Pixel> &row, QByteArray *text) const
+    void appendTruth(int y, const Pixel *row, QByteArray *text) const
     {
         for (int x = 0; x < m_options.width; ++x) {
             const Pixel &pixel = row[x];
@@ -166,7 +166,7 @@ void fillFiles(const SampleOptions &options, const Files &files)
     const ParticleField field(options.width, options.height, options.seed);
     MapWriter maps(options, model);
     for (int k = 0; k < mapCount; ++k)
-        *files[k]->text() = mapHeader(k, options);
+        *files[static_cast<std::size_t>(k)]->text() = mapHeader(k, options);
     OutputFile &truth = *files[mapCount];
     *truth.text() = truthHeader(options);
 
@@ -174,11 +174,11 @@ void fillFiles(const SampleOptions &options, const Files &files)
     for (int y = 0; y < options.height; ++y) {
         field.fillRow(y, row.data());
         for (int k = 0; k < mapCount; ++k) {
-            OutputFile &file = *files[k];
-            maps.appendRow(k, y, row, file.text());
+            OutputFile &file = *files[static_cast<std::size_t>(k)];
+            maps.appendRow(k, y, row.data(), file.text());
             file.flushWhenLarge();
         }
-        maps.appendTruth(y, row, truth.text());
+        maps.appendTruth(y, row.data(), truth.text());
         truth.flushWhenLarge();
     }
 }

@@ -7,7 +7,6 @@
 
 #include <QtTest>
 
-#include <array>
 #include <cmath>
 #include <functional>
 
@@ -501,7 +500,7 @@ void TestSample::targetIsTheStatedMixture()
 void TestSample::energiesSuitTheMethods()
 {
     const EdgeModel model;
-    for (std::size_t k = 0; k < mapEnergies.size(); ++k) {
+    for (int k = 0; k < mapCount; ++k) {
         const double n[] = {model.normalized(0, mapEnergies[k]), model.normalized(1, mapEnergies[k]),
                             model.normalized(2, mapEnergies[k])};
         if (isAnchor[k])
