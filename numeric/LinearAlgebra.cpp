@@ -11,14 +11,22 @@ namespace numeric
 void beginCalculation() {}
 void endCalculation() {}
 
+namespace
+{
+
+/// A negative size becomes one that no array can have: array new throws.
+constexpr std::size_t arrayLength(int n) { return static_cast<std::size_t>(n); }
+
+} // namespace
+
 double **newMatrix(int n)
 {
-    double **rows = new double *[n];
+    double **rows = new double *[arrayLength(n)];
     for (int i = 0; i < n; ++i)
         rows[i] = nullptr;
     try {
         for (int i = 0; i < n; ++i)
-            rows[i] = new double[n];
+            rows[i] = new double[arrayLength(n)];
     } catch (...) {
         deleteMatrix(n, rows);
         throw;
@@ -28,12 +36,12 @@ double **newMatrix(int n)
 
 double *newVector(int n)
 {
-    return new double[n];
+    return new double[arrayLength(n)];
 }
 
 int *newIndex(int n)
 {
-    return new int[n];
+    return new int[arrayLength(n)];
 }
 
 void deleteMatrix(int n, double **matrix)
