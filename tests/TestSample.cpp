@@ -199,6 +199,7 @@ private slots:
     void fixedNumbers_data();
     void fixedNumbers();
     void bytesFollowFromTheOptions();
+    void mapsHaveNoiseOfTheirOwn();
     void pinnedBytes_data();
     void pinnedBytes();
     void fileShapes_data();
@@ -324,11 +325,32 @@ void TestSample::bytesFollowFromTheOptions()
         const bool same = contents(other.path() + '/' + name) == contents(first.path() + '/' + name);
         QVERIFY2(same == name.endsWith(QLatin1String(".json")), qPrintable(name)); // the jobs know no seed
     }
-    const QStringList maps = mapNames(first.path());
-    const auto background = [&first](const QString &map) {
-        return readTable(first.path() + '/' + map).last();
-    };
-    QVERIFY(background(maps[0])[3] != background(maps[1])[3]); // each map has noise of its own
+}
+
+/// The noise of two maps has nothing in common: uncorrelated within five standard errors.
+void TestSample::mapsHaveNoiseOfTheirOwn()
+{
+    QTemporaryDir noisy, exact;
+    QVERIFY(make(noisy.path(), smallSample(MapFormat::Plain, 40000.0)));
+    QVERIFY(make(exact.path(), smallSample(MapFormat::Plain, 0.0)));
+    const QStringList maps = mapNames(noisy.path());
+    QVector<Row> deviations; // of I0, per map; without noise the mean is 1e6
+    for (int k = 0; k < 2; ++k) {
+        const QVector<Row> with = readTable(noisy.path() + '/' + maps[k]);
+        const QVector<Row> without = readTable(exact.path() + '/' + maps[k]);
+        Row row;
+        for (int p = 0; p < with.size(); ++p)
+            row += with[p][3] / (0.04 * without[p][3]) - 1.0;
+        deviations += row;
+    }
+    double square0 = 0.0, square1 = 0.0, product = 0.0;
+    for (int p = 0; p < deviations[0].size(); ++p) {
+        square0 += deviations[0][p] * deviations[0][p];
+        square1 += deviations[1][p] * deviations[1][p];
+        product += deviations[0][p] * deviations[1][p];
+    }
+    QVERIFY(square0 > 0.0 && square1 > 0.0);
+    QVERIFY(std::abs(product) / std::sqrt(square0 * square1) < 5.0 / std::sqrt(deviations[0].size()));
 }
 
 void TestSample::pinnedBytes_data()
