@@ -1,5 +1,7 @@
 #include "analysis/FourPoints.h"
 
+#include <limits>
+
 namespace
 {
 
@@ -77,7 +79,10 @@ FourPointsResult solveFourPoints(FourPointsVariant variant, const FourPointsRefe
     const auto &a = references.a;
     const auto &b = references.b;
     const auto &e = references.energies;
-    FourPointsResult result;
+    const double nan = std::numeric_limits<double>::quiet_NaN();
+    FourPointsResult result = {nan, nan};
+    if (e.size() < (variant == FourPointsVariant::ThreePoint ? 3u : 4u))
+        return result;
     switch (variant) {
     case FourPointsVariant::ThreePoint:
         return threePoints({x[0], x[1], x[2]}, {a[0], a[1], a[2]}, {b[0], b[1], b[2]});

@@ -49,7 +49,8 @@ double exactFourPoints(const std::array<double, 4> &x, const std::array<double, 
 double leastSquaresFourPoints(double x4, double a4, double b4, double e4, int anchors, const double *x, const double *a,
                               const double *b, const double *e, double r, numeric::LinearSystem *work, double *t);
 
-/// The variant's solution for one target; `x` holds its values in the order of `references`.
+/// The variant's solution for one target; `x` holds its values in the order of `references`. NaN when there are fewer
+/// points than the variant needs.
 FourPointsResult solveFourPoints(FourPointsVariant variant, const FourPointsReferences &references, const double *x,
                                  numeric::LinearSystem *work);
 

@@ -24,11 +24,13 @@ void calcPixels(const FourPointsMapInput &input, std::size_t begin, std::size_t 
 
 } // namespace
 
-void calcFourPointsMap(const FourPointsMapInput &input, ResultRecords *results, int threads)
+bool calcFourPointsMap(const FourPointsMapInput &input, ResultRecords *results, int threads)
 {
     const A2DData &vPoint = *input.maps.back();
-    results->reset(ResultRecords::Method::FourPoints, vPoint.nx(), vPoint.ny());
+    if (!results->reset(ResultRecords::Method::FourPoints, vPoint.nx(), vPoint.ny()))
+        return false;
     numeric::parallelRanges(results->count(), threads, [&input, results](std::size_t begin, std::size_t end) {
         calcPixels(input, begin, end, results);
     });
+    return true;
 }

@@ -17,4 +17,5 @@ struct FourPointsMapInput {
 /// Calculates every pixel of the V point's map: its size is the size of the result, its positions are those of the
 /// result (0, 0 where it has no record). A pixel that another map does not have counts there with the absorption
 /// -1. Pixels are shared out over `threads` (0: all cores); the result does not depend on their number.
-void calcFourPointsMap(const FourPointsMapInput &input, ResultRecords *results, int threads = 0);
+/// False, with the results as they were, when the map is too large (see ResultRecords::reset).
+[[nodiscard]] bool calcFourPointsMap(const FourPointsMapInput &input, ResultRecords *results, int threads = 0);

@@ -26,9 +26,12 @@ public:
 
     enum class Method { FourPoints, NonEquivalent };
 
+    static constexpr qint64 mostPixels = qint64(1) << 27;
+
     /// Makes room for width x height pixels (both >= 0); the values are undefined until filled. The quantity planes
-    /// exist for a non-equivalent result only.
-    void reset(Method method, int width, int height);
+    /// exist for a non-equivalent result only. False, and everything as it was, when that is more than mostPixels or
+    /// more than the memory holds.
+    [[nodiscard]] bool reset(Method method, int width, int height);
 
     Method method() const { return m_method; }
     int width() const { return m_width; }

@@ -2,8 +2,7 @@
 
 #include "analysis/FourPoints.h"
 #include "numeric/NumberText.h"
-
-#include <QSaveFile>
+#include "numeric/OutputFile.h"
 
 #include <cstring>
 #include <vector>
@@ -90,14 +89,14 @@ char *writeNonEquivalent(const ResultRecords &results, std::size_t i, const Reco
 WriteOutcome writeResultFile(const QString &path, const ResultRecords &results, const ValencePair &valences,
                              const RecordSelection &selection)
 {
-    QSaveFile file(path);
-    if (path.isEmpty() || !file.open(QIODevice::WriteOnly | QIODevice::Text))
+    numeric::OutputFile file(path);
+    if (!file.open())
         return WriteOutcome::CannotOpen;
     for (const QString &line : results.headerLines)
-        file.write((line + QLatin1Char('\n')).toUtf8());
-    file.write("\n");
+        file.device()->write((line + QLatin1Char('\n')).toUtf8());
+    file.device()->write("\n");
 
-    TextBuffer buffer(&file);
+    TextBuffer buffer(file.device());
     std::size_t i = 0;
     for (int row = 0; row < results.height(); ++row) {
         for (int column = 0; column < results.width(); ++column, ++i) {

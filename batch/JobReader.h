@@ -5,7 +5,7 @@
 #include <QStringList>
 
 /// Takes typed values out of one JSON object of a job and remembers the first mistake: a missing or unknown key, or
-/// a value of the wrong type. After a mistake everything it gives is a default.
+/// a value of the wrong type, which it replaces by a default.
 class JobReader
 {
 public:

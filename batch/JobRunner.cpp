@@ -10,7 +10,7 @@
 
 #include <QTextStream>
 
-#include <memory>
+#include <algorithm>
 #include <vector>
 
 namespace
@@ -44,7 +44,7 @@ public:
     }
 
     bool prepare() { return readSettings() && loadSpectra() && loadMaps() && choosePoints(); }
-    void calculate();
+    bool calculate();
     JobOutcome write();
     QString error() const { return m_job.fileName + QLatin1String(": ") + m_error; }
 
@@ -59,15 +59,15 @@ private:
         m_error = message;
         return false;
     }
-    double fieldValue(const AMutE &spectrum, double energy, bool subtractPost) const;
-    FourPointsReferences references(const std::vector<int> &points) const;
-    std::vector<int> orderedPoints(bool mapsOnly) const;
+    double fieldValue(const AMutE &spectrum, double energy, bool subtractPost);
+    FourPointsReferences references(const std::vector<const Point *> &points);
+    bool orderPoints(bool mapsOnly, const QString &purpose, std::vector<const Point *> *points);
     FourPointsVariant variant(std::size_t points) const
     {
         return chooseFourPoints(static_cast<int>(points), m_settings.exact, m_settings.leastSquares);
     }
     void calculateTarget();
-    void calculateMap();
+    bool calculateMap();
     void printSummary(const char *name, const FiniteSummary &summary);
 
     const Job &m_job;
@@ -77,9 +77,10 @@ private:
     std::vector<AMutE> m_references; // the used ones
     std::vector<double> m_valences;
     AMutE m_target;
-    std::vector<Point> m_points; // the used ones
+    std::vector<Point> m_points;               // the used ones
+    std::vector<const Point *> m_targetPoints; // anchors in order, then the V point; empty: no such calculation
+    std::vector<const Point *> m_mapPoints;
     ResultRecords m_results;
-    bool m_mapDone = false;
 };
 
 bool Run::readSettings()
@@ -96,9 +97,17 @@ bool Run::readSettings()
     m_settings.leastSquares = reader.truth("TypeTMKisLS", !m_settings.exact);
     m_settings.subtractPostFromReferences = reader.truth("SubPostEforRef", !reader.truth("SubPreEforRef", true));
     m_settings.subtractPostFromTarget = reader.truth("SubPostEforTarget", !reader.truth("SubPreEforTarget", true));
-    if (!reader.truth("TypeFourPs", true))
-        error = QStringLiteral("settings.TypeFourPs: only the four-points method runs here");
-    return error.isEmpty() || fail(error);
+    const bool fourPoints = reader.truth("TypeFourPs", true);
+    if (!error.isEmpty())
+        return fail(error);
+    if (m_settings.exact == m_settings.leastSquares)
+        return fail(QStringLiteral("settings: one of TypeTMKisExact and TypeTMKisLS must be true, the other false"));
+    if (m_settings.subtractPostFromReferences == reader.truth("SubPreEforRef", !m_settings.subtractPostFromReferences))
+        return fail(QStringLiteral("settings: one of SubPreEforRef and SubPostEforRef must be true, the other false"));
+    if (m_settings.subtractPostFromTarget == reader.truth("SubPreEforTarget", !m_settings.subtractPostFromTarget))
+        return fail(
+            QStringLiteral("settings: one of SubPreEforTarget and SubPostEforTarget must be true, the other false"));
+    return fourPoints || fail(QStringLiteral("settings.TypeFourPs: only the four-points method runs here"));
 }
 
 bool Run::loadSpectrum(const QString &path, double dE, const QString &name, AMutE *spectrum)
@@ -110,7 +119,7 @@ bool Run::loadSpectrum(const QString &path, double dE, const QString &name, AMut
     m_out << name << ": " << spectrum->fileName() << ", " << spectrum->pointCount() << " points, edge "
           << fieldText(edge) << " eV\n";
     if (!m_settings.hasEdge)
-        m_settings.edge = asFieldNumber(edge); // the last file read has the last word, as in the window
+        m_settings.edge = asFieldNumber(edge); // the last file read has the last word
     return true;
 }
 
@@ -150,6 +159,8 @@ bool Run::loadMaps()
 {
     for (int i = 0; i < m_job.energies.size(); ++i) {
         const Job::Energy &energy = m_job.energies.at(i);
+        if (!energy.use)
+            continue;
         Point point;
         point.job = energy;
         if (!energy.map.isEmpty()) {
@@ -158,58 +169,65 @@ bool Run::loadMaps()
                 return fail(
                     QStringLiteral("energies[%1].map: %2 is missing or no map").arg(QString::number(i), energy.map));
         }
-        if (energy.use)
-            m_points.push_back(std::move(point));
+        m_points.push_back(std::move(point));
     }
     return true;
 }
 
-/// The used points, anchors first and the V point last; empty without a V point.
-std::vector<int> Run::orderedPoints(bool mapsOnly) const
+/// The used points (those with maps, for a map), anchors first and the V point last.
+bool Run::orderPoints(bool mapsOnly, const QString &purpose, std::vector<const Point *> *points)
 {
-    std::vector<int> anchors;
-    int vPoint = -1;
-    for (int i = 0; i < static_cast<int>(m_points.size()); ++i) {
-        const Point &point = m_points[static_cast<std::size_t>(i)];
+    const Point *vPoint = nullptr;
+    for (const Point &point : m_points) {
         if (mapsOnly && !point.mapLoaded)
             continue;
-        if (point.job.vPoint)
-            vPoint = i;
+        if (!point.job.vPoint)
+            points->push_back(&point);
+        else if (vPoint)
+            return fail(QStringLiteral("energies: more than one that is used has \"vPoint\": true"));
         else
-            anchors.push_back(i);
+            vPoint = &point;
     }
-    if (vPoint < 0)
-        return {};
-    anchors.push_back(vPoint);
-    return anchors;
+    if (!vPoint)
+        return fail(QStringLiteral("energies: none that is used for the %1 has \"vPoint\": true").arg(purpose));
+    points->push_back(vPoint);
+    if (variant(points->size()) == FourPointsVariant::None)
+        return fail(
+            QStringLiteral("energies: %1 are used for the %2 where the method needs 3 or 4%3, the V point counted")
+                .arg(QString::number(points->size()), purpose,
+                     QLatin1String(m_settings.leastSquares ? " or more" : "")));
+    return true;
 }
 
 bool Run::choosePoints()
 {
-    const std::vector<int> points = orderedPoints(false);
-    if (points.empty())
-        return fail(QStringLiteral("energies: none that is used has \"vPoint\": true"));
-    const std::size_t maps = orderedPoints(true).size();
-    for (const std::size_t n : {points.size(), maps == 0 ? points.size() : maps}) {
-        if (variant(n) == FourPointsVariant::None)
-            return fail(
-                QStringLiteral("energies: %1 points are used where the method needs 3, 4%2, the V point counted")
-                    .arg(QString::number(n), QLatin1String(m_settings.leastSquares ? " or more" : "")));
-    }
-    return true;
+    bool hasMaps = false;
+    for (const Point &point : m_points)
+        hasMaps = hasMaps || point.mapLoaded;
+    if (!hasMaps && !m_target.valid())
+        return fail(QStringLiteral("neither a target nor a map: there is nothing to calculate"));
+    if (!hasMaps && !m_job.resultFile.isEmpty())
+        return fail(QStringLiteral("output.result: there are no maps to write results of"));
+    return (!m_target.valid() || orderPoints(false, QStringLiteral("target"), &m_targetPoints)) &&
+           (!hasMaps || orderPoints(true, QStringLiteral("map"), &m_mapPoints));
 }
 
-double Run::fieldValue(const AMutE &spectrum, double energy, bool subtractPost) const
+/// The number that a field would show, 0 outside the spectrum.
+double Run::fieldValue(const AMutE &spectrum, double energy, bool subtractPost)
 {
     double value = 0.0;
-    return spectrum.valueMinusLine(energy, subtractPost, &value) ? asFieldNumber(value) : 0.0;
+    if (spectrum.valueMinusLine(energy, subtractPost, &value))
+        return asFieldNumber(value);
+    m_out << "Note: " << fieldText(energy) << " eV lies outside " << spectrum.fileName()
+          << ", whose value counts as 0 there\n";
+    return 0.0;
 }
 
-FourPointsReferences Run::references(const std::vector<int> &points) const
+FourPointsReferences Run::references(const std::vector<const Point *> &points)
 {
     FourPointsReferences result;
-    for (const int i : points) {
-        const double energy = m_points[static_cast<std::size_t>(i)].job.energy;
+    for (const Point *const point : points) {
+        const double energy = point->job.energy;
         result.energies.push_back(energy);
         result.a.push_back(fieldValue(m_references[0], energy, m_settings.subtractPostFromReferences));
         result.b.push_back(fieldValue(m_references[1], energy, m_settings.subtractPostFromReferences));
@@ -218,44 +236,38 @@ FourPointsReferences Run::references(const std::vector<int> &points) const
     return result;
 }
 
-void Run::calculate()
+bool Run::calculate()
 {
-    if (m_target.valid())
+    if (!m_targetPoints.empty())
         calculateTarget();
-    if (!orderedPoints(true).empty())
-        calculateMap();
+    return m_mapPoints.empty() || calculateMap();
 }
 
 void Run::calculateTarget()
 {
-    const std::vector<int> points = orderedPoints(false);
     std::vector<double> x;
-    for (const int i : points)
-        x.push_back(
-            fieldValue(m_target, m_points[static_cast<std::size_t>(i)].job.energy, m_settings.subtractPostFromTarget));
+    for (const Point *const point : m_targetPoints)
+        x.push_back(fieldValue(m_target, point->job.energy, m_settings.subtractPostFromTarget));
     numeric::LinearSystem work(3);
-    const FourPointsResult result = solveFourPoints(variant(points.size()), references(points), x.data(), &work);
+    const FourPointsResult result = solveFourPoints(variant(x.size()), references(m_targetPoints), x.data(), &work);
     m_out << "Target: a = " << fieldText(result.a)
           << ", Valence = " << fieldText(mixedValence(m_valences[0], m_valences[1], result.a))
           << ", t/ts = " << fieldText(result.t) << '\n';
 }
 
-void Run::calculateMap()
+bool Run::calculateMap()
 {
-    const std::vector<int> points = orderedPoints(true);
     FourPointsMapInput input;
-    input.variant = variant(points.size());
-    input.references = references(points);
-    for (const int i : points)
-        input.maps.push_back(&m_points[static_cast<std::size_t>(i)].map);
-    calcFourPointsMap(input, &m_results);
-    m_mapDone = true;
-    for (const Point &point : m_points) {
-        if (point.mapLoaded) {
-            m_results.headerLines = point.map.headerLines();
-            break;
-        }
-    }
+    input.variant = variant(m_mapPoints.size());
+    input.references = references(m_mapPoints);
+    for (const Point *const point : m_mapPoints)
+        input.maps.push_back(&point->map);
+    const A2DData &vPoint = *input.maps.back();
+    if (!calcFourPointsMap(input, &m_results))
+        return fail(QStringLiteral("The map of %1 x %2 pixels is too large.").arg(vPoint.nx()).arg(vPoint.ny()));
+    const auto first =
+        std::find_if(m_points.begin(), m_points.end(), [](const Point &point) { return point.mapLoaded; });
+    m_results.headerLines = first->map.headerLines();
 
     FiniteSummaryBuilder valence;
     FiniteSummaryBuilder thickness;
@@ -266,6 +278,7 @@ void Run::calculateMap()
     m_out << "Map: " << m_results.width() << " x " << m_results.height() << " pixels\n";
     printSummary("Valence", valence.summary());
     printSummary("t/ts", thickness.summary());
+    return true;
 }
 
 void Run::printSummary(const char *name, const FiniteSummary &summary)
@@ -276,7 +289,7 @@ void Run::printSummary(const char *name, const FiniteSummary &summary)
 
 JobOutcome Run::write()
 {
-    if (!m_mapDone || m_job.resultFile.isEmpty())
+    if (m_job.resultFile.isEmpty())
         return JobOutcome::Done;
     const ValencePair valences = {true, m_valences[0], m_valences[1]};
     if (writeResultFile(m_job.resultFile, m_results, valences, {}) != WriteOutcome::Written) {
@@ -293,10 +306,8 @@ JobOutcome runJob(const Job &job, QTextStream *out, QString *error)
 {
     Run run(job, out);
     JobOutcome outcome = JobOutcome::WrongJob;
-    if (run.prepare()) {
-        run.calculate();
+    if (run.prepare() && run.calculate())
         outcome = run.write();
-    }
     if (outcome != JobOutcome::Done)
         *error = run.error();
     return outcome;

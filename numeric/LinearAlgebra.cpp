@@ -15,7 +15,10 @@ namespace
 {
 
 /// A negative size becomes one that no array can have: array new throws.
-constexpr std::size_t arrayLength(int n) { return static_cast<std::size_t>(n); }
+constexpr std::size_t arrayLength(int n)
+{
+    return static_cast<std::size_t>(n);
+}
 
 } // namespace
 

@@ -3,7 +3,7 @@
 namespace numeric
 {
 
-/// Space that appendG6 needs at most.
+/// Bytes that writeG6 and writeG6Padded write at most.
 constexpr int g6MaxLength = 16;
 
 /// Writes `value` in general format with six significant digits, as QString::number(value, 'g', 6) does (ties away

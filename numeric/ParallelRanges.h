@@ -4,6 +4,7 @@
 #include <QThread>
 #include <QtConcurrent>
 
+#include <algorithm>
 #include <cstddef>
 
 namespace numeric

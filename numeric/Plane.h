@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <cstddef>
 #include <memory>
+#include <utility>
 
 namespace numeric
 {
@@ -12,6 +13,17 @@ namespace numeric
 class Plane
 {
 public:
+    Plane() = default;
+    Plane(Plane &&other) noexcept { *this = std::move(other); }
+    /// The other plane is empty afterwards.
+    Plane &operator=(Plane &&other) noexcept
+    {
+        m_values = std::move(other.m_values);
+        m_size = std::exchange(other.m_size, 0);
+        m_capacity = std::exchange(other.m_capacity, 0);
+        return *this;
+    }
+
     /// Makes room for `count` values; their contents are undefined. Memory that is large enough is kept.
     void resize(std::size_t count)
     {
@@ -43,6 +55,8 @@ public:
     }
 
     std::size_t size() const { return m_size; }
+    /// How many values fit without asking for memory.
+    std::size_t capacity() const { return m_capacity; }
     double *data() { return m_values.get(); }
     const double *data() const { return m_values.get(); }
     double &operator[](std::size_t i) { return m_values[i]; }

@@ -10,6 +10,7 @@ namespace
 {
 
 constexpr double hcInEvAngstrom = 12398.424360387684;
+constexpr qint64 largestFile = qint64(1) << 29; // bytes; the points of such a file still fit a QVector
 
 /// Least squares of mu = a + b L^3 + c L^4 over the points for which `inRange(shifted energy)` holds; NaN without any.
 template <class InRange>
@@ -55,6 +56,10 @@ bool AMutE::read(const QString &path)
         return false;
     }
     clear();
+    if (file.size() > largestFile) {
+        qDebug() << "Too large for a spectrum" << path;
+        return false;
+    }
     const QByteArray bytes = file.readAll();
     SpectrumScan scan = parseSpectrum(std::string_view(bytes.constData(), static_cast<std::size_t>(bytes.size())));
     if (!scan.isSupported)

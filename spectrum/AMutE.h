@@ -37,8 +37,8 @@ public:
     };
 
     /// Reads a spectrum file and fits both lines with the present limits; true when the spectrum is usable. A path
-    /// that is no readable regular file leaves the spectrum as it is; any other file replaces it, and valid() tells
-    /// whether it can be used.
+    /// that is no readable regular file leaves the spectrum as it is. Any other file replaces its points, and valid()
+    /// tells whether they can be used; a file beyond half a gigabyte is no spectrum.
     bool read(const QString &path);
 
     /// The middle of the steepest rising step between neighbouring points; among equal steps the first. Half of the

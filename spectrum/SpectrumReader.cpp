@@ -16,7 +16,7 @@ namespace
 
 constexpr double hcInKeVAngstrom = 12.398424360387684;
 constexpr double silicon111Spacing = 3.1355316; // angstrom
-constexpr double degreesPi = 3.1415926535;      // ten decimals: energies must come out as they always did
+constexpr double degreesPi = 3.1415926535;      // ten decimals are part of the energy scale
 constexpr int i0Mode = 1;
 constexpr int transmissionMode = 2;
 constexpr int fluorescenceMode = 3;

@@ -16,7 +16,7 @@ struct Extremes {
     double min = 0.0;
     double max = 0.0;
 
-    /// The state before the first value: any value of a spectrum lies between.
+    /// The state before the first value: any finite value of a spectrum lies between.
     void reset()
     {
         min = 1e300;
@@ -34,7 +34,7 @@ struct Extremes {
 /// What a spectrum file holds.
 struct SpectrumScan {
     bool hasData = false;          ///< an "Offset" line and at least one data line
-    bool isSupported = true;       ///< false: a "Mode" line names no channel for I0
+    bool isSupported = true;       ///< false: there are "Mode" lines, but none names a channel for I0
     QVector<SpectrumPoint> points; ///< in file order; empty when the file is not supported
     Extremes angle, energy, mu;
 };

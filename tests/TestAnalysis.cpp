@@ -95,6 +95,8 @@ private slots:
     void mapSizesMayDiffer();
     void threadsDoNotChangeABit();
     void fourPointsFile();
+    void largeFile();
+    void devicesAreWrittenInPlace();
     void fourPointsFileWithoutTwoReferences();
     void nonEquivalentFile();
     void fileThatCannotBeWritten_data();
@@ -117,6 +119,7 @@ void TestAnalysis::variants_data()
     row("4 least squares", 4, false, true, FourPointsVariant::LeastSquares);
     row("4 with neither chosen", 4, false, false, FourPointsVariant::LeastSquares);
     row("4 exact", 4, true, false, FourPointsVariant::Exact);
+    row("4 with both chosen", 4, true, true, FourPointsVariant::Exact);
     row("5 least squares", 5, false, true, FourPointsVariant::LeastSquares);
     row("5 exact is refused", 5, true, false, FourPointsVariant::None);
     row("8 least squares", 8, false, true, FourPointsVariant::LeastSquares);
@@ -223,14 +226,19 @@ void TestAnalysis::leastSquaresRegressesReferencesOnTarget()
 
 void TestAnalysis::nothingToSolveIsNotFinite()
 {
-    Mixture m = mixtureOf(0.4, 0.8, 1, 1, 3);
-    m.references.b = m.references.a;
-    const FourPointsResult flatSame = threePoints({1, 1, 1}, {0, 1, 2}, {0, 1, 2});
-    QVERIFY(!std::isfinite(flatSame.a));
-    m.x = {1, 1, 1, 1}; // a flat target has no edge to compare
-    QVERIFY(!std::isfinite(solve(FourPointsVariant::LeastSquares, m).a));
-    m.references.energies = {7000, 7000, 7000, 7000};
-    QVERIFY(!std::isfinite(solve(FourPointsVariant::Exact, m).a));
+    QVERIFY(!std::isfinite(threePoints({0, 1, 1.5}, {0, 1, 2}, {0, 1, 2}).a)); // equal references
+    Mixture flat = mixtureOf(0.4, 0.8, 1, 1, 3);
+    flat.x = {1, 1, 1, 1}; // a flat target has no edge to compare
+    QVERIFY(!std::isfinite(solve(FourPointsVariant::LeastSquares, flat).a));
+    Mixture oneEnergy = mixtureOf(0.4, 0.8, 1, 1, 3);
+    oneEnergy.references.energies = {7000, 7000, 7000, 7000};
+    QVERIFY(!std::isfinite(solve(FourPointsVariant::Exact, oneEnergy).a));
+    // Fewer points than the variant needs, as with two V points: no number, and nothing read that is not there.
+    for (const FourPointsVariant variant :
+         {FourPointsVariant::ThreePoint, FourPointsVariant::Exact, FourPointsVariant::LeastSquares}) {
+        const Mixture few = mixtureOf(0.4, 0.8, 1, 1, variant == FourPointsVariant::ThreePoint ? 1 : 2);
+        QVERIFY(std::isnan(solve(variant, few).a));
+    }
 }
 
 void TestAnalysis::mapPixelsAreTheSolversResults()
@@ -247,7 +255,7 @@ void TestAnalysis::mapPixelsAreTheSolversResults()
         for (const A2DData &map : maps)
             input.maps.push_back(&map);
         ResultRecords results;
-        calcFourPointsMap(input, &results);
+        QVERIFY(calcFourPointsMap(input, &results));
         QCOMPARE(results.width(), 3);
         QCOMPARE(results.height(), 2);
         const double wanted[] = {0.3, 0.8, 0.3, 0.8, 0.8, 0.3};
@@ -277,17 +285,29 @@ void TestAnalysis::mapSizesMayDiffer()
     input.references.b = {0, 1, 1};
     input.maps = {&p, &q, &r};
     ResultRecords results;
-    calcFourPointsMap(input, &results);
+    QVERIFY(calcFourPointsMap(input, &results));
     QCOMPARE(results.count(), std::size_t(2));
     QCOMPARE(results.record(0).a, 0.5);
     QCOMPARE(results.record(1).a, 1 - (0.5 + 1) / (1.0 + 1));
     QCOMPARE(results.record(1).x, 8.0);
 
-    r.setSize(2, 2); // promises four pixels, holds two
-    calcFourPointsMap(input, &results);
+    A2DData high = mapOf({{0.5}, {0.5}}, 7); // its second row is at y = 1
+    input.maps = {&p, &q, &high};
+    high.setSize(2, 2); // promises four pixels, holds two
+    QVERIFY(calcFourPointsMap(input, &results));
     QCOMPARE(results.count(), std::size_t(4));
+    QCOMPARE(results.record(1).y, 1.0);
     QCOMPARE(results.record(3).x, 0.0);
+    QCOMPARE(results.record(3).y, 0.0);
     QVERIFY(std::isnan(results.record(3).a)); // every curve is flat at -1
+
+    // A map that promises more than can be is refused, and the last result stays.
+    for (const int side : {std::numeric_limits<int>::max(), 11586}) { // 11585 squared is just below 2^27
+        high.setSize(side, side);
+        QVERIFY(!calcFourPointsMap(input, &results));
+        QCOMPARE(results.count(), std::size_t(4));
+        QCOMPARE(results.record(1).y, 1.0);
+    }
 }
 
 void TestAnalysis::threadsDoNotChangeABit()
@@ -309,15 +329,16 @@ void TestAnalysis::threadsDoNotChangeABit()
     for (const A2DData &map : maps)
         input.maps.push_back(&map);
     ResultRecords one;
-    calcFourPointsMap(input, &one, 1);
+    QVERIFY(calcFourPointsMap(input, &one, 1));
     for (const int threads : {2, 3, 0}) {
         ResultRecords several;
-        calcFourPointsMap(input, &several, threads);
+        QVERIFY(calcFourPointsMap(input, &several, threads));
         QCOMPARE(several.count(), one.count());
         const std::size_t bytes = one.count() * sizeof(double);
         QCOMPARE(std::memcmp(one.a(), several.a(), bytes), 0);
         QCOMPARE(std::memcmp(one.t(), several.t(), bytes), 0);
         QCOMPARE(std::memcmp(one.x(), several.x(), bytes), 0);
+        QCOMPARE(std::memcmp(one.y(), several.y(), bytes), 0);
     }
 }
 
@@ -327,7 +348,7 @@ namespace
 ResultRecords recordsFor(ResultRecords::Method method)
 {
     ResultRecords results;
-    results.reset(method, 3, 2);
+    (void)results.reset(method, 3, 2);
     results.headerLines = QStringList{"# 1301", QString::fromUtf8("# \xE8\xA9\xA6\xE6\x96\x99")};
     for (std::size_t i = 0; i < 6; ++i) {
         results.x()[i] = 0.5 * static_cast<double>(i % 3);
@@ -366,6 +387,35 @@ void TestAnalysis::fourPointsFile()
     QCOMPARE(contents(path), wanted);
     QCOMPARE(writeResultFile(path, ResultRecords(), {}, {}), WriteOutcome::Written); // silently replaces it
     QCOMPARE(contents(path), QByteArray("\n"));
+}
+
+/// More than one buffer of text: nothing may be lost where one ends.
+void TestAnalysis::largeFile()
+{
+    QTemporaryDir dir;
+    ResultRecords results;
+    QVERIFY(results.reset(ResultRecords::Method::FourPoints, 250, 200));
+    for (double *const plane : {results.x(), results.y(), results.a(), results.t()}) {
+        for (std::size_t i = 0; i < results.count(); ++i)
+            plane[i] = static_cast<double>(i);
+    }
+    QCOMPARE(writeResultFile(dir.filePath("r"), results, {true, 2, 3}, {}), WriteOutcome::Written);
+    const QList<QByteArray> lines = contents(dir.filePath("r")).split('\n');
+    QCOMPARE(lines.size(), 1 + 200 * 251 + 1);
+    for (int row = 0, pixel = 0; row < 200; ++row) {
+        for (int column = 0; column < 250; ++column, ++pixel)
+            QCOMPARE(lines[1 + row * 251 + column].trimmed().split(' ').first().toInt(), pixel);
+    }
+}
+
+void TestAnalysis::devicesAreWrittenInPlace()
+{
+    QCOMPARE(writeResultFile("/dev/null", recordsFor(ResultRecords::Method::FourPoints), {}, {}),
+             WriteOutcome::Written);
+    QVERIFY(!QFileInfo("/dev/null").isFile());
+    if (QFileInfo::exists("/dev/full"))
+        QCOMPARE(writeResultFile("/dev/full", recordsFor(ResultRecords::Method::FourPoints), {}, {}),
+                 WriteOutcome::CannotWrite);
 }
 
 void TestAnalysis::fourPointsFileWithoutTwoReferences()

@@ -106,8 +106,7 @@ void TestMapData::format_data()
     const Rows none;
     QTest::newRow("axes give the last index") << plain + axes("99", "49") + "1 2 3 4\n"
                                               << 100 << 50 << Rows{{1, 2, 3, 4}};
-    QTest::newRow("the last axis line counts") << plain + axes("9", "9") + "# axis 0 a b c d 3 f\n"
-                                               << 4 << 10 << none;
+    QTest::newRow("the last axis line counts") << plain + axes("9", "9") + "# axis 0 a b c d 3 f\n" << 4 << 10 << none;
     QTest::newRow("an axis line of seven tokens") << plain + "# AXIS 0 a b c 9\n" + "1 2 3 4\n"
                                                   << 0 << 0 << Rows{{1, 2, 3, 4}};
     QTest::newRow("an axis that is neither 0 nor 1") << plain + "# AXIS 2 a b c d 9\n" << 0 << 0 << none;

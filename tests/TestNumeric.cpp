@@ -8,10 +8,13 @@
 #include <QtTest>
 
 #include <cmath>
+#include <cstdio>
 #include <cstring>
 #include <limits>
 #include <new>
 #include <random>
+
+#include <unistd.h>
 
 using namespace numeric;
 
@@ -63,6 +66,8 @@ private slots:
     void factorsMultiplyToTheMatrix();
     void singularSystemsGiveNonFiniteUnknowns_data();
     void singularSystemsGiveNonFiniteUnknowns();
+    void zeroPivotCountsAsOneInElimination();
+    void dumps();
     void normalEquations();
     void sizesBelowOneTouchNothing();
     void impossibleSizeThrows();
@@ -206,6 +211,60 @@ void TestNumeric::singularSystemsGiveNonFiniteUnknowns()
     for (int k = 0; k < 3; ++k)
         finite = finite && std::isfinite(system.unknown(k));
     QVERIFY(!finite);
+}
+
+/// Rows (0 2), (0 3): the multiplier of row 1 is 0 / 1, so U keeps the zero pivot and 3.
+void TestNumeric::zeroPivotCountsAsOneInElimination()
+{
+    double **a = newMatrix(3);
+    double **l = newMatrix(3);
+    double **u = newMatrix(3);
+    int p[3];
+    identity(3, a);
+    a[0][0] = 0;
+    a[0][1] = 2;
+    a[1][0] = 1e-3; // chosen: it exceeds the index 0
+    a[1][1] = 0;
+    a[2][2] = 0;
+    a[2][0] = 0;
+    luDecompose(3, a, l, u, p);
+    QCOMPARE(p[0], 1);
+    QCOMPARE(u[p[0]][0], 1e-3);
+    clearMatrix(3, a);
+    a[1][1] = 5;
+    a[2][0] = 0.0;
+    luDecompose(3, a, l, u, p);
+    QCOMPARE(u[p[0]][0], 0.0);
+    QCOMPARE(l[p[1]][0], 0.0);
+    QCOMPARE(u[p[1]][1], 5.0);
+    for (double **matrix : {a, l, u})
+        deleteMatrix(3, matrix);
+}
+
+/// Debugging scripts read these lines.
+void TestNumeric::dumps()
+{
+    double r0[] = {1, 2.5}, r1[] = {-3, 1e-7};
+    double *rows[] = {r0, r1};
+    const int p[] = {1, 0};
+    QTemporaryFile file;
+    QVERIFY(file.open());
+    std::fflush(stdout);
+    const int saved = dup(1);
+    dup2(file.handle(), 1);
+    dumpMatrix("A", 2, rows);
+    dumpMatrix("A", 2, rows, p);
+    dumpVector("v", 2, r0);
+    dumpVector("v", 2, r0, p);
+    dumpIndex("p", 2, p);
+    dumpVector("nothing", 0, r0);
+    std::fflush(stdout);
+    dup2(saved, 1);
+    close(saved);
+    QFile written(file.fileName());
+    QVERIFY(written.open(QIODevice::ReadOnly));
+    QCOMPARE(written.readAll(), QByteArray("# A = \n1 2.5 \n# -3 1e-07 \n# \n# A = \n-3 1e-07 \n# 1 2.5 \n# \n"
+                                           "# v = \n1 2.5 \n# \n# v = \n2.5 1 \n# \n# p = \n1 0 \n# \n"));
 }
 
 void TestNumeric::normalEquations()
@@ -476,7 +535,8 @@ void TestNumeric::lines()
     while (scanner.next(&line))
         got << simplifiedLine(line);
     QCOMPARE(got, QStringList({"a", "", "b", "last"}));
-    QCOMPARE(simplifiedLine(std::string_view("\xFF\0 a  b", 7)).mid(1), QString(QChar(0) + QStringLiteral(" a b"))); // not cut at NUL
+    QCOMPARE(simplifiedLine(std::string_view("\xFF\0 a  b", 7)).mid(1),
+             QString(QChar(0) + QStringLiteral(" a b"))); // not cut at NUL
     QCOMPARE(simplifiedLine("\xE8\xA9\xA6  \xE6\x96\x99"), QString::fromUtf8("\xE8\xA9\xA6 \xE6\x96\x99"));
 }
 

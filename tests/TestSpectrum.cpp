@@ -298,10 +298,17 @@ void TestSpectrum::readFitsLinesWithTheShift()
     }
     file.close();
     AMutE spectrum;
+    QCOMPARE(spectrum.preEdgeEnd(), 8000.0);
+    QCOMPARE(spectrum.postEdgeStart(), 8500.0);
     spectrum.setDE(100);
     QVERIFY(spectrum.read(file.fileName()));
     QVERIFY(spectrum.valid());
     QVERIFY(near(spectrum.energyMin(), 7900, 1e-12)); // extremes are of the measured energies
+    QVERIFY(near(spectrum.energyMax(), 8980, 1e-12));
+    QVERIFY(near(spectrum.angleMax(), std::asin(hc / 7900 / 2 / 3.1355316) * 180 / 3.1415926535, 1e-12));
+    QVERIFY(near(spectrum.angleMin(), std::asin(hc / 8980 / 2 / 3.1355316) * 180 / 3.1415926535, 1e-12));
+    QVERIFY(near(spectrum.muMax(), victoreen(0.3, 0.2, -0.03, 7800)));
+    QVERIFY(near(spectrum.muMin(), victoreen(0.3, 0.2, -0.03, 8880)));
     for (const double energy : {7800.0, 7950.0, 8700.0}) {
         QVERIFY(near(spectrum.preLine(energy), victoreen(0.3, 0.2, -0.03, energy)));
         QVERIFY(near(spectrum.postLine(energy), victoreen(0.3, 0.2, -0.03, energy)));
@@ -344,6 +351,10 @@ void TestSpectrum::linesComeBack()
         QVERIFY(near(spectrum.preLine(energy), victoreen(0.1, 0.2, -0.05, energy)));
         QVERIFY(near(spectrum.postLine(energy), victoreen(1.2, 0.1, -0.02, energy)));
     }
+    QVERIFY(near(spectrum.preCoefficients().a, 0.1, 1e-7));
+    QVERIFY(near(spectrum.preCoefficients().b, 0.2, 1e-7));
+    QVERIFY(near(spectrum.postCoefficients().c, -0.02, 1e-7));
+    QCOMPARE(spectrum.muMin(), victoreen(0.1, 0.2, -0.05, 8490));
     QVERIFY(near(spectrum.edgeJump(), victoreen(1.2, 0.1, -0.02, 8500) - victoreen(0.1, 0.2, -0.05, 8500)));
 
     // The limits are exclusive: a wild point exactly on each of them is in neither range.
@@ -382,7 +393,8 @@ void TestSpectrum::typesOfValues()
     QVERIFY(near(spectrum.valueAt(0, i), mu));
     QVERIFY(near(spectrum.valueAt(1, i), mu - pre));
     QVERIFY(near(spectrum.valueAt(2, i), 0.0));
-    QVERIFY(near(spectrum.valueAt(3, i), (mu - pre) / spectrum.edgeJump()));
+    QVERIFY(near(spectrum.valueAt(3, i),
+                 (mu - pre) / (victoreen(1.2, 0.1, -0.02, 8500) - victoreen(0.1, 0.2, -0.05, 8500))));
     QVERIFY(near(spectrum.valueAt(4, i), 1.0));
     QVERIFY(std::abs(spectrum.valueAt(3, i) - spectrum.valueAt(4, i)) > 1e-3);
     for (const int type : {-1, 5})
