@@ -158,9 +158,9 @@ bool MapLoader::parse(std::vector<Segment> *segments)
     const auto countLines = [blockBytes](Segment *segment, QIODevice *device) {
         BlockReader reader(device, segment->begin, segment->end, blockBytes);
         std::string_view block;
-        qint64 lines = 1; // the last may lack its line feed
+        qint64 lines = 0; // exactly: records behind a gap would have to be moved
         while (reader.next(&block))
-            lines += countLineFeeds(block);
+            lines += countLineFeeds(block) + (block.back() == '\n' ? 0 : 1);
         segment->room = std::min(lines, (segment->end - segment->begin) / shortestRecord + 1);
         return !reader.failed();
     };

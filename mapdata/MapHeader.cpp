@@ -61,6 +61,8 @@ void MapHeader::addLine(const QString &line, bool isFirstOfFile)
     if (!m_text.isEmpty())
         m_text += QLatin1Char('\n');
     m_text += line;
+    if (line.size() < 5) // "# I :" is the shortest line that says something
+        return;
 
     const QVector<QString> tokens = firstTokens(line);
     if (tokens.size() < 3)

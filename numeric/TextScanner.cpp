@@ -2,6 +2,7 @@
 
 #include <QTextCodec>
 
+#include <algorithm>
 #include <cstring>
 
 namespace numeric
@@ -23,7 +24,10 @@ QString simplifiedLine(std::string_view line)
 {
     constexpr std::size_t longest = 1 << 28; // what a QString holds and no line of a measurement reaches
     line = line.substr(0, longest);
-    const QByteArray bytes = QByteArray::fromRawData(line.data(), static_cast<int>(line.size()));
+    const auto size = static_cast<int>(line.size());
+    if (std::all_of(line.begin(), line.end(), [](char c) { return static_cast<unsigned char>(c) < 0x80; }))
+        return QString::fromLatin1(line.data(), size).simplified();
+    const QByteArray bytes = QByteArray::fromRawData(line.data(), size);
     QTextCodec::ConverterState state;
     const QString text = QTextCodec::codecForName("UTF-8")->toUnicode(bytes.constData(), bytes.size(), &state);
     const bool isUtf8 = state.invalidChars == 0 && state.remainingChars == 0;
