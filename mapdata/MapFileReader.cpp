@@ -12,6 +12,7 @@
 #include <QtConcurrent>
 
 #include <algorithm>
+#include <array>
 #include <cstring>
 #include <functional>
 #include <memory>
@@ -25,9 +26,6 @@ using Device = std::unique_ptr<QIODevice>;
 /// Opens the bytes once more: every worker reads through a device of its own. Null when that fails.
 using OpenDevice = std::function<Device()>;
 
-/// The shortest line that makes a record is "1 1" and a line feed.
-constexpr qint64 shortestRecord = 4;
-
 /// A run of whole lines that one worker counts and parses.
 struct Segment {
     qint64 begin = 0; ///< first byte
@@ -35,9 +33,16 @@ struct Segment {
     qint64 room = 0;  ///< records there may be, at most
     qint64 firstSlot = 0;
     qint64 count = 0; ///< records there are
+    bool lacksRoom = false;
     MapHeader header;
     bool failed = false;
 };
+
+qint64 mostRecords(const Segment &segment)
+{
+    constexpr qint64 shortestRecord = 4; // "1 1" and a line feed, the last of which may be missing
+    return (segment.end - segment.begin) / shortestRecord + 1;
+}
 
 class MapLoader
 {
@@ -59,7 +64,10 @@ private:
     bool readLeadingHeader(QIODevice *device, qint64 begin, qint64 end, qint64 *dataBegin);
     std::vector<Segment> cut(QIODevice *device, qint64 begin, qint64 end, qint64 count) const;
     qint64 lineStart(QIODevice *device, qint64 from, qint64 end) const;
-    bool parse(std::vector<Segment> *segments);
+    bool count(std::vector<Segment> *segments, bool mayEstimate) const;
+    static bool estimate(Segment *segment, QIODevice *device);
+    bool parse(std::vector<Segment> *segments, bool mayEstimate, bool *lacksRoom);
+    bool parse(QIODevice *device, qint64 begin, qint64 end, qint64 workers, std::vector<Segment> *segments);
     template <typename Work>
     bool inParallel(std::vector<Segment> *segments, Work work) const;
     bool columnsStay(const std::vector<Segment> &segments) const;
@@ -152,21 +160,53 @@ bool MapLoader::inParallel(std::vector<Segment> *segments, Work work) const
     return std::none_of(segments->begin(), segments->end(), [](const Segment &segment) { return segment.failed; });
 }
 
-bool MapLoader::parse(std::vector<Segment> *segments)
+/// Finds out how many records each segment needs room for: exactly, as records behind a gap would have to be moved,
+/// but for the last one, where an estimate saves reading the file twice.
+bool MapLoader::count(std::vector<Segment> *segments, bool mayEstimate) const
 {
-    const qint64 blockBytes = m_options.blockBytes;
-    const auto countLines = [blockBytes](Segment *segment, QIODevice *device) {
-        BlockReader reader(device, segment->begin, segment->end, blockBytes);
+    const Segment *const last = mayEstimate && !segments->empty() ? &segments->back() : nullptr;
+    return inParallel(segments, [this, last](Segment *segment, QIODevice *device) {
+        if (segment == last && estimate(segment, device))
+            return true;
+        BlockReader reader(device, segment->begin, segment->end, m_options.blockBytes);
         std::string_view block;
-        qint64 lines = 0; // exactly: records behind a gap would have to be moved
+        qint64 lines = 0;
         while (reader.next(&block))
             lines += countLineFeeds(block) + (block.back() == '\n' ? 0 : 1);
-        segment->room = std::min(lines, (segment->end - segment->begin) / shortestRecord + 1);
+        segment->room = std::min(lines, mostRecords(*segment));
         return !reader.failed();
-    };
-    if (!inParallel(segments, countLines))
-        return false;
+    });
+}
 
+/// Room for the lines that samples all over the segment let expect, and a few more. False for a short segment.
+bool MapLoader::estimate(Segment *segment, QIODevice *device)
+{
+    constexpr qint64 samples = 16;
+    constexpr qint64 sampleBytes = 4096;
+    constexpr qint64 longEnough = 8 * samples * sampleBytes;
+    const qint64 bytes = segment->end - segment->begin;
+    if (bytes < longEnough)
+        return false;
+    qint64 feeds = 0;
+    for (qint64 i = 0; i < samples; ++i) {
+        std::array<char, sampleBytes> sample;
+        if (!device->seek(segment->begin + i * ((bytes - sampleBytes) / (samples - 1))) ||
+            device->read(sample.data(), sampleBytes) != sampleBytes)
+            return false;
+        feeds += countLineFeeds(std::string_view(sample.data(), sample.size()));
+    }
+    constexpr double margin = 1.03; // costs addresses, no memory, and is too little for few files
+    segment->room = static_cast<qint64>(static_cast<double>(bytes) * margin * static_cast<double>(feeds) /
+                                        static_cast<double>(samples * sampleBytes));
+    return true;
+}
+
+/// Parses the segments into the columns. `lacksRoom` becomes true when an estimate was too low; all is to be done
+/// again then, without.
+bool MapLoader::parse(std::vector<Segment> *segments, bool mayEstimate, bool *lacksRoom)
+{
+    if (!count(segments, mayEstimate))
+        return false;
     qint64 total = 0;
     for (Segment &segment : *segments) {
         segment.firstSlot = total;
@@ -175,20 +215,32 @@ bool MapLoader::parse(std::vector<Segment> *segments)
     const A2DData::Columns columns = m_data->resize(total);
 
     const MapHeader header = m_header.continuation();
-    const auto parseLines = [blockBytes, &columns, &header](Segment *segment, QIODevice *device) {
-        BlockReader reader(device, segment->begin, segment->end, blockBytes);
+    const bool parsed = inParallel(segments, [this, &columns, &header](Segment *segment, QIODevice *device) {
+        BlockReader reader(device, segment->begin, segment->end, m_options.blockBytes);
         PixelLineParser parser(header, columns, segment->firstSlot, segment->room);
         std::string_view block;
         while (reader.next(&block))
             parser.parse(block);
         segment->count = parser.count();
+        segment->lacksRoom = parser.lacksRoom();
         segment->header = parser.header();
         return !reader.failed();
-    };
-    if (!inParallel(segments, parseLines))
+    });
+    if (!parsed)
         return false;
+    *lacksRoom = !segments->empty() && segments->back().lacksRoom;
     closeGaps(*segments, columns);
     return true;
+}
+
+/// Cuts [begin, end) for so many workers and parses it, whatever the estimate.
+bool MapLoader::parse(QIODevice *device, qint64 begin, qint64 end, qint64 workers, std::vector<Segment> *segments)
+{
+    bool lacksRoom = false;
+    *segments = cut(device, begin, end, workers);
+    if (!parse(segments, true, &lacksRoom))
+        return false;
+    return !lacksRoom || parse(segments, false, &lacksRoom);
 }
 
 /// Moves the records together where a segment had fewer than there was room for.
@@ -226,14 +278,12 @@ bool MapLoader::load(qint64 begin)
 
     const qint64 threads = m_options.threads > 0 ? m_options.threads : QThread::idealThreadCount();
     const qint64 most = (end - dataBegin) / std::max<qint64>(m_options.segmentBytes, 1);
-    std::vector<Segment> segments = cut(device.get(), dataBegin, end, std::max<qint64>(std::min(threads, most), 1));
-    if (!parse(&segments))
+    std::vector<Segment> segments;
+    if (!parse(device.get(), dataBegin, end, std::max<qint64>(std::min(threads, most), 1), &segments))
         return false;
-    if (!columnsStay(segments)) { // a header line between the data changed the columns: one after the other, then
-        segments = cut(device.get(), dataBegin, end, 1);
-        if (!parse(&segments))
-            return false;
-    }
+    // A header line between the data may have changed the columns: one after the other, then.
+    if (!columnsStay(segments) && !parse(device.get(), dataBegin, end, 1, &segments))
+        return false;
     for (const Segment &segment : segments)
         m_header.append(segment.header);
     m_data->setHeaderText(m_header.text());

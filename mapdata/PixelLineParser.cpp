@@ -83,8 +83,10 @@ inline bool PixelLineParser::readUsualLine(const char *&p, const char *end)
 
 inline void PixelLineParser::add(double x, double y, double I, double I0)
 {
-    if (m_next == m_end)
+    if (m_next == m_end) {
+        m_lacksRoom = true;
         return;
+    }
     m_columns.x[m_next] = x;
     m_columns.y[m_next] = y;
     m_columns.I[m_next] = I;

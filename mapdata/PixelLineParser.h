@@ -18,6 +18,8 @@ public:
 
     /// Records so far.
     qint64 count() const { return m_next - m_first; }
+    /// Whether records were dropped.
+    bool lacksRoom() const { return m_lacksRoom; }
     /// The header as it stands after the lines read.
     const MapHeader &header() const { return m_header; }
 
@@ -33,6 +35,7 @@ private:
     qint64 m_first;
     qint64 m_next;
     qint64 m_end;
+    bool m_lacksRoom = false;
 };
 
 /// Whether the first token of the line begins with "#".

@@ -84,7 +84,8 @@ private slots:
     void encodings_data();
     void encodings();
     void anyCutGivesTheSame();
-    void largeFileOfUsualLines();
+    void largeFiles_data();
+    void largeFiles();
     void whatCannotBeOpened_data();
     void whatCannotBeOpened();
     void loadingAgain();
@@ -293,9 +294,17 @@ void TestMapData::anyCutGivesTheSame()
     }
 }
 
-/// Long enough for several real blocks and segments, with lines that get longer and shorter.
-void TestMapData::largeFileOfUsualLines()
+void TestMapData::largeFiles_data()
 {
+    QTest::addColumn<bool>("hasDenseParts");
+    QTest::newRow("lines that get longer and shorter") << false;
+    QTest::newRow("more lines than samples of the file let expect") << true;
+}
+
+/// Long enough for several real blocks and segments, and for an estimate of the number of lines.
+void TestMapData::largeFiles()
+{
+    QFETCH(bool, hasDenseParts);
     const QTemporaryDir folder;
     const QString path = folder.filePath(QStringLiteral("large.txt"));
     QByteArray text = "# 1301\n" + axes("299", "399");
@@ -304,6 +313,8 @@ void TestMapData::largeFileOfUsualLines()
         text +=
             QByteArray::number(i % 300 * 0.1) + ' ' + QByteArray::number(i / 300 * 100000.0, 'f', i < 60000 ? 1 : 9);
         text += ' ' + QByteArray::number(i * 1.25, 'f', 4) + (i % 3 == 0 ? " \n" : " 90000\n");
+        if (hasDenseParts && i % 6000 == 3000)
+            text += QByteArray("1 2 3\n").repeated(9000);
     }
     QVERIFY(write(path, text));
     const LiteralMap wanted = readLiterally(text);
@@ -382,7 +393,7 @@ void TestMapData::hostileFiles_data()
     QTest::newRow("line feeds only") << QByteArray(10 * megabyte, '\n') << false << 0;
     QTest::newRow("header lines only") << QByteArray("#\n").repeated(megabyte / 4) << false << 0;
     QTest::newRow("100 MB in one line") << QByteArray("123456789 ").repeated(10 * megabyte) << false << 1;
-    QTest::newRow("100 MB in one number") << axes("0", "0") + "1 2 3 " + QByteArray(100 * megabyte, '5') << true << 1;
+    QTest::newRow("20 MB in one number") << axes("0", "0") + "1 2 3 " + QByteArray(20 * megabyte, '5') << true << 1;
     QTest::newRow("noise") << noise << false << -1;
     QTest::newRow("wide noise") << "\xFF\xFE" + noise << false << -1;
 }
