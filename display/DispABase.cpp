@@ -1,0 +1,96 @@
+#include "display/DispABase.h"
+
+#include "display/GraphBoxes.h"
+#include "display/HeaderMenu.h"
+#include "display/PopBase.h"
+
+#include <QStylePainter>
+
+namespace
+{
+constexpr double largestTitle = 12; // points
+}
+
+DispABase::DispABase(QWidget *parent)
+    : QFrame(parent)
+{
+    ui.setupUi(this);
+    setUpPop(this, ui.DispABFrame, ui.gridLayout, 1, 0);
+    m_menu = new HeaderMenu(
+        ui.frame,
+        [this] {
+            return DisplayPicture{ui.Title->text(), ui.DispA, ui.DispA->size(), [this](QStylePainter *p) {
+                                      ui.DispA->renderArea(p);
+                                  }};
+        },
+        this);
+    connectArea();
+    connect(this, &DispABase::draw, pop, QOverload<>::of(&QWidget::update));
+    connect(ui.PopDockB, &QPushButton::clicked, this, &DispABase::popDock);
+    connect(pop, &PopBase::closed, this, &DispABase::popDock);
+}
+
+void DispABase::connectArea()
+{
+    connect(ui.DispA, &DispArea::nowPos, this, &DispABase::receiveNowPos);
+    connect(ui.DispA, &DispArea::draw, this, &DispABase::receiveDraw);
+    connect(ui.DispA, &DispArea::mPressed, this, &DispABase::mPressed);
+    connect(ui.DispA, &DispArea::mDragging, this, &DispABase::mDragging);
+    connect(ui.DispA, &DispArea::mReleased, this, &DispABase::mReleased);
+    connect(ui.DispA, &DispArea::mDClicked, this, &DispABase::mDClicked);
+}
+
+void DispABase::setXYTitle(const QString &x, const QString &y)
+{
+    xTitle = x;
+    yTitle = y;
+    ui.XTitle->setText(xTitleInArea ? QString() : x);
+    ui.YTitle->setText(yTitleInArea ? QString() : y);
+}
+
+void DispABase::setRealRange(double x0, double y0, double x1, double y1)
+{
+    if (ui.DispA->scaleFixed)
+        return;
+    ui.DispA->cc.setRealArea(x0, y0, x1, y1);
+    ui.DispA->scaleFixed = true;
+}
+
+void DispABase::receiveNowPos(double rx, double ry)
+{
+    ui.XPos->setText(QString::number(rx, 'g', 6));
+    ui.YPos->setText(QString::number(ry, 'g', 6));
+    ui.XPos->setCursorPosition(0);
+    ui.YPos->setCursorPosition(0);
+}
+
+void DispABase::receiveDraw(QStylePainter *p)
+{
+    emit draw(p);
+    if (ui.DispA->cc.showXYTitle)
+        drawXYTitle(p);
+}
+
+void DispABase::popDock()
+{
+    togglePop(ui.Title->text());
+}
+
+void DispABase::drawXYTitle(QStylePainter *p)
+{
+    p->setPen(Qt::black);
+    const QFont font;
+    const GraphBoxes boxes(ui.DispA->cc);
+    if (xTitleInArea)
+        ui.DispA->dt.drawText(p, boxes.xTitle, font, Qt::AlignCenter, 1, xTitle, largestTitle);
+    if (yTitleInArea) {
+        p->rotate(270);
+        ui.DispA->dt.drawText(p, boxes.yTitle, font, Qt::AlignCenter, 1, yTitle, largestTitle);
+        p->rotate(-270);
+    }
+}
+
+void DispABase::clearScale()
+{
+    ui.DispA->scaleFixed = false;
+}

@@ -1,0 +1,57 @@
+#pragma once
+
+#include "display/ChCoord.h"
+#include "display/DrawText.h"
+#include "display/MarkLines.h"
+#include "display/MouseC.h"
+
+#include "ui_DispArea.h"
+
+#include <QFrame>
+#include <QPointer>
+
+class QStylePainter;
+
+/// The surface of a graph or map. It asks for its picture by emitting draw(), turns the mouse into zoom (wheel), pan
+/// (Shift and drag) and reset (double click) of the real range of `cc`, and reports plain presses and drags, every
+/// release and every double click.
+class DispArea : public QFrame
+{
+    Q_OBJECT
+
+public:
+    explicit DispArea(QWidget *parent = nullptr);
+
+    /// Has the area's picture painted, as large as on screen: on the screen or into a picture file.
+    void renderArea(QStylePainter *p);
+    /// Outlines the plot and labels the ends of its range; first wipes what was drawn beyond the plot if
+    /// `clearMargins`. To be called when the data are drawn.
+    void drawScale(QStylePainter *p, bool clearMargins);
+
+    MouseC mouse;
+    ChCoord cc;
+    bool scaleFixed = false; ///< the range was set once, or by the user: drawing routines leave it
+    DrawText dt;
+    QPointer<MarkLines> markLines; ///< not owned, may be null
+
+signals:
+    void nowPos(double rx, double ry);
+    void draw(QStylePainter *p);
+    void mPressed(MouseC *m);
+    void mDragging(MouseC *m);
+    void mReleased(MouseC *m);
+    void mDClicked(MouseC *m);
+
+protected:
+    void paintEvent(QPaintEvent *event) override;
+    void mousePressEvent(QMouseEvent *event) override;
+    void mouseMoveEvent(QMouseEvent *event) override;
+    void mouseReleaseEvent(QMouseEvent *event) override;
+    void mouseDoubleClickEvent(QMouseEvent *event) override;
+    void wheelEvent(QWheelEvent *event) override;
+
+private:
+    void pan();
+
+    Ui_DispArea ui;
+};

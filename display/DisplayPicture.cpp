@@ -1,0 +1,110 @@
+#include "display/DisplayPicture.h"
+
+#include <QApplication>
+#include <QCoreApplication>
+#include <QFileInfo>
+#include <QFontMetrics>
+#include <QPageSize>
+#include <QPdfWriter>
+#include <QSaveFile>
+#include <QStylePainter>
+#include <QWidget>
+
+namespace
+{
+
+constexpr double inchPerMetre = 0.0254;
+constexpr double pointsPerInch = 72;
+
+QFont titleFont()
+{
+    QFont font;
+    font.setBold(true);
+    return font;
+}
+
+} // namespace
+
+int DisplayPicture::titleHeight() const
+{
+    return title.isEmpty() ? 0 : QFontMetrics(titleFont()).height() * 3 / 2;
+}
+
+QSize DisplayPicture::fullSize() const
+{
+    return QSize(size.width(), size.height() + titleHeight());
+}
+
+bool DisplayPicture::paintOn(QPaintDevice *device) const
+{
+    QStylePainter p;
+    if (!p.begin(device, widget))
+        return false;
+    const QSize full = fullSize();
+    p.fillRect(QRect(QPoint(), full), Qt::white);
+    if (!title.isEmpty()) {
+        p.setFont(titleFont());
+        p.setPen(Qt::black);
+        const QRect line(0, 0, full.width(), titleHeight());
+        p.drawText(line, Qt::AlignCenter, p.fontMetrics().elidedText(title, Qt::ElideRight, full.width()));
+        p.setFont(QFont());
+    }
+    p.translate(0, titleHeight());
+    p.setClipRect(QRect(QPoint(), size));
+    paint(&p);
+    return p.end();
+}
+
+QImage DisplayPicture::toImage(double scale) const
+{
+    if (fullSize().isEmpty())
+        return QImage();
+    QImage image((QSizeF(fullSize()) * scale).toSize(), QImage::Format_RGB32);
+    if (image.isNull())
+        return image;
+    image.setDevicePixelRatio(scale);
+    image.setDotsPerMeterX(qRound(widget->logicalDpiX() / inchPerMetre)); // fonts as large as on screen
+    image.setDotsPerMeterY(qRound(widget->logicalDpiY() / inchPerMetre));
+    return paintOn(&image) ? image : QImage();
+}
+
+QString DisplayPicture::save(const QString &path, double scale) const
+{
+    const QString suffix = QFileInfo(path).suffix().toLower();
+    if (suffix == QLatin1String("png"))
+        return savePng(path, scale);
+    if (suffix == QLatin1String("pdf"))
+        return savePdf(path);
+    return QCoreApplication::translate("DisplayPicture", "The name must end in .png or .pdf.");
+}
+
+QString DisplayPicture::savePng(const QString &path, double scale) const
+{
+    const QImage image = toImage(scale);
+    if (image.isNull())
+        return QCoreApplication::translate("DisplayPicture", "There is nothing to see in this display.");
+    QSaveFile file(path);
+    if (!file.open(QIODevice::WriteOnly) || !image.save(&file, "PNG") || !file.commit())
+        return file.errorString();
+    return QString();
+}
+
+QString DisplayPicture::savePdf(const QString &path) const
+{
+    if (fullSize().isEmpty())
+        return QCoreApplication::translate("DisplayPicture", "There is nothing to see in this display.");
+    QSaveFile file(path);
+    if (!file.open(QIODevice::WriteOnly))
+        return file.errorString();
+    {
+        QPdfWriter writer(&file);
+        writer.setTitle(title);
+        writer.setResolution(widget->logicalDpiX()); // one unit is one pixel on screen
+        const QSizeF page = QSizeF(fullSize()) * (pointsPerInch / widget->logicalDpiX());
+        writer.setPageSize(QPageSize(page, QPageSize::Point, QString(), QPageSize::ExactMatch));
+        writer.setPageMargins(QMarginsF());
+        if (!paintOn(&writer))
+            return file.errorString();
+    }
+    return file.commit() ? QString() : file.errorString();
+}

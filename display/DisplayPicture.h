@@ -1,0 +1,33 @@
+#pragma once
+
+#include <QImage>
+#include <QSize>
+#include <QString>
+
+#include <functional>
+
+class QPaintDevice;
+class QStylePainter;
+class QWidget;
+
+/// The picture of a display, for talks and papers: its title on a line of its own and below it what the display shows.
+struct DisplayPicture {
+    QString title;
+    QWidget *widget = nullptr;                  ///< whose style and resolution are used
+    QSize size;                                 ///< pixels, without the title
+    std::function<void(QStylePainter *)> paint; ///< paints the rectangle (0, 0) to size
+
+    /// The size with the title; an empty title takes no room.
+    QSize fullSize() const;
+    /// The picture with `scale` pixels for each pixel on screen; null when it has no size.
+    QImage toImage(double scale) const;
+    /// Writes a PNG of that scale, or where the name ends in ".pdf" vectors. On failure returns why and leaves the
+    /// file as it was; an empty text is success.
+    QString save(const QString &path, double scale) const;
+
+private:
+    int titleHeight() const;
+    bool paintOn(QPaintDevice *device) const;
+    QString savePng(const QString &path, double scale) const;
+    QString savePdf(const QString &path) const;
+};

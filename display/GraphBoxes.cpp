@@ -1,0 +1,29 @@
+#include "display/GraphBoxes.h"
+
+#include "display/ChCoord.h"
+#include "numeric/RealToInt.h"
+
+#include <cmath>
+
+using numeric::truncToInt;
+
+GraphBoxes::GraphBoxes(const ChCoord &cc)
+{
+    const int line = truncToInt((cc.isy1() - cc.isy0()) / cc.textLines); // negative: y pixels grow downwards
+    const int margin = truncToInt((cc.sx1() - cc.sx0()) * cc.marginX0());
+    const int left = truncToInt(cc.isx0());
+    const int right = truncToInt(cc.isx1());
+    const int bottom = truncToInt(cc.isy0());
+    const int textHeight = -truncToInt(cc.textFill * line);
+    const int belowPlot = bottom - truncToInt((1 - cc.textFill) * line);
+
+    xTitle = QRectF(left, belowPlot, truncToInt(std::abs(cc.isx1() - cc.isx0())), textHeight);
+    const int fullHeight = truncToInt(std::abs(cc.sy1() - cc.sy0()));
+    yTitle = QRectF(-fullHeight, -truncToInt(line * cc.textFill), fullHeight,
+                    truncToInt(cc.textFill * truncToInt(std::abs(line))));
+
+    yMaximum = QRectF(0, truncToInt(cc.isy1()), 0.95 * margin, textHeight);
+    yMinimum = QRectF(0, bottom, 0.95 * margin, -textHeight);
+    xMinimum = QRectF(left, belowPlot, 2.0 * margin, textHeight);
+    xMaximum = QRectF(right, belowPlot, -2.0 * margin, textHeight);
+}

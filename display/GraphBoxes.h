@@ -1,0 +1,15 @@
+#pragma once
+
+#include <QRectF>
+
+class ChCoord;
+
+/// Where the titles and range labels of a graph stand, in pixels. A text line is the inner height divided by
+/// ChCoord::textLines and whole; boxes that rise from their edge or extend to its left have negative sizes.
+struct GraphBoxes {
+    explicit GraphBoxes(const ChCoord &cc);
+
+    QRectF xTitle; ///< a line below the plot, as wide as the plot
+    QRectF yTitle; ///< a line in from the left, reading upwards: in the coordinates of a painter rotated by 270 degrees
+    QRectF yMaximum, yMinimum, xMinimum, xMaximum; ///< the labels of the range's ends
+};

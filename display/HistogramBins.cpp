@@ -1,0 +1,64 @@
+#include "display/HistogramBins.h"
+
+#include <QDir>
+#include <QFileInfo>
+#include <QSaveFile>
+
+#include <algorithm>
+#include <numeric>
+
+void HistogramBins::setBoxes(double first, double last, double boxes)
+{
+    n = std::max(0, std::min(maxBoxes, numeric::truncToInt(boxes)));
+    width = (last - first) / (n - 1);
+    min = first - width / 2;
+    max = last + width / 2;
+    counts.fill(0, n);
+    total = under = over = 0;
+}
+
+void HistogramBins::add(double value)
+{
+    Tally one(0);
+    one.counts.swap(counts); // counted in place
+    tally(
+        0, 1, [value](std::size_t) { return value; }, &one);
+    counts.swap(one.counts);
+    under += one.under;
+    over += one.over;
+    ++total;
+}
+
+void HistogramBins::merge(const Tally &tally)
+{
+    std::transform(counts.cbegin(), counts.cend(), tally.counts.cbegin(), counts.begin(), std::plus<int>());
+    under += tally.under;
+    over += tally.over;
+}
+
+int HistogramBins::largestCount() const
+{
+    return counts.isEmpty() ? 0 : *std::max_element(counts.cbegin(), counts.cend());
+}
+
+int HistogramBins::inRangeCount() const
+{
+    return std::accumulate(counts.cbegin(), counts.cend(), 0);
+}
+
+bool HistogramBins::write(const QString &path, const QString &tag) const
+{
+    const QFileInfo beside(path);
+    const QString directory = QDir(beside.absolutePath()).canonicalPath();
+    if (path.isEmpty() || directory.isEmpty()) // no such directory
+        return false;
+    QSaveFile file(QStringLiteral("%1/%2_%3.%4").arg(directory, beside.completeBaseName(), tag, beside.suffix()));
+    if (!file.open(QIODevice::WriteOnly | QIODevice::Text))
+        return false;
+    for (int i = -1; i <= n; ++i) {
+        const int count = i < 0 ? under : i < n ? counts.at(i) : over;
+        const QString line = QStringLiteral("%1 %2 %3  %4\n").arg(lowerEdge(i)).arg(centre(i)).arg(upperEdge(i));
+        file.write(line.arg(count).toUtf8());
+    }
+    return file.commit();
+}
