@@ -15,6 +15,7 @@ DispABase::DispABase(QWidget *parent)
     : QFrame(parent)
 {
     ui.setupUi(this);
+    setAttribute(Qt::WA_QuitOnClose, false);
     setUpPop(this, ui.DispABFrame, ui.gridLayout, 1, 0);
     m_menu = new HeaderMenu(
         ui.frame,
@@ -25,7 +26,7 @@ DispABase::DispABase(QWidget *parent)
         },
         this);
     connectArea();
-    connect(this, &DispABase::draw, pop, QOverload<>::of(&QWidget::update));
+    connect(this, &DispABase::draw, pop, &PopBase::updateAround);
     connect(ui.PopDockB, &QPushButton::clicked, this, &DispABase::popDock);
     connect(pop, &PopBase::closed, this, &DispABase::popDock);
 }

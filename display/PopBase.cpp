@@ -15,3 +15,8 @@ void PopBase::closeEvent(QCloseEvent *event)
     QFrame::closeEvent(event);
     emit closed();
 }
+
+void PopBase::updateAround()
+{
+    update(QRegion(rect()) - childrenRegion());
+}

@@ -18,6 +18,11 @@ public:
 signals:
     void closed();
 
+public slots:
+    /// Repaints what the content leaves free of the window. To be connected to the content's own draw(): repainting the
+    /// content too would have it ask again, without end.
+    void updateAround();
+
 protected:
     void closeEvent(QCloseEvent *event) override;
 

@@ -8,7 +8,8 @@ class QString;
 class QWidget;
 
 /// What every display shares about being popped out: its content moves between the display's own grid and a window.
-/// The display connects its button and the window's closed() to a slot that calls togglePop().
+/// The display connects its button and the window's closed() to a slot that calls togglePop(), and its draw() to the
+/// window's updateAround().
 class PopDock
 {
 public:
