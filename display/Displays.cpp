@@ -34,6 +34,7 @@ void Displays::addDisp(DispABase *dab, const QString &title, DispId id, int col,
 {
     dab->xTitleInArea = true;
     dab->yTitleInArea = true;
+    dab->setXYTitle(dab->xTitle, dab->yTitle); // out of the header
     dab->ui.Title->setText(title);
     if (col >= 0 && row >= 0)
         ui.DispL->addWidget(dab, row, col, rowSpan, colSpan);
