@@ -36,6 +36,7 @@ void Displays::addDisp(DispABase *dab, const QString &title, DispId id, int col,
     dab->yTitleInArea = true;
     dab->setXYTitle(dab->xTitle, dab->yTitle); // out of the header
     dab->ui.Title->setText(title);
+    dab->ui.Title->setToolTip(title); // where the panel is too narrow for it
     if (col >= 0 && row >= 0)
         ui.DispL->addWidget(dab, row, col, rowSpan, colSpan);
     else
