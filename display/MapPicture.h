@@ -1,0 +1,53 @@
+#pragma once
+
+#include "display/ColourScale.h"
+
+#include <QImage>
+
+#include <vector>
+
+class ChCoord;
+class QPainter;
+class QRectF;
+
+/// The values of a map, borrowed for a call: nx x ny of them, row by row. Cell (i, j) covers the real coordinates from
+/// (i, j) to (i + 1, j + 1).
+struct MapValues {
+    const double *values = nullptr;
+    int nx = 0;
+    int ny = 0;
+    const quint8 *mask = nullptr; ///< nx x ny, or none: cells that are not 0 are hidden
+};
+
+/// The picture of a map, coloured once and then drawn from memory until something changes.
+class MapPicture
+{
+public:
+    /// The values changed where they stand: the next update colours anew.
+    void invalidate() { m_stale = true; }
+
+    /// Colours the map, unless nothing changed since the last time: neither the arrays, their size, the scale or the
+    /// table, nor was invalidate() called. Returns whether it coloured. An empty map, or one too large for an image,
+    /// leaves an empty picture.
+    bool update(const MapValues &map, const ColourScale &scale, const ColourTable &table);
+
+    /// One pixel per cell; the first line is the row at y = 0.
+    const QImage &image() const { return m_image; }
+
+    /// Draws the cells that lie within the inner rectangle of `cc`, each pixel of the device in the colour of the cell
+    /// that its centre lies in. Where cells are at least 3 pixels wide and high, they are outlined in grey.
+    void draw(QPainter *painter, const ChCoord &cc);
+
+private:
+    void drawPixels(QPainter *painter, const ChCoord &cc, const QRectF &inner);
+    void drawScaled(QPainter *painter, const ChCoord &cc, const QRectF &inner) const;
+    void drawOutlines(QPainter *painter, const ChCoord &cc, const QRectF &inner) const;
+
+    QImage m_image;
+    QImage m_shown; // in the pixels of the device; kept for its memory
+    std::vector<int> m_columns, m_rows;
+    MapValues m_map; // what m_image was coloured from
+    ColourScale m_scale;
+    ColourTable m_table;
+    bool m_stale = true;
+};
