@@ -1,0 +1,158 @@
+#include "display/DispMBase.h"
+
+#include "display/HeaderMenu.h"
+#include "display/PopBase.h"
+
+#include <QStylePainter>
+
+namespace
+{
+
+QString numberText(double value)
+{
+    return QString::number(value, 'g', 6);
+}
+
+void showNumber(QLineEdit *field, double value)
+{
+    if (field->text() != numberText(value))
+        field->setText(numberText(value));
+    field->setCursorPosition(0); // the start of a long number shows
+}
+
+/// What the user typed into a field that shows `limit`: leaving the field as it is keeps all digits of the limit.
+double typedLimit(QLineEdit *field, double limit)
+{
+    field->setModified(false);
+    return field->text() == numberText(limit) ? limit : field->text().toDouble();
+}
+
+} // namespace
+
+DispMBase::DispMBase(QWidget *parent)
+    : QFrame(parent)
+{
+    ui.setupUi(this);
+    setAttribute(Qt::WA_QuitOnClose, false);
+    setUpPop(this, ui.DispABFrame, ui.gridLayout, 1, 0);
+    m_menu = new HeaderMenu(
+        ui.frame,
+        [this] {
+            return DisplayPicture{ui.Title->text(), ui.DispA, pictureSize(), [this](QStylePainter *p) {
+                                      renderPicture(p);
+                                  }};
+        },
+        this);
+    connectArea();
+    connect(this, &DispMBase::draw, pop, &PopBase::updateAround);
+    connect(ui.PopDockB, &QPushButton::clicked, this, &DispMBase::popDock);
+    connect(pop, &PopBase::closed, this, &DispMBase::popDock);
+    connect(ui.MaxV, &QLineEdit::editingFinished, this, &DispMBase::newZmax);
+    connect(ui.MinV, &QLineEdit::editingFinished, this, &DispMBase::newZmin);
+    connect(ui.CBar, &cBar::newScale, this, QOverload<>::of(&QWidget::update));
+    connect(ui.CBar, &cBar::newScale, ui.DispA, QOverload<>::of(&QWidget::update)); // it may be popped out
+    connect(ui.CBar, &cBar::newScale, this, &DispMBase::showLimits);
+    showLimits();
+}
+
+DispMBase::~DispMBase()
+{
+    // A field that has the focus announces its text while it is destroyed, when there is no display left to take it.
+    ui.MaxV->disconnect(this);
+    ui.MinV->disconnect(this);
+}
+
+void DispMBase::connectArea()
+{
+    connect(ui.DispA, &DispArea::nowPos, this, &DispMBase::receiveNowPos);
+    connect(ui.DispA, &DispArea::nowPos, this, &DispMBase::nowPos);
+    connect(ui.DispA, &DispArea::draw, this, &DispMBase::receiveDraw);
+    connect(ui.DispA, &DispArea::mPressed, this, &DispMBase::mPressed);
+    connect(ui.DispA, &DispArea::mDragging, this, &DispMBase::mDragging);
+    connect(ui.DispA, &DispArea::mReleased, this, &DispMBase::mReleased);
+    connect(ui.DispA, &DispArea::mDClicked, this, &DispMBase::mDClicked);
+}
+
+void DispMBase::setRealRange(double x0, double y0, double x1, double y1)
+{
+    if (ui.DispA->scaleFixed)
+        return;
+    ui.DispA->cc.setRealArea(x0, y0, x1, y1);
+    ui.DispA->scaleFixed = true;
+}
+
+void DispMBase::setLimits(double min, double max)
+{
+    ui.CBar->setLimits(min, max);
+    showLimits();
+}
+
+void DispMBase::receiveNowPos(double rx, double ry)
+{
+    showNumber(ui.XPos, rx);
+    showNumber(ui.YPos, ry);
+}
+
+void DispMBase::receiveDraw(QStylePainter *p)
+{
+    emit draw(p);
+}
+
+void DispMBase::popDock()
+{
+    togglePop(ui.Title->text());
+}
+
+void DispMBase::clearScale()
+{
+    ui.DispA->scaleFixed = false;
+}
+
+void DispMBase::newZmax()
+{
+    ui.CBar->newZmax(typedLimit(ui.MaxV, ui.CBar->zmax()));
+}
+
+void DispMBase::newZmin()
+{
+    ui.CBar->newZmin(typedLimit(ui.MinV, ui.CBar->zmin()));
+}
+
+/// Leaves a field alone in which the user is typing.
+void DispMBase::showLimits()
+{
+    const auto show = [](QLineEdit *field, double limit) {
+        if (!(field->hasFocus() && field->isModified()))
+            showNumber(field, limit);
+    };
+    show(ui.MaxV, ui.CBar->zmax());
+    show(ui.MinV, ui.CBar->zmin());
+}
+
+QSize DispMBase::pictureSize() const
+{
+    return QSize(ui.DispA->width() + ui.frame_2->width(), ui.DispA->height());
+}
+
+/// The map and the colour bar with its limits, placed as on screen.
+void DispMBase::renderPicture(QStylePainter *p)
+{
+    const QPoint column(ui.DispA->width(), 0);
+    p->save();
+    p->setClipRect(ui.DispA->rect(), Qt::IntersectClip);
+    ui.DispA->renderArea(p);
+    p->restore();
+    p->setPen(Qt::black);
+    const QFont font = ui.MaxV->font();
+    const auto drawLimit = [&](const QLineEdit *field, double limit) {
+        ui.DispA->dt.drawText(p, field->geometry().translated(column), font, Qt::AlignCenter, 1, numberText(limit),
+                              font.pointSizeF());
+    };
+    drawLimit(ui.MaxV, ui.CBar->zmax());
+    drawLimit(ui.MinV, ui.CBar->zmin());
+    p->translate(column + ui.CBar->pos());
+    ui.CBar->renderBar(p);
+    p->setPen(QColor(150, 150, 150)); // as the plot: the white end would have no edge on paper
+    p->setBrush(Qt::NoBrush);
+    p->drawRect(0, 0, ui.CBar->width(), ui.CBar->height());
+}

@@ -1,0 +1,62 @@
+#pragma once
+
+#include "display/DispArea.h"
+#include "display/MapPicture.h"
+#include "display/PopDock.h"
+#include "display/cBar.h"
+
+#include "ui_DispMBase.h"
+
+#include <QFrame>
+
+class HeaderMenu;
+class QStylePainter;
+
+/// A map: a header row with title and read-outs above a drawing area, and beside it a colour bar with its limits.
+/// Whoever is connected to draw() paints the map, in the colours of the bar. It can be popped out into a window of its
+/// own.
+class DispMBase : public QFrame, public PopDock
+{
+    Q_OBJECT
+
+public:
+    explicit DispMBase(QWidget *parent = nullptr);
+    ~DispMBase() override;
+
+    /// The natural range of the map: taken once, then left to the user until a double click or clearScale().
+    void setRealRange(double x0, double y0, double x1, double y1);
+    /// Sets the limits of the colour bar and shows them. Announces nothing, so that a drawing routine may call it.
+    void setLimits(double min, double max);
+    DispArea *area() const { return ui.DispA; }
+    cBar *bar() const { return ui.CBar; }
+    /// The context menu of the header row.
+    HeaderMenu *headerMenu() const { return m_menu; }
+
+    MapPicture picture; ///< for the drawing routine: what it drew last
+    Ui_DispMBase ui;
+
+signals:
+    void draw(QStylePainter *p);
+    void nowPos(double x, double y);
+    void mPressed(MouseC *m);
+    void mDragging(MouseC *m);
+    void mReleased(MouseC *m);
+    void mDClicked(MouseC *m);
+
+public slots:
+    void receiveNowPos(double rx, double ry);
+    void receiveDraw(QStylePainter *p);
+    void popDock();
+    void clearScale();
+    /// Take what the user typed; a text that is no number is 0.
+    void newZmax();
+    void newZmin();
+
+private:
+    void connectArea();
+    void showLimits();
+    void renderPicture(QStylePainter *p);
+    QSize pictureSize() const;
+
+    HeaderMenu *m_menu;
+};
