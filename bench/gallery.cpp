@@ -1,6 +1,10 @@
 // Shows what the display folder draws, on made-up data: gallery opens a window per item, gallery --shots DIR saves
 // their pictures instead. QT_SCALE_FACTOR=2 shows them as on a fine screen.
+#include "MapGallery.h"
+
+#include "display/ColourBarMenu.h"
 #include "display/DispABase.h"
+#include "display/DispMBase.h"
 #include "display/Displays.h"
 #include "display/HeaderMenu.h"
 #include "display/Histgram.h"
@@ -184,28 +188,38 @@ struct Item {
     std::function<std::unique_ptr<QWidget>()> make;
 };
 
-/// Saves a window as on screen, the window of its first display popped out, and that display's picture.
-void shoot(QWidget *window, const QDir &directory, const QString &name)
+/// Saves a display popped out, its picture and the window after docking.
+template <class Display>
+void shootDisplay(Display *display, QWidget *window, const QString &name)
 {
-    const auto save = [&](const QString &part, const QPixmap &pixmap) {
-        pixmap.save(directory.filePath(name + part + ".png"));
-    };
-    save(QString(), window->grab());
-    auto *const dab = window->findChild<DispABase *>();
-    if (!dab)
-        return;
-    dab->popDock();
+    display->popDock();
     QApplication::processEvents();
-    save("-popped", dab->pop->grab());
+    display->pop->grab().save(name + "-popped.png");
     for (const char *const suffix : {".png", ".pdf"}) {
-        dab->headerMenu()->askFileName = [&](const QString &) {
-            return directory.filePath(name + "-saved" + suffix);
+        display->headerMenu()->askFileName = [&](const QString &) {
+            return name + "-saved" + suffix;
         };
-        dab->headerMenu()->menu.actions().at(1)->trigger();
+        display->headerMenu()->menu.actions().at(1)->trigger();
     }
-    dab->popDock();
+    display->popDock();
     QApplication::processEvents();
-    save("-docked", window->grab());
+    window->grab().save(name + "-docked.png");
+}
+
+/// Saves a window as on screen, and more of its first display.
+void shoot(QWidget *window, const QString &name)
+{
+    window->grab().save(name + ".png");
+    if (auto *const map = qobject_cast<DispMBase *>(window))
+        shootDisplay(map, window, name);
+    else if (auto *const graph = window->findChild<DispABase *>())
+        shootDisplay(graph, window, name);
+    if (auto *const menu = window->findChild<ColourBarMenu *>()) {
+        menu->setChosen(4, true);
+        menu->popup(QPoint());
+        menu->grab().save(name + "-menu.png");
+        menu->close();
+    }
 }
 
 } // namespace
@@ -215,19 +229,36 @@ int main(int argc, char **argv)
     QApplication application(argc, argv);
     QCommandLineParser arguments;
     const QCommandLineOption shots("shots", "Save pictures into this folder.", "folder");
+    const QCommandLineOption size("size", "Give the windows this size.", "1366x768");
     arguments.addOption(shots);
+    arguments.addOption(size);
     arguments.addHelpOption();
     arguments.process(application);
 
-    const Item items[] = {{"graph", makeGraph}, {"displays", makeDisplays}, {"texts", makeTexts}};
+    const Item items[] = {{"graph", makeGraph},
+                          {"displays", makeDisplays},
+                          {"texts", makeTexts},
+                          {"map",
+                           [] {
+                               return makeMap(2048);
+                           }},
+                          {"small-map",
+                           [] {
+                               return makeMap(50);
+                           }},
+                          {"bars", makeBars},
+                          {"lines", makeLines}};
+    const QStringList sides = arguments.value(size).split('x');
     std::vector<std::unique_ptr<QWidget>> windows;
     for (const Item &item : items) {
         windows.push_back(item.make());
         windows.back()->setAttribute(Qt::WA_QuitOnClose); // here every window counts
+        if (arguments.isSet(size))
+            windows.back()->resize(sides.first().toInt(), sides.last().toInt());
         windows.back()->show();
         QApplication::processEvents();
         if (arguments.isSet(shots))
-            shoot(windows.back().get(), QDir(arguments.value(shots)), item.name);
+            shoot(windows.back().get(), QDir(arguments.value(shots)).filePath(item.name));
     }
     return arguments.isSet(shots) ? 0 : QApplication::exec();
 }
