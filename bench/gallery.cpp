@@ -16,6 +16,7 @@
 #include <QDir>
 #include <QFormLayout>
 #include <QLineEdit>
+#include <QMenu>
 #include <QPainterPath>
 #include <QStylePainter>
 
@@ -199,7 +200,7 @@ void shootDisplay(Display *display, QWidget *window, const QString &name)
         display->headerMenu()->askFileName = [&](const QString &) {
             return name + "-saved" + suffix;
         };
-        display->headerMenu()->menu.actions().at(1)->trigger();
+        display->headerMenu()->menu->actions().at(1)->trigger();
     }
     display->popDock();
     QApplication::processEvents();

@@ -4,6 +4,7 @@
 #include <QClipboard>
 #include <QDir>
 #include <QFileDialog>
+#include <QMenu>
 #include <QMessageBox>
 
 #include <algorithm>
@@ -33,6 +34,7 @@ QString asFileName(QString title)
 
 HeaderMenu::HeaderMenu(QWidget *header, std::function<DisplayPicture()> picture, QObject *parent)
     : QObject(parent)
+    , menu(new QMenu(header))
     , m_header(header)
     , m_picture(std::move(picture))
 {
@@ -43,18 +45,16 @@ HeaderMenu::HeaderMenu(QWidget *header, std::function<DisplayPicture()> picture,
         QMessageBox::warning(m_header, tr("Save picture"), text);
     };
 
-    connect(menu.addAction(tr("Copy picture")), &QAction::triggered, this, &HeaderMenu::copyPicture);
-    connect(menu.addAction(tr("Save picture...")), &QAction::triggered, this, &HeaderMenu::savePicture);
-    m_valuesAction = menu.addAction(tr("Copy values"));
+    connect(menu->addAction(tr("Copy picture")), &QAction::triggered, this, &HeaderMenu::copyPicture);
+    connect(menu->addAction(tr("Save picture...")), &QAction::triggered, this, &HeaderMenu::savePicture);
+    m_valuesAction = menu->addAction(tr("Copy values"));
     connect(m_valuesAction, &QAction::triggered, this, &HeaderMenu::copyValues);
     m_valuesAction->setEnabled(false);
 
     header->setContextMenuPolicy(Qt::CustomContextMenu);
     connect(header, &QWidget::customContextMenuRequested, this,
-            [this](const QPoint &position) { menu.popup(m_header->mapToGlobal(position)); });
+            [this](const QPoint &position) { menu->popup(m_header->mapToGlobal(position)); });
 }
-
-HeaderMenu::~HeaderMenu() = default;
 
 void HeaderMenu::setValues(std::function<QString()> values)
 {

@@ -2,12 +2,12 @@
 
 #include "display/DisplayPicture.h"
 
-#include <QMenu>
 #include <QObject>
 
 #include <functional>
 
 class QAction;
+class QMenu;
 class QWidget;
 
 /// The context menu on the header row of a display: its picture to the clipboard or into a file, and its values as
@@ -19,14 +19,13 @@ class HeaderMenu : public QObject
 public:
     /// `picture` gives the display's picture at the moment of use.
     HeaderMenu(QWidget *header, std::function<DisplayPicture()> picture, QObject *parent);
-    ~HeaderMenu() override;
 
     /// Who gives the plotted values as tab-separated text; an empty function switches "Copy values" off.
     void setValues(std::function<QString()> values);
     /// Takes "Copy values" out of the menu, for displays that have other means.
     void hideValues();
 
-    QMenu menu;
+    QMenu *const menu; ///< goes with the header
 
     /// Asks for the name of a picture file, with a proposal; an empty answer is a change of mind.
     std::function<QString(const QString &proposal)> askFileName;

@@ -7,6 +7,7 @@
 #include <QCheckBox>
 #include <QClipboard>
 #include <QLineEdit>
+#include <QMenu>
 #include <QTemporaryDir>
 
 #include <memory>
@@ -16,7 +17,7 @@ namespace
 
 QAction *menuAction(DispABase *dab, int position)
 {
-    return dab->headerMenu()->menu.actions().at(position);
+    return dab->headerMenu()->menu->actions().at(position);
 }
 constexpr int copyPicture = 0;
 constexpr int savePicture = 1;
@@ -299,7 +300,7 @@ void TestDisplayParts::headerMenuOpensOnTheHeaderOnly()
 {
     DispABase dab;
     dab.show();
-    QMenu &menu = dab.headerMenu()->menu;
+    QMenu &menu = *dab.headerMenu()->menu;
     const auto rightClick = [](QWidget *widget) {
         QContextMenuEvent event(QContextMenuEvent::Mouse, QPoint(2, 2), widget->mapToGlobal(QPoint(2, 2)));
         QApplication::sendEvent(widget, &event);
