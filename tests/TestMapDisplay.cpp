@@ -401,7 +401,7 @@ void TestMapDisplay::copiedPictureHasTheBar()
     DispMBase &display = shown.display;
     display.ui.Title->clear(); // no line for it
     display.area()->grab();
-    display.headerMenu()->menu.actions().first()->trigger();
+    display.headerMenu()->menu->actions().first()->trigger();
     const QImage image = QApplication::clipboard()->image();
     QCOMPARE(image.width(), 2 * (display.area()->width() + display.ui.frame_2->width()));
     const QPoint corner = display.bar()->mapTo(display.ui.DispABFrame, QPoint(20, 0)) - display.area()->pos();
