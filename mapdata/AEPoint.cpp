@@ -1,0 +1,178 @@
+#include "mapdata/AEPoint.h"
+
+#include "mapdata/CompactControls.h"
+#include "mapdata/MapFileReader.h"
+#include "mapdata/WaitCursor.h"
+
+#include <QDragEnterEvent>
+#include <QFileInfo>
+
+namespace
+{
+
+/// What the row tells about the file it was given.
+struct LoadReport {
+    QString text;
+    bool isWarning;
+};
+
+LoadReport reportOf(const MapLoadResult &result, const QString &path)
+{
+    const QString name = QFileInfo(path).fileName();
+    if (!result.opened)
+        return {AEPoint::tr("Cannot read %1").arg(name), true};
+    if (result.count == 0)
+        return {AEPoint::tr("No map data in %1").arg(name), true};
+    if (!result.loaded)
+        return {AEPoint::tr("No map size in %1").arg(name), true};
+    const QString size = QStringLiteral("%1 x %2").arg(result.nx).arg(result.ny);
+    if (static_cast<qint64>(result.nx) * result.ny == result.count)
+        return {size, false};
+    return {AEPoint::tr("%1: %2 points").arg(size).arg(result.count), true};
+}
+
+} // namespace
+
+AEPoint::AEPoint(QWidget *parent)
+    : QFrame(parent)
+{
+    ui.setupUi(this);
+    m_mutFields = {ui.Mut1, ui.Mut2, ui.Mut3, ui.Mut4};
+    ui.FileSelect->setSingleLine();
+    ui.FileSelect->showDE(false);
+    compact::fitButton(ui.ShowMapB);
+    compact::fitField(ui.Energy, QStringLiteral("00000.00"));
+    for (QLineEdit *const field : {ui.MutT, ui.Mut1, ui.Mut2, ui.Mut3, ui.Mut4})
+        compact::fitField(field, QStringLiteral("-0.00000"));
+    ui.NumDisp->setMinimumWidth(fontMetrics().horizontalAdvance(QStringLiteral("00")));
+
+    connect(ui.FileSelect, &AFileSelect::newDir, this, &AEPoint::newDir);
+    connect(ui.FileSelect, &AFileSelect::newFilePath, this, &AEPoint::loadData);
+    connect(ui.Energy, &QLineEdit::editingFinished, this, &AEPoint::inNewEnergy);
+    for (QCheckBox *const box : {ui.UseCB, ui.VPointCB, ui.LCFCB})
+        connect(box, &QCheckBox::clicked, this, &AEPoint::changedCB);
+}
+
+double AEPoint::energy() const
+{
+    return ui.Energy->text().toDouble();
+}
+
+QString AEPoint::energyText() const
+{
+    return ui.Energy->text();
+}
+
+void AEPoint::setEnergyText(const QString &text)
+{
+    ui.Energy->setText(text);
+    ui.Energy->setCursorPosition(0);
+}
+
+bool AEPoint::isUsed() const
+{
+    return ui.UseCB->isChecked();
+}
+
+bool AEPoint::isVPoint() const
+{
+    return ui.VPointCB->isChecked();
+}
+
+bool AEPoint::isForLCF() const
+{
+    return ui.LCFCB->isChecked();
+}
+
+void AEPoint::setUsed(bool used)
+{
+    ui.UseCB->setChecked(used);
+}
+
+void AEPoint::setVPoint(bool vPoint)
+{
+    ui.VPointCB->setChecked(vPoint);
+}
+
+void AEPoint::setForLCF(bool forLCF)
+{
+    ui.LCFCB->setChecked(forLCF);
+}
+
+double AEPoint::targetValue() const
+{
+    return ui.MutT->text().toDouble();
+}
+
+double AEPoint::referenceValue(int reference) const
+{
+    const QLineEdit *const field = m_mutFields.value(reference);
+    return field ? field->text().toDouble() : 0.0;
+}
+
+void AEPoint::setTargetValue(double value)
+{
+    compact::showNumber(ui.MutT, value);
+}
+
+void AEPoint::clearTargetValue()
+{
+    ui.MutT->clear();
+}
+
+void AEPoint::setReferenceValue(int reference, double value)
+{
+    if (QLineEdit *const field = m_mutFields.value(reference))
+        compact::showNumber(field, value);
+}
+
+void AEPoint::clearReferenceValue(int reference)
+{
+    if (QLineEdit *const field = m_mutFields.value(reference))
+        field->clear();
+}
+
+void AEPoint::setNumber(int number)
+{
+    ui.NumDisp->setText(QString::number(number));
+}
+
+void AEPoint::loadData(const QString &path)
+{
+    m_loaded = false;
+    MapLoadResult result;
+    {
+        const WaitCursor wait;
+        result = loadMapFile(path, &m_data);
+    }
+    const LoadReport report = path.isEmpty() ? LoadReport{QString(), false} : reportOf(result, path);
+    ui.FileSelect->setExInfo(report.text, report.isWarning);
+    if (!result.energyText.isNull()) {
+        setEnergyText(result.energyText);
+        inNewEnergy();
+    }
+    if (!result.loaded)
+        return;
+    m_loaded = true;
+    emit newData();
+}
+
+void AEPoint::inNewEnergy()
+{
+    emit newEnergy(energy());
+}
+
+void AEPoint::dragEnterEvent(QDragEnterEvent *event)
+{
+    if (!AFileSelect::droppedPath(*event->mimeData()).isEmpty())
+        event->acceptProposedAction();
+}
+
+void AEPoint::dropEvent(QDropEvent *event)
+{
+    const QString path = AFileSelect::droppedPath(*event->mimeData());
+    if (path.isEmpty())
+        return;
+    event->acceptProposedAction();
+    ui.FileSelect->newFile(path);
+}

@@ -1,0 +1,83 @@
+#pragma once
+
+#include "ui_AFileSelect.h"
+
+#include <QFileDialog>
+#include <QFrame>
+
+class QMimeData;
+
+/// The control through which the user names a file: shows the name, opens a file dialog, takes a dropped file and
+/// announces every choice. Reads existing files (mode Read) or names a file to write (mode Write).
+class AFileSelect : public QFrame
+{
+    Q_OBJECT
+
+public:
+    enum Mode { Read = 0, Write = 1 };
+
+    explicit AFileSelect(QWidget *parent = nullptr);
+
+    /// Read or Write; any other number changes nothing.
+    void setMode(int mode);
+    int mode() const { return m_mode; }
+    /// Whether several files can be chosen at once for reading. Off at first.
+    void setMultiple(bool multiple);
+    /// The suffix (no dot) that names of files to write get when theirs differs; empty for none. At first "dat".
+    void setDefaultSuffix(const QString &suffix);
+
+    /// The text of the file name field: the path of a single file, in write mode as the user left it.
+    QString fileText() const;
+    /// Shows a path without choosing it; nothing is announced.
+    void setFileText(const QString &text);
+    /// The last component of the path chosen last; empty after clearing.
+    QString fileName() const { return m_fileName; }
+    /// The directory used last.
+    QString dir() const { return m_dir; }
+
+    /// The energy shift as typed, eV.
+    QString dEText() const;
+    void setDEText(const QString &text);
+
+    /// Information about the file; as a warning in a colour that warns.
+    void setExInfo(const QString &text, bool isWarning = false);
+    QString exInfo() const;
+    /// One line: no label before the name, the information behind the buttons. At first it stands below them.
+    void setSingleLine();
+
+    /// The path of the first dropped URL, percent signs decoded; empty when that is no local file.
+    static QString droppedPath(const QMimeData &data);
+
+signals:
+    void newDir(const QString &dir);
+    void newFilePath(const QString &path);
+    void newFilePaths(const QStringList &paths);
+    void selectedFile();
+    void newDE();
+
+public slots:
+    void newFiles(const QStringList &paths);
+    void clearFileName();
+    void selectingFile(const QString &path);
+    void newFile(const QString &path);
+    /// The directory in which the dialog opens next; nothing is announced.
+    void setDir(const QString &dir);
+    void showDE(bool f);
+
+protected:
+    void dragEnterEvent(QDragEnterEvent *event) override;
+    void dropEvent(QDropEvent *event) override;
+
+private:
+    void receiveDialogFile(const QString &path);
+    void updateDialogMode();
+    void rememberDirOf(const QString &path);
+
+    Ui_AFileSelect ui;
+    int m_mode = Read;
+    bool m_multiple = false;
+    QString m_dir;
+    QString m_fileName;
+    QString m_suffix = QStringLiteral("dat");
+    QFileDialog m_dialog;
+};
