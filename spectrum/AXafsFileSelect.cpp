@@ -1,0 +1,167 @@
+#include "spectrum/AXafsFileSelect.h"
+
+#include "display/DispArea.h"
+#include "display/GraphBoxes.h"
+#include "mapdata/WaitCursor.h"
+#include "spectrum/SpectrumDrawing.h"
+
+#include <QDebug>
+#include <QFileInfo>
+#include <QStylePainter>
+
+namespace
+{
+constexpr double largestText = 12; // points
+}
+
+AXafsFileSelect::AXafsFileSelect(QWidget *parent)
+    : AFileSelect(parent)
+{
+    connect(this, &AFileSelect::newFilePath, this, &AXafsFileSelect::newFile);
+    connect(this, &AFileSelect::newDE, this, &AXafsFileSelect::setNewDE);
+}
+
+void AXafsFileSelect::setDisplay(DispArea *display)
+{
+    if (display == m_display)
+        return;
+    if (m_display)
+        m_display->disconnect(this);
+    m_display = display;
+    if (!display)
+        return;
+    connect(display, &DispArea::draw, this, &AXafsFileSelect::draw);
+    connect(display, &DispArea::mPressed, this, &AXafsFileSelect::mPressed);
+    connect(display, &DispArea::mReleased, this, &AXafsFileSelect::mReleased);
+    connect(display, &DispArea::mDragging, this, &AXafsFileSelect::mDragging);
+    display->update();
+}
+
+void AXafsFileSelect::setFullRange(bool isFullRange)
+{
+    m_fullRange = isFullRange;
+    resetDisplay();
+    repaintDisplay();
+}
+
+void AXafsFileSelect::repaintDisplay()
+{
+    if (m_display)
+        m_display->update();
+}
+
+bool AXafsFileSelect::valueAtEnergy(double energy, double *value) const
+{
+    return m_spectrum.valueMinusLine(energy, m_subtractPostLine, value);
+}
+
+void AXafsFileSelect::newFile(const QString &path)
+{
+    resetDisplay();
+    if (path.isEmpty()) {
+        forget();
+        return;
+    }
+    bool isLoaded = false;
+    {
+        const WaitCursor wait;
+        isLoaded = m_spectrum.read(path);
+    }
+    reportLoad(path, isLoaded);
+    if (!m_spectrum.valid())
+        return;
+    repaintDisplay();
+    emit foundNewEdge(m_spectrum.findEdge());
+}
+
+void AXafsFileSelect::forget()
+{
+    m_spectrum.clear();
+    m_spectrum.setFileName(QString());
+    setExInfo(QString());
+    repaintDisplay();
+    emit updated();
+}
+
+/// The next picture takes its natural range, and no marker of the display stays picked.
+void AXafsFileSelect::resetDisplay()
+{
+    if (!m_display)
+        return;
+    m_display->scaleFixed = false;
+    if (m_display->markLines) {
+        m_display->markLines->isMoving = false;
+        m_display->markLines->selected = -1;
+    }
+}
+
+void AXafsFileSelect::reportLoad(const QString &path, bool isLoaded)
+{
+    const QFileInfo info(path);
+    if (isLoaded) {
+        setExInfo(tr("%1 points, %2-%3 eV")
+                      .arg(m_spectrum.pointCount())
+                      .arg(m_spectrum.energyMin(), 0, 'f', 0)
+                      .arg(m_spectrum.energyMax(), 0, 'f', 0));
+    } else if (info.isFile() && info.isReadable()) {
+        setExInfo(tr("%1 is not a spectrum").arg(info.fileName()), true);
+    } else {
+        setExInfo(tr("Cannot read %1").arg(info.fileName()), true);
+    }
+}
+
+void AXafsFileSelect::setNewDE()
+{
+    const double before = m_spectrum.dE();
+    m_spectrum.setDE(dEText().toDouble());
+    qDebug() << "set new de";
+    if (!m_spectrum.valid())
+        return;
+    qDebug() << "bb";
+    repaintDisplay();
+    if (m_spectrum.dE() != before)
+        emit updated();
+}
+
+void AXafsFileSelect::draw(QStylePainter *p)
+{
+    if (!m_display)
+        return;
+    ChCoord &cc = m_display->cc;
+    cc.setMargins();
+    const QRectF range = m_spectrum.valid() ? spectrumdrawing::naturalRange(m_spectrum, m_fullRange) : QRectF();
+    if (!range.isEmpty() && !m_display->scaleFixed) {
+        cc.setRealArea(range.left(), range.top(), range.right(), range.bottom());
+        m_display->scaleFixed = true;
+    }
+    spectrumdrawing::drawSpectrum(p, cc, m_spectrum);
+    m_display->drawScale(p, true);
+    drawTitles(p);
+    cc.showXYTitle = false; // the titles are drawn
+}
+
+void AXafsFileSelect::drawTitles(QStylePainter *p)
+{
+    DrawText &texts = m_display->dt;
+    const ChCoord &cc = m_display->cc;
+    const GraphBoxes boxes(cc);
+    const QFont font;
+    p->setPen(Qt::black);
+    texts.drawText(p, boxes.xTitle, font, Qt::AlignCenter, 1, tr("Eng.[eV]"), largestText);
+    p->rotate(270);
+    texts.drawText(p, boxes.yTitle, font, Qt::AlignCenter, 1, tr("mut"), largestText);
+    p->rotate(-270);
+    if (!m_spectrum.valid())
+        return;
+    // In the upper left corner, which a spectrum that rises at its edge leaves free.
+    const double line = (cc.isy0() - cc.isy1()) / cc.textLines;
+    const QRectF corner(cc.isx0() + line, cc.isy1() + line / 2, (cc.isx1() - cc.isx0()) / 2, line * 1.2);
+    texts.drawText(p, corner, font, Qt::AlignLeft | Qt::AlignVCenter, 1,
+                   tr("Edge Jump : %1").arg(m_spectrum.edgeJump(), 0, 'g'), largestText);
+}
+
+void AXafsFileSelect::mPressed(MouseC *) {}
+
+void AXafsFileSelect::mDragging(MouseC *) {}
+
+void AXafsFileSelect::mReleased(MouseC *) {}

@@ -1,0 +1,22 @@
+#pragma once
+
+#include <QRectF>
+
+class AMutE;
+class ChCoord;
+class QPainter;
+
+/// The picture of one spectrum: its points, its pre- and post-edge lines and the ends of their fit ranges.
+namespace spectrumdrawing
+{
+
+/// The real range that shows a spectrum, widened by 5 % on every side: all of its stored energies, or the energies
+/// from twice the pre-edge end to twice the post-edge start, both counted from the edge. In eV and mu; left, right,
+/// top and bottom are the smallest and largest values. Empty without finite points in that range.
+QRectF naturalRange(const AMutE &spectrum, bool isFullRange);
+
+/// Fills the area with white and draws the spectrum over the inner rectangle of `cc`, whose real range is set. A
+/// spectrum that is not valid gives the white area alone; points that are not finite are left out.
+void drawSpectrum(QPainter *p, const ChCoord &cc, const AMutE &spectrum);
+
+} // namespace spectrumdrawing
