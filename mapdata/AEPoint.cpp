@@ -28,7 +28,7 @@ LoadReport reportOf(const MapLoadResult &result, const QString &path)
     const QString size = QStringLiteral("%1 x %2").arg(result.nx).arg(result.ny);
     if (static_cast<qint64>(result.nx) * result.ny == result.count)
         return {size, false};
-    return {AEPoint::tr("%1: %2 points").arg(size).arg(result.count), true};
+    return {AEPoint::tr("%1 points, not %2").arg(result.count).arg(size), true};
 }
 
 } // namespace
@@ -41,16 +41,35 @@ AEPoint::AEPoint(QWidget *parent)
     ui.FileSelect->setSingleLine();
     ui.FileSelect->showDE(false);
     compact::fitButton(ui.ShowMapB);
-    compact::fitField(ui.Energy, QStringLiteral("00000.00"));
+    compact::fitField(ui.Energy, QStringLiteral("0000.000"), QStringLiteral("0000.000000"));
     for (QLineEdit *const field : {ui.MutT, ui.Mut1, ui.Mut2, ui.Mut3, ui.Mut4})
-        compact::fitField(field, QStringLiteral("-0.00000"));
+        compact::fitField(field, QStringLiteral("-0.000"), QStringLiteral("-0.00000e-00"));
     ui.NumDisp->setMinimumWidth(fontMetrics().horizontalAdvance(QStringLiteral("00")));
+    // Rows with and without titles are as wide, so that their columns line up.
+    for (QLabel *const title : titles()) {
+        int row = 0, column = 0, rows = 0, columns = 0;
+        ui.gridLayout->getItemPosition(ui.gridLayout->indexOf(title), &row, &column, &rows, &columns);
+        ui.gridLayout->setColumnMinimumWidth(column, title->sizeHint().width());
+    }
+    showTitles(false);
 
     connect(ui.FileSelect, &AFileSelect::newDir, this, &AEPoint::newDir);
     connect(ui.FileSelect, &AFileSelect::newFilePath, this, &AEPoint::loadData);
     connect(ui.Energy, &QLineEdit::editingFinished, this, &AEPoint::inNewEnergy);
     for (QCheckBox *const box : {ui.UseCB, ui.VPointCB, ui.LCFCB})
         connect(box, &QCheckBox::clicked, this, &AEPoint::changedCB);
+}
+
+QVector<QLabel *> AEPoint::titles() const
+{
+    return {ui.UseTitle,  ui.VPointTitle, ui.LCFTitle,  ui.EnergyTitle, ui.FileTitle,
+            ui.MutTTitle, ui.Mut1Title,   ui.Mut2Title, ui.Mut3Title,   ui.Mut4Title};
+}
+
+void AEPoint::showTitles(bool areShown)
+{
+    for (QLabel *const title : titles())
+        title->setVisible(areShown);
 }
 
 double AEPoint::energy() const

@@ -45,6 +45,8 @@ public:
 
     /// The number shown in front, counted from 1.
     void setNumber(int number);
+    /// Titles above the controls, for the first row of a list. Off at first.
+    void showTitles(bool areShown);
     AFileSelect *fileSelect() const { return ui.FileSelect; }
     QPushButton *showMapButton() const { return ui.ShowMapB; }
 
@@ -65,6 +67,8 @@ protected:
     void dropEvent(QDropEvent *event) override;
 
 private:
+    QVector<QLabel *> titles() const;
+
     A2DData m_data;
     bool m_loaded = false;
     Ui_AEPoint ui;

@@ -14,7 +14,8 @@ AFileSelect::AFileSelect(QWidget *parent)
     ui.setupUi(this);
     compact::fitButton(ui.SelectB);
     compact::fitButton(ui.ClearB);
-    compact::fitField(ui.dE, QStringLiteral("-00.00"));
+    ui.FileName->setMinimumWidth(fontMetrics().averageCharWidth() * 12);
+    compact::fitField(ui.dE, QStringLiteral("-00.00"), QStringLiteral("-000.000"));
     m_dialog.setNameFilters({tr("All (* *.*)"), tr("Data Files (*.dat)")});
     m_dialog.setDefaultSuffix(m_suffix);
     setMode(Read);
@@ -103,6 +104,7 @@ void AFileSelect::setSingleLine()
 {
     ui.FileLabel->hide();
     ui.gridLayout->addWidget(ui.ExInfo, 0, 5);
+    ui.ExInfo->setMinimumWidth(fontMetrics().horizontalAdvance(QStringLiteral("2048 x 2048")));
     ui.gridLayout->setColumnStretch(1, 3);
     ui.gridLayout->setColumnStretch(5, 2);
 }

@@ -2,27 +2,24 @@
 
 #include <QAbstractButton>
 #include <QLineEdit>
-#include <QStyle>
-#include <QStyleOptionFrame>
 
 namespace
 {
-constexpr int fieldPadding = 8; // pixels that a line edit keeps beside its text
-}
+constexpr int fieldPadding = 10; // pixels that a line edit keeps beside its text
+constexpr int buttonPadding = 14;
+} // namespace
 
 void compact::fitButton(QAbstractButton *button)
 {
     const QFontMetrics metrics = button->fontMetrics();
-    const int frame = 2 * button->style()->pixelMetric(QStyle::PM_DefaultFrameWidth, nullptr, button);
-    button->setFixedWidth(metrics.size(Qt::TextShowMnemonic, button->text()).width() + metrics.averageCharWidth() * 2 +
-                          frame);
+    button->setFixedWidth(metrics.size(Qt::TextShowMnemonic, button->text()).width() + buttonPadding);
 }
 
-void compact::fitField(QLineEdit *field, const QString &sample)
+void compact::fitField(QLineEdit *field, const QString &least, const QString &most)
 {
-    const int width = field->fontMetrics().horizontalAdvance(sample) + fieldPadding;
-    field->setMinimumWidth(width);
-    field->setMaximumWidth(2 * width);
+    const QFontMetrics metrics = field->fontMetrics();
+    field->setMinimumWidth(metrics.horizontalAdvance(least) + fieldPadding);
+    field->setMaximumWidth(metrics.horizontalAdvance(most) + fieldPadding);
 }
 
 void compact::showNumber(QLineEdit *field, double value)

@@ -11,8 +11,8 @@ namespace compact
 /// As wide as the button's text needs, without the style's generous least width.
 void fitButton(QAbstractButton *button);
 
-/// Wide enough for `sample` at least; wider where the layout has room, up to twice that.
-void fitField(QLineEdit *field, const QString &sample);
+/// Wide enough for the text `least`; where the layout has room, up to the width of the text `most`.
+void fitField(QLineEdit *field, const QString &least, const QString &most);
 
 /// Shows a number in a field: general format, six significant digits, from its first character on.
 void showNumber(QLineEdit *field, double value);

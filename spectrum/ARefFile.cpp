@@ -9,7 +9,7 @@ ARefFile::ARefFile(QWidget *parent)
 {
     ui.setupUi(this);
     for (QLineEdit *const field : {ui.RatioDisp, ui.AmountDisp})
-        compact::fitField(field, QStringLiteral("-0.00000"));
+        compact::fitField(field, QStringLiteral("-0.0000"), QStringLiteral("-0.00000e-00"));
 
     connect(ui.UseCB, &QRadioButton::toggled, this, &ARefFile::changedUse);
     connect(ui.XafsFS, &AFileSelect::selectedFile, this, &ARefFile::selectedFile);

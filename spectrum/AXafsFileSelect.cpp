@@ -153,10 +153,11 @@ void AXafsFileSelect::drawTitles(QStylePainter *p)
     p->rotate(-270);
     if (!m_spectrum.valid())
         return;
-    // In the upper left corner, which a spectrum that rises at its edge leaves free.
+    // At the lower right, which a spectrum that rises at its edge leaves free.
     const double line = (cc.isy0() - cc.isy1()) / cc.textLines;
-    const QRectF corner(cc.isx0() + line, cc.isy1() + line / 2, (cc.isx1() - cc.isx0()) / 2, line * 1.2);
-    texts.drawText(p, corner, font, Qt::AlignLeft | Qt::AlignVCenter, 1,
+    const double middle = (cc.isx0() + cc.isx1()) / 2;
+    const QRectF corner(middle, cc.isy0() - 4 * line, cc.isx1() - line - middle, 1.2 * line);
+    texts.drawText(p, corner, font, Qt::AlignRight | Qt::AlignVCenter, 1,
                    tr("Edge Jump : %1").arg(m_spectrum.edgeJump(), 0, 'g'), largestText);
 }
 
