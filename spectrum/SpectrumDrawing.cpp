@@ -71,7 +71,7 @@ QRectF spectrumdrawing::naturalRange(const AMutE &spectrum, bool isFullRange)
         mus.add(point.mu);
     }
     if (energies.min > energies.max)
-        return QRectF();
+        return isFullRange ? QRectF() : naturalRange(spectrum, true);
     double left = isFullRange ? energies.min : from;
     double right = isFullRange ? energies.max : to;
     widen(&left, &right);

@@ -11,8 +11,9 @@ namespace spectrumdrawing
 {
 
 /// The real range that shows a spectrum, widened by 5 % on every side: all of its stored energies, or the energies
-/// from twice the pre-edge end to twice the post-edge start, both counted from the edge. In eV and mu; left, right,
-/// top and bottom are the smallest and largest values. Empty without finite points in that range.
+/// from twice the pre-edge end to twice the post-edge start, both counted from the edge, as long as there are points
+/// between them. In eV and mu; left, right, top and bottom are the smallest and largest values. Empty without any
+/// finite point.
 QRectF naturalRange(const AMutE &spectrum, bool isFullRange);
 
 /// Fills the area with white and draws the spectrum over the inner rectangle of `cc`, whose real range is set. A
