@@ -1,0 +1,46 @@
+#pragma once
+
+#include <QDropEvent>
+#include <QFile>
+#include <QLineEdit>
+#include <QMimeData>
+#include <QUrl>
+#include <QtTest>
+
+/// What the tests of the rows share: files to choose, and a user's hands.
+namespace rowtools
+{
+
+inline bool write(const QString &path, const QByteArray &bytes)
+{
+    QFile file(path);
+    return file.open(QIODevice::WriteOnly) && file.write(bytes) == bytes.size();
+}
+
+/// Drags the URL over a widget and drops it there; whether it was taken.
+inline bool drop(QWidget *onto, const QUrl &url)
+{
+    QMimeData data;
+    data.setUrls({url});
+    const QPoint middle = onto->rect().center();
+    QDragEnterEvent enter(middle, Qt::CopyAction, &data, Qt::LeftButton, Qt::NoModifier);
+    QApplication::sendEvent(onto, &enter);
+    QDropEvent event(middle, Qt::CopyAction, &data, Qt::LeftButton, Qt::NoModifier);
+    event.ignore();
+    QApplication::sendEvent(onto, &event);
+    return enter.isAccepted() && event.isAccepted();
+}
+
+inline QLineEdit *field(QWidget *row, const char *name)
+{
+    return row->findChild<QLineEdit *>(name);
+}
+
+inline void type(QLineEdit *into, const QString &text)
+{
+    into->selectAll();
+    QTest::keyClicks(into, text);
+    QTest::keyClick(into, Qt::Key_Return);
+}
+
+} // namespace rowtools
