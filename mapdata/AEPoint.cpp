@@ -43,7 +43,7 @@ AEPoint::AEPoint(QWidget *parent)
     compact::fitButton(ui.ShowMapB);
     compact::fitField(ui.Energy, QStringLiteral("0000.000"), QStringLiteral("0000.000000"));
     for (QLineEdit *const field : {ui.MutT, ui.Mut1, ui.Mut2, ui.Mut3, ui.Mut4})
-        compact::fitField(field, QStringLiteral("-0.000"), QStringLiteral("-0.00000e-00"));
+        compact::fitField(field, QStringLiteral("-0.000"), QStringLiteral("-0.000000"));
     ui.NumDisp->setMinimumWidth(fontMetrics().horizontalAdvance(QStringLiteral("00")));
     // Rows with and without titles are as wide, so that their columns line up.
     for (QLabel *const title : titles()) {
