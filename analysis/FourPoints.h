@@ -3,6 +3,7 @@
 #include "numeric/LinearSystem.h"
 
 #include <array>
+#include <cstddef>
 #include <vector>
 
 /// The four-points method: the target X is a mixture of references A and B, measured at a few energies,
@@ -19,6 +20,12 @@ enum class FourPointsVariant {
 
 /// The variant for `points` energy points, the V point counted; `exact` and `leastSquares` are the user's choice.
 FourPointsVariant chooseFourPoints(int points, bool exact, bool leastSquares);
+
+/// The least number of points, the V point counted.
+inline std::size_t pointsNeeded(FourPointsVariant variant)
+{
+    return variant == FourPointsVariant::ThreePoint ? 3 : 4;
+}
 
 /// What the method finds: the fraction a of reference A, and the thickness relative to the references' mean.
 struct FourPointsResult {
@@ -59,3 +66,5 @@ inline double mixedValence(double valenceA, double valenceB, double a)
 {
     return valenceA * a + valenceB * (1 - a);
 }
+/// mixedValence() of a plane of fractions; `valences` may be `a` itself.
+void mixedValences(double valenceA, double valenceB, const double *a, std::size_t count, double *valences);

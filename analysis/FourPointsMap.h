@@ -3,6 +3,7 @@
 #include "analysis/FourPoints.h"
 #include "analysis/ResultRecords.h"
 #include "mapdata/A2DData.h"
+#include "numeric/Lanes.h"
 
 #include <vector>
 
@@ -16,6 +17,9 @@ struct FourPointsMapInput {
 
 /// Calculates every pixel of the V point's map: its size is the size of the result, its positions are those of the
 /// result (0, 0 where it has no record). A pixel that another map does not have counts there with the absorption
-/// -1. Pixels are shared out over `threads` (0: all cores); the result does not depend on their number.
-/// False, with the results as they were, when the map is too large (see ResultRecords::reset).
-[[nodiscard]] bool calcFourPointsMap(const FourPointsMapInput &input, ResultRecords *results, int threads = 0);
+/// -1. Pixels are shared out over `threads` (0: all cores). The results are those of solveFourPoints() to the last bit,
+/// whatever `threads` and `set` are.
+/// False, with the results as they were, when the map is too large (see ResultRecords::reset) or there is not one map
+/// per energy.
+[[nodiscard]] bool calcFourPointsMap(const FourPointsMapInput &input, ResultRecords *results, int threads = 0,
+                                     numeric::InstructionSet set = numeric::bestInstructionSet());

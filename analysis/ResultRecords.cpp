@@ -1,5 +1,6 @@
 #include "analysis/ResultRecords.h"
 
+#include <algorithm>
 #include <new>
 #include <utility>
 #include <vector>
@@ -10,34 +11,74 @@ bool ResultRecords::reset(Method method, int width, int height)
     if (pixels > mostPixels)
         return false;
     const auto count = static_cast<std::size_t>(pixels);
-    std::vector<numeric::Plane *> planes = {&m_x, &m_y, &m_a, &m_t};
-    for (numeric::Plane &plane : m_quantities)
-        planes.push_back(&plane);
-    const std::size_t needed = method == Method::NonEquivalent ? planes.size() : 4;
+    const auto isNeeded = [method](std::size_t i) {
+        return method == Method::NonEquivalent || i == ResultPosition::ratio || i == ResultPosition::amount;
+    };
     try {
         // Larger planes are made beside the old ones, so that these survive a failure.
-        std::vector<numeric::Plane> larger(needed);
-        for (std::size_t i = 0; i < needed; ++i) {
-            if (planes[i]->capacity() < count)
-                larger[i].resize(count);
+        numeric::Plane x, y;
+        std::array<numeric::Plane, quantityCount> larger;
+        const auto grow = [count](const numeric::Plane &old, numeric::Plane *plane) {
+            if (old.capacity() < count)
+                plane->resize(count);
+        };
+        grow(m_x, &x);
+        grow(m_y, &y);
+        for (std::size_t i = 0; i < larger.size(); ++i) {
+            if (isNeeded(i))
+                grow(m_planes[i], &larger[i]);
         }
-        for (std::size_t i = 0; i < needed; ++i) {
-            if (planes[i]->capacity() < count)
-                *planes[i] = std::move(larger[i]);
+        const auto take = [](numeric::Plane *old, numeric::Plane *plane) {
+            if (plane->size() > 0)
+                *old = std::move(*plane);
+        };
+        take(&m_x, &x);
+        take(&m_y, &y);
+        for (std::size_t i = 0; i < larger.size(); ++i) {
+            if (larger[i].size() > 0)
+                m_zeros[i] = 0;
+            take(&m_planes[i], &larger[i]);
         }
     } catch (const std::bad_alloc &) {
         return false;
     }
-    for (std::size_t i = 0; i < planes.size(); ++i) {
-        if (i < needed)
-            planes[i]->resize(count);
-        else
-            planes[i]->clear();
+    m_x.resize(count);
+    m_y.resize(count);
+    for (std::size_t i = 0; i < m_planes.size(); ++i) {
+        if (isNeeded(i)) {
+            m_planes[i].resize(count);
+        } else {
+            m_planes[i].clear();
+            m_zeros[i] = 0;
+        }
     }
+    if (method == Method::FourPoints)
+        m_zeros.fill(0); // a() and t() are filled past quantity()
     m_method = method;
     m_width = width;
     m_height = height;
     return true;
+}
+
+double *ResultRecords::quantity(int position)
+{
+    const auto i = static_cast<std::size_t>(position);
+    m_zeros[i] = 0;
+    return m_planes[i].data();
+}
+
+const double *ResultRecords::quantity(int position) const
+{
+    return m_method == Method::NonEquivalent ? m_planes[static_cast<std::size_t>(position)].data() : nullptr;
+}
+
+void ResultRecords::setZero(int position)
+{
+    const auto i = static_cast<std::size_t>(position);
+    numeric::Plane &plane = m_planes[i];
+    if (m_zeros[i] < plane.size())
+        std::fill(plane.data() + m_zeros[i], plane.data() + plane.size(), 0.0);
+    m_zeros[i] = std::max(m_zeros[i], plane.size());
 }
 
 ResultRecord ResultRecords::record(std::size_t index) const
@@ -47,11 +88,11 @@ ResultRecord ResultRecords::record(std::size_t index) const
         return result;
     result.x = m_x[index];
     result.y = m_y[index];
-    result.a = m_a[index];
-    result.t = m_t[index];
+    result.a = a()[index];
+    result.t = t()[index];
     if (m_method == Method::NonEquivalent) {
         result.values.reserve(quantityCount);
-        for (const numeric::Plane &plane : m_quantities)
+        for (const numeric::Plane &plane : m_planes)
             result.values.append(plane[index]);
     }
     return result;

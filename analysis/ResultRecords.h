@@ -1,5 +1,6 @@
 #pragma once
 
+#include "analysis/ResultQuantities.h"
 #include "numeric/Plane.h"
 
 #include <QStringList>
@@ -22,7 +23,7 @@ struct ResultRecord {
 class ResultRecords
 {
 public:
-    static constexpr int quantityCount = 13;
+    static constexpr int quantityCount = ResultPosition::count;
 
     enum class Method { FourPoints, NonEquivalent };
 
@@ -43,15 +44,19 @@ public:
 
     double *x() { return m_x.data(); }
     double *y() { return m_y.data(); }
-    double *a() { return m_a.data(); }
-    double *t() { return m_t.data(); }
-    double *quantity(int position) { return m_quantities[static_cast<std::size_t>(position)].data(); }
+    /// In a non-equivalent result, a and t are the quantities at ResultPosition::ratio and amount.
+    double *a() { return m_planes[ResultPosition::ratio].data(); }
+    double *t() { return m_planes[ResultPosition::amount].data(); }
+    /// To be filled; non-equivalent results only.
+    double *quantity(int position);
+    /// Makes the whole plane 0; costs nothing when setZero() left it so and quantity() was not called since.
+    void setZero(int position);
     const double *x() const { return m_x.data(); }
     const double *y() const { return m_y.data(); }
-    const double *a() const { return m_a.data(); }
-    const double *t() const { return m_t.data(); }
-    /// Null when the method does not fill this quantity.
-    const double *quantity(int position) const { return m_quantities[static_cast<std::size_t>(position)].data(); }
+    const double *a() const { return m_planes[ResultPosition::ratio].data(); }
+    const double *t() const { return m_planes[ResultPosition::amount].data(); }
+    /// Null for a four-points result.
+    const double *quantity(int position) const;
 
     /// All zero outside the records.
     ResultRecord record(std::size_t index) const;
@@ -60,6 +65,7 @@ private:
     Method m_method = Method::FourPoints;
     int m_width = 0;
     int m_height = 0;
-    numeric::Plane m_x, m_y, m_a, m_t;
-    std::array<numeric::Plane, quantityCount> m_quantities;
+    numeric::Plane m_x, m_y;
+    std::array<numeric::Plane, quantityCount> m_planes;
+    std::array<std::size_t, quantityCount> m_zeros = {}; // so many leading values of the plane are known to be 0
 };

@@ -33,6 +33,11 @@ public:
     /// Solves for the present right-hand side with the decomposition at hand.
     void substitute();
 
+    /// The decomposition as luDecompose() leaves it, for those who substitute for many right-hand sides at once.
+    const double *const *lower() const { return m_l; }
+    const double *const *upper() const { return m_u; }
+    const int *permutation() const { return m_p; }
+
     /// Unknown k of the last substitution; infinite or NaN when A is singular.
     double unknown(int k) const { return m_x[m_p[k]]; }
 

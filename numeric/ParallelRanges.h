@@ -12,11 +12,11 @@ namespace numeric
 
 /// Calls work(begin, end) for ranges that together cover 0 ... count - 1, on `threads` threads at once (0: as many as
 /// the machine has cores), and returns when all are done. The ranges depend on nothing but the arguments; work must
-/// not depend on how the whole is cut. The calling thread takes a share.
+/// not depend on how the whole is cut. The calling thread takes a share. Fewer than `worthAThread` items are done
+/// before a thread has started.
 template <class Work>
-void parallelRanges(std::size_t count, int threads, Work work)
+void parallelRanges(std::size_t count, int threads, Work work, std::size_t worthAThread = 4096)
 {
-    constexpr std::size_t worthAThread = 4096; // fewer items are done before a thread has started
     std::size_t shares = static_cast<std::size_t>(threads > 0 ? threads : QThread::idealThreadCount());
     shares = std::max<std::size_t>(1, std::min(shares, count / worthAThread));
     const auto start = [count, shares](std::size_t share) {

@@ -1,0 +1,32 @@
+#pragma once
+
+#include <cstddef>
+#include <optional>
+
+/// A run of values from min to max; also the wrong way round or empty, as it comes from the user's numbers.
+struct ValueRange {
+    double min = 0.0;
+    double max = 0.0;
+};
+
+/// What the colour ranges of the result quantities depend on.
+struct RangeConditions {
+    double edgeJumps = 0.0;       ///< sum of the edge jumps of the references that are used and valid
+    double smallestValence = 0.0; ///< of the references in use
+    double largestValence = 0.0;
+};
+
+/// The colour range of the result quantity at `position` (see ResultPosition): fractions -0.1 to 1.1, valences half a
+/// unit beyond those of the references, amounts and mut0 from -1/10 to 11/10 of the edge jumps. False, `range`
+/// untouched, for the background's coefficients C1 and C2 and for a position that does not exist: they have no range
+/// of their own.
+bool quantityRange(int position, const RangeConditions &conditions, ValueRange *range);
+
+/// The smallest and the largest finite one of `count` values, on `threads` threads (0: one per core); none without a
+/// finite value.
+std::optional<ValueRange> finiteRange(const double *values, std::size_t count, int threads = 0);
+
+/// The values at the fractions `low` and `high` (0 to 1) of the sorted finite values, each the one whose rank is
+/// nearest; none without a finite value. O(count), and needs memory for a copy of the values.
+std::optional<ValueRange> percentileRange(const double *values, std::size_t count, double low = 0.02,
+                                          double high = 0.98);

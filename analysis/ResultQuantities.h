@@ -1,0 +1,45 @@
+#pragma once
+
+#include <QtGlobal>
+
+#include <array>
+
+/// Positions of the thirteen quantities that a result holds per pixel. `2 * referenceRows + 5` in all: the fractions,
+/// the amounts, the background's coefficients, the valence and the total edge jump.
+namespace ResultPosition
+{
+constexpr int referenceRows = 4; ///< reference rows of the panel: so many fractions and amounts
+constexpr int ratio = 0;         ///< of the first reference, the others follow
+constexpr int dMut = referenceRows;
+constexpr int mut0 = 2 * referenceRows; ///< constant term of the background
+constexpr int c1 = mut0 + 1;            ///< coefficient of E (linear) or of L^3 (Victoreen)
+constexpr int c2 = mut0 + 2;            ///< coefficient of L^4 (Victoreen); 0 for the linear background
+constexpr int valence = mut0 + 3;
+constexpr int amount = mut0 + 4; ///< total edge jump t
+constexpr int count = mut0 + 5;
+} // namespace ResultPosition
+
+/// One result quantity: where it stands, what it is called and the object names of its controls.
+struct ResultQuantity {
+    int position;
+    const char *name;            ///< to be translated in the context FourPs
+    const char *recordBox;       ///< check box: written to the result file
+    const char *mapButton;       ///< radio button: shown as the result map
+    const char *histogramButton; ///< feeds the histogram; note the spelling HgdMut1
+};
+
+constexpr std::array<ResultQuantity, ResultPosition::count> resultQuantities = {{
+    {0, QT_TRANSLATE_NOOP("FourPs", "Ratio 1"), "RecRatio1", "MapRatio1", "HgRatio1"},
+    {1, QT_TRANSLATE_NOOP("FourPs", "Ratio 2"), "RecRatio2", "MapRatio2", "HgRatio2"},
+    {2, QT_TRANSLATE_NOOP("FourPs", "Ratio 3"), "RecRatio3", "MapRatio3", "HgRatio3"},
+    {3, QT_TRANSLATE_NOOP("FourPs", "Ratio 4"), "RecRatio4", "MapRatio4", "HgRatio4"},
+    {4, QT_TRANSLATE_NOOP("FourPs", "dMut 1"), "RecDMut1", "MapDMut1", "HgdMut1"},
+    {5, QT_TRANSLATE_NOOP("FourPs", "dMut 2"), "RecDMut2", "MapDMut2", "HgdMut2"},
+    {6, QT_TRANSLATE_NOOP("FourPs", "dMut 3"), "RecDMut3", "MapDMut3", "HgdMut3"},
+    {7, QT_TRANSLATE_NOOP("FourPs", "dMut 4"), "RecDMut4", "MapDMut4", "HgdMut4"},
+    {8, QT_TRANSLATE_NOOP("FourPs", "mut0"), "RecMut0", "MapMut0", "HgMut0"},
+    {9, QT_TRANSLATE_NOOP("FourPs", "C1"), "RecC1", "MapC1", "HgC1"},
+    {10, QT_TRANSLATE_NOOP("FourPs", "C2"), "RecC2", "MapC2", "HgC2"},
+    {11, QT_TRANSLATE_NOOP("FourPs", "Valence"), "RecValence", "MapValence", "HgValence"},
+    {12, QT_TRANSLATE_NOOP("FourPs", "Amount"), "RecAmount", "MapAmount", "HgAmount"},
+}};

@@ -1,0 +1,316 @@
+// The map calculations with one and with all threads, against numpy in the same run on the same counts. Every time is
+// the best of several rounds into memory that the first round has made.
+#include "analysis/FourPointsMap.h"
+#include "analysis/NonEquivalent.h"
+#include "numeric/ParallelRanges.h"
+
+#include <QElapsedTimer>
+#include <QFile>
+#include <QJsonArray>
+#include <QJsonDocument>
+#include <QJsonObject>
+#include <QProcess>
+#include <QProcessEnvironment>
+#include <QTemporaryDir>
+#include <QThread>
+
+#include <cmath>
+#include <cstdint>
+#include <cstdio>
+#include <functional>
+
+namespace
+{
+
+constexpr int rounds = 9;
+const std::vector<double> energies = {7040, 7080, 7118, 7122, 7126, 7132, 7160, 7220}; // eV
+const std::vector<double> valences = {2, 3, 0, 2.5};
+const std::vector<double> jumps = {1.3, 0.9, 1.1, 0.7};
+
+/// Four different edges in the energies above.
+double referenceValue(int reference, double energy)
+{
+    const double edge = 7118 + 2.5 * reference;
+    const double line = (energy - edge - 5 - reference) / (4 + reference);
+    return jumps[static_cast<std::size_t>(reference)] *
+           (0.5 + std::atan((energy - edge) / 2) / 3.14159265358979 + (0.3 + 0.1 * reference) * std::exp(-line * line));
+}
+
+/// A uniform number in [0, 1); the same sequence on every machine.
+double nextRandom(std::uint64_t *state)
+{
+    *state = *state * 6364136223846793005u + 1442695040888963407u;
+    return static_cast<double>(*state >> 11) / 9007199254740992.0;
+}
+
+/// Eight maps of a mixture of the first two references in varying shares and thicknesses, in whole counts; the counts
+/// go to `file` as well: per energy I0 and I, 16 bits each.
+std::vector<A2DData> makeMaps(int side, QIODevice *file)
+{
+    const auto pixels = static_cast<std::size_t>(side) * static_cast<std::size_t>(side);
+    std::vector<A2DData> maps(energies.size());
+    for (std::size_t k = 0; k < maps.size(); ++k) {
+        std::uint64_t mixture = 1, noise = k + 2;
+        const A2DData::Columns columns = maps[k].resize(static_cast<qint64>(pixels));
+        maps[k].setSize(side, side);
+        std::vector<std::uint16_t> incident(pixels), transmitted(pixels);
+        const double r1 = referenceValue(0, energies[k]);
+        const double r2 = referenceValue(1, energies[k]);
+        for (std::size_t i = 0; i < pixels; ++i) {
+            const double share = nextRandom(&mixture);
+            const double t = 0.4 + nextRandom(&mixture);
+            const double mu = t * (share * r1 + (1 - share) * r2) + 0.3 - 2e-4 * (energies[k] - 7100);
+            incident[i] = static_cast<std::uint16_t>(60000 + 5000 * nextRandom(&noise));
+            transmitted[i] = static_cast<std::uint16_t>(incident[i] * std::exp(-mu));
+            columns.x[i] = static_cast<double>(i % static_cast<std::size_t>(side));
+            columns.y[i] = static_cast<double>(i / static_cast<std::size_t>(side));
+            columns.I0[i] = incident[i];
+            columns.I[i] = transmitted[i];
+            columns.absorption[i] = pixelAbsorption(columns.I[i], columns.I0[i]);
+        }
+        for (const auto &counts : {incident, transmitted})
+            file->write(reinterpret_cast<const char *>(counts.data()), static_cast<qint64>(2 * counts.size()));
+    }
+    return maps;
+}
+
+QJsonArray toJson(const std::vector<double> &values)
+{
+    QJsonArray array;
+    for (const double value : values)
+        array.append(value);
+    return array;
+}
+
+/// One method under measurement.
+struct Case {
+    QString name;
+    QJsonObject conditions; ///< for the peer
+    std::vector<int> points;
+    std::function<bool(ResultRecords *, int threads)> run;
+    int column1, column2; ///< result quantities to be compared, -1: a and t
+};
+
+QJsonArray toJson(const std::vector<int> &points)
+{
+    QJsonArray array;
+    for (const int point : points)
+        array.append(point);
+    return array;
+}
+
+Case nonEquivalentCase(const std::vector<A2DData> &maps, int references, NonEquivalentBackground background)
+{
+    Case c;
+    NonEquivalentMapInput input;
+    input.background = background;
+    std::vector<std::vector<double>> columns;
+    QJsonArray jsonColumns;
+    for (int j = 0; j < references; ++j) {
+        columns.emplace_back();
+        for (const double energy : energies)
+            columns.back().push_back(referenceValue(j, energy));
+        jsonColumns.append(toJson(columns.back()));
+    }
+    const std::vector<double> usedJumps(jumps.begin(), jumps.begin() + references);
+    input.references = prepareNonEquivalent(energies, columns, usedJumps);
+    input.valences.assign(valences.begin(), valences.begin() + references);
+    for (std::size_t k = 0; k < maps.size(); ++k) {
+        input.maps.push_back(&maps[k]);
+        c.points.push_back(static_cast<int>(k));
+    }
+    const bool victoreen = background == NonEquivalentBackground::Victoreen;
+    c.name =
+        QStringLiteral("non-equivalent, %1 references, %2").arg(references).arg(victoreen ? "Victoreen" : "linear");
+    c.conditions = {{"kind", "neq"},
+                    {"columns", jsonColumns},
+                    {"victoreen", victoreen},
+                    {"jumps", toJson(usedJumps)},
+                    {"points", toJson(c.points)},
+                    {"valences", toJson(input.valences)}};
+    c.run = [input](ResultRecords *results, int threads) {
+        return calcNonEquivalentMap(input, results, threads);
+    };
+    c.column1 = ResultPosition::valence;
+    c.column2 = ResultPosition::amount;
+    return c;
+}
+
+Case fourPointsCase(const std::vector<A2DData> &maps, const char *kind, FourPointsVariant variant,
+                    const std::vector<int> &points)
+{
+    Case c;
+    c.name = QStringLiteral("four-points method, %1").arg(kind);
+    c.points = points;
+    FourPointsMapInput input;
+    input.variant = variant;
+    for (const int point : points) {
+        const auto k = static_cast<std::size_t>(point);
+        input.references.energies.push_back(energies[k]);
+        input.references.a.push_back(referenceValue(0, energies[k]));
+        input.references.b.push_back(referenceValue(1, energies[k]));
+        input.maps.push_back(&maps[k]);
+    }
+    input.references.r = jumps[0] / jumps[1];
+    c.conditions = {{"kind", kind},
+                    {"points", toJson(points)},
+                    {"a", toJson(input.references.a)},
+                    {"b", toJson(input.references.b)},
+                    {"e", toJson(input.references.energies)},
+                    {"r", input.references.r}};
+    c.run = [input](ResultRecords *results, int threads) {
+        return calcFourPointsMap(input, results, threads);
+    };
+    c.column1 = c.column2 = -1;
+    return c;
+}
+
+template <class Work>
+double bestMs(Work work)
+{
+    double best = 0.0;
+    for (int round = 0; round <= rounds; ++round) { // the first one makes the memory and does not count
+        QElapsedTimer timer;
+        timer.start();
+        work();
+        const double ms = static_cast<double>(timer.nsecsElapsed()) * 1e-6;
+        best = round <= 1 ? ms : std::min(best, ms);
+    }
+    return best;
+}
+
+/// Forming the absorptions of the case's maps, which the program does once when it loads them.
+double logarithmMs(const Case &c, std::vector<A2DData> *maps, numeric::Plane *out, int threads)
+{
+    return bestMs([&] {
+        for (const int point : c.points) {
+            const A2DData &map = (*maps)[static_cast<std::size_t>(point)];
+            numeric::parallelRanges(out->size(), threads, [&map, out](std::size_t begin, std::size_t end) {
+                for (std::size_t i = begin; i < end; ++i)
+                    (*out)[i] = pixelAbsorption(map.I()[i], map.I0()[i]);
+            });
+        }
+    });
+}
+
+/// The largest difference of one of our planes from the peer's, relative to the larger of 1 and the value.
+double largestDifference(const double *ours, std::size_t count, QIODevice *peer)
+{
+    const QByteArray bytes = peer->read(static_cast<qint64>(count * sizeof(double)));
+    if (bytes.size() != static_cast<qint64>(count * sizeof(double)))
+        return 1.0;
+    double largest = 0.0;
+    for (std::size_t i = 0; i < count; ++i) {
+        double theirs;
+        std::memcpy(&theirs, bytes.constData() + i * sizeof(double), sizeof theirs);
+        const double difference = std::abs(ours[i] - theirs) / std::max(1.0, std::abs(theirs));
+        largest = std::isnan(difference) ? 1.0 : std::max(largest, difference);
+    }
+    return largest;
+}
+
+bool runPeer(const QTemporaryDir &folder, const std::vector<Case> &cases, int side, QList<QByteArray> *lines)
+{
+    QJsonArray methods;
+    for (const Case &c : cases)
+        methods.append(c.conditions);
+    QFile conditions(folder.filePath("conditions.json"));
+    if (!conditions.open(QIODevice::WriteOnly))
+        return false;
+    conditions.write(QJsonDocument(QJsonObject{{"pixels", side * side},
+                                               {"rounds", rounds},
+                                               {"energies", toJson(energies)},
+                                               {"methods", methods}})
+                         .toJson());
+    conditions.close();
+    QProcess peer;
+    QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
+    environment.insert("OPENBLAS_NUM_THREADS", "1"); // the blocks are shared out, not the products
+    peer.setProcessEnvironment(environment);
+    peer.setProcessChannelMode(QProcess::ForwardedErrorChannel);
+    peer.start(QStringLiteral(BENCH_PYTHON), {QStringLiteral(BENCH_PEER), conditions.fileName(),
+                                              folder.filePath("counts.bin"), folder.filePath("results.bin")});
+    const bool ran = peer.waitForFinished(-1) && peer.exitStatus() == QProcess::NormalExit && peer.exitCode() == 0;
+    *lines = peer.readAllStandardOutput().trimmed().split('\n');
+    return ran && lines->size() == static_cast<int>(2 * cases.size());
+}
+
+void report(int threads, double ms, double logMs, const QByteArray &peerLine)
+{
+    std::printf("    %d thread%s %8.1f ms, with ln %8.1f ms", threads, threads == 1 ? " " : "s", ms, ms + logMs);
+    if (!peerLine.isEmpty()) {
+        const double withLog = peerLine.split(' ').value(0).toDouble();
+        const double without = peerLine.split(' ').value(1).toDouble();
+        std::printf(
+            "   numpy with ln %8.1f ms, without %8.1f ms   ratios: %5.2f loaded maps, %5.2f neither ln, %5.2f both",
+            withLog, without, withLog / ms, without / ms, withLog / (ms + logMs));
+    }
+    std::printf("\n");
+}
+
+/// False when something is wrong with the result.
+bool measureSide(int side)
+{
+    const QTemporaryDir folder;
+    QFile counts(folder.filePath("counts.bin"));
+    if (!counts.open(QIODevice::WriteOnly))
+        return false;
+    std::vector<A2DData> maps = makeMaps(side, &counts);
+    counts.close();
+    std::vector<Case> cases;
+    cases.push_back(nonEquivalentCase(maps, 2, NonEquivalentBackground::Linear));
+    cases.push_back(nonEquivalentCase(maps, 4, NonEquivalentBackground::Victoreen));
+    cases.push_back(fourPointsCase(maps, "three", FourPointsVariant::ThreePoint, {0, 7, 3}));
+    cases.push_back(fourPointsCase(maps, "exact", FourPointsVariant::Exact, {0, 6, 7, 3}));
+    cases.push_back(fourPointsCase(maps, "least squares", FourPointsVariant::LeastSquares, {0, 1, 2, 4, 5, 6, 7, 3}));
+
+    QList<QByteArray> lines;
+    const bool compared = runPeer(folder, cases, side, &lines);
+    if (!compared)
+        std::printf("no comparison: %s has no numpy\n", BENCH_PYTHON);
+    QFile peerResults(folder.filePath("results.bin"));
+    (void)peerResults.open(QIODevice::ReadOnly);
+
+    std::printf("%d x %d pixels, 8 energies, best of %d rounds\n", side, side, rounds);
+    bool good = true;
+    const int all = QThread::idealThreadCount();
+    numeric::Plane scratch;
+    scratch.resize(static_cast<std::size_t>(side) * static_cast<std::size_t>(side));
+    for (std::size_t i = 0; i < cases.size(); ++i) {
+        const Case &c = cases[i];
+        ResultRecords results;
+        bool ran = true;
+        std::printf("  %s\n", qPrintable(c.name));
+        for (const int threads : {1, all}) {
+            const double ms = bestMs([&] { ran = c.run(&results, threads) && ran; });
+            const auto line = static_cast<int>(threads == 1 ? i : i + cases.size());
+            report(threads, ms, logarithmMs(c, &maps, &scratch, threads), compared ? lines[line] : QByteArray());
+        }
+        if (compared && ran) {
+            const ResultRecords &done = results;
+            const double *first = c.column1 < 0 ? done.a() : done.quantity(c.column1);
+            const double *second = c.column2 < 0 ? done.t() : done.quantity(c.column2);
+            double difference = largestDifference(first, done.count(), &peerResults);
+            difference = std::max(difference, largestDifference(second, done.count(), &peerResults));
+            std::printf("    largest relative difference %.1e\n", difference);
+            ran = difference < 1e-6;
+        }
+        if (!ran)
+            std::printf("    RESULTS DIFFER\n");
+        good = good && ran;
+    }
+    return good;
+}
+
+} // namespace
+
+int main()
+{
+    std::printf(
+        "ln: forming the absorption ln(I0 / I). \"loaded maps\": numpy with it, ours without, because our maps\n"
+        "hold the absorption since they were loaded; \"both\" and \"neither\" treat the two alike.\n");
+    bool good = true;
+    for (const int side : {1024, 2048})
+        good = measureSide(side) && good;
+    return good ? 0 : 1;
+}

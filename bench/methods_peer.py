@@ -1,0 +1,168 @@
+"""Peer of the method measurement: the same maps through numpy.
+
+methods_peer.py CONDITIONS COUNTS OUT reads the conditions (JSON) and the counts (per energy I0, then I, as 16-bit
+integers), runs every method with one and with all threads and prints one line per method and number of threads:
+name, threads, best time in ms with the logarithm ln(I0 / I) included, best time with the absorptions at hand. OUT gets
+two columns of results per method as doubles, in the order of the lines with one thread.
+
+Every method works in blocks of 16384 pixels with its temporaries kept, which is numpy's fastest form: whole-map
+expressions run from memory instead of from the cache. Threads share the blocks; numpy lets go of the interpreter lock.
+"""
+import json
+import os
+import sys
+import time
+from concurrent.futures import ThreadPoolExecutor
+
+try:
+    import numpy as np
+except ImportError:
+    sys.exit(3)
+
+BLOCK = 1 << 14
+conditions = json.load(open(sys.argv[1]))
+pixels, rounds = conditions["pixels"], conditions["rounds"]
+energies = np.array(conditions["energies"])
+counts = np.fromfile(sys.argv[2], dtype=np.uint16).reshape(len(energies), 2, pixels)
+incident = counts[:, 0].astype(float)
+transmitted = counts[:, 1].astype(float)
+del counts
+absorption = np.log(incident / transmitted)
+result = np.zeros((13, pixels))
+
+
+def non_equivalent(method):
+    """The pseudo-inverse times all pixels, then fractions, amounts, valence and t: the same thirteen quantities."""
+    columns = np.array(method["columns"])
+    length = 12398.424360387684 / energies
+    ones = np.ones_like(energies)
+    background = [ones, length**3, length**4] if method["victoreen"] else [ones, energies]
+    inverse = np.linalg.pinv(np.vstack([columns, background]).T)
+    jumps = np.array(method["jumps"])
+    weights = (jumps / jumps.sum())[:, None]
+    m, valences, total = len(jumps), np.array(method["valences"]), jumps.sum()
+
+    def solve(part, y, keep):
+        out = result[:, part]
+        c = np.matmul(inverse, y, out=keep("c", len(inverse), y))
+        s = keep("s", 1, y)[0]
+        c[:m] *= weights
+        np.add.reduce(c[:m], axis=0, out=s)
+        np.divide(c[:m], s, out=out[:m])
+        np.multiply(s, total, out=out[12])
+        np.multiply(out[:m], out[12], out=out[4 : 4 + m])
+        out[8 : 8 + len(background)] = c[m:]
+        np.matmul(valences, out[:m], out=out[11])
+
+    return solve, (11, 12)
+
+
+def fraction(x4, a4, b4, l4, c2, r):
+    u = c2 * (1 / (1 + r))
+    w = u * r
+    return ((l4 - x4) * u + b4) * w / (b4 * w - a4 * u)
+
+
+def three_points(method):
+    a, b = np.array(method["a"]), np.array(method["b"])
+    height_a, height_b = (a[2] - a[0]) / (a[1] - a[0]), (b[2] - b[0]) / (b[1] - b[0])
+    scale_a, scale_t = 1 / (height_a - height_b), 2 / ((b[1] - b[0]) + (a[1] - a[0]))
+
+    def solve(part, y, keep):
+        step = y[1] - y[0]
+        np.multiply(step, scale_t, out=result[1, part])
+        np.subtract(y[2], y[0], out=result[0, part])
+        result[0, part] /= step
+        result[0, part] -= height_b
+        result[0, part] *= scale_a
+
+    return solve, (0, 1)
+
+
+def exact(method):
+    a, b, e = (np.array(method[name]) for name in ("a", "b", "e"))
+    s = a[:3] + b[:3]
+    curvature = np.array([e[2] - e[1], e[0] - e[2], e[1] - e[0]])
+    d = curvature @ s
+    # The background line at the V point is linear in the three absorptions: one product gives it and C(X).
+    slope = np.array([s[1] - s[2], s[2] - s[0], s[0] - s[1]]) / d
+    intercept = -np.array([e[2] * s[1] - e[1] * s[2], e[0] * s[2] - e[2] * s[0], e[1] * s[0] - e[0] * s[1]]) / d
+    rows = np.vstack([curvature / d, intercept + slope * e[3]])
+
+    def solve(part, y, keep):
+        inverse_q, line = np.matmul(rows, y[:3], out=keep("rows", 2, y))
+        np.multiply(inverse_q, 2, out=result[1, part])
+        result[0, part] = fraction(y[3], a[3], b[3], line, 1 / inverse_q, method["r"])
+
+    return solve, (0, 1)
+
+
+def least_squares(method):
+    """The regression on X after the constant and E are projected out: no system to solve per pixel."""
+    a, b, e = (np.array(method[name]) for name in ("a", "b", "e"))
+    s = a[:-1] + b[:-1]
+    base = np.vstack([np.ones(len(s)), e[:-1] - e[:-1].mean()]).T
+    hat = np.linalg.pinv(base)
+    project = np.eye(len(s)) - base @ hat
+    at_v = np.array([1, e[-1] - e[:-1].mean()]) @ hat  # the fitted line's value at the V point
+    rows = np.vstack([project, s @ project, at_v])
+    line_s = at_v @ s
+
+    def solve(part, y, keep):
+        x = y[:-1]
+        products = np.matmul(rows, x, out=keep("rows", len(rows), y))
+        c2 = products[-2] / np.einsum("ij,ij->j", x, products[:-2])
+        np.divide(2, c2, out=result[1, part])
+        result[0, part] = fraction(y[-1], a[-1], b[-1], products[-1] - line_s / c2, c2, method["r"])
+
+    return solve, (0, 1)
+
+
+def run(solve, points, with_logarithm, part):
+    buffer = np.empty((len(points), BLOCK))
+    kept = {}
+
+    def keep(name, rows, like):
+        if name not in kept:
+            kept[name] = np.empty((rows, BLOCK))
+        return kept[name][:, : like.shape[1]]
+
+    for first in range(part.start, part.stop, BLOCK):
+        block = slice(first, min(first + BLOCK, part.stop))
+        y = buffer[:, : block.stop - block.start]
+        for row, point in zip(y, points):
+            if with_logarithm:
+                np.divide(incident[point, block], transmitted[point, block], out=row)
+            else:
+                row[:] = absorption[point, block]
+        if with_logarithm:
+            np.log(y, out=y)
+        solve(block, y, keep)
+
+
+def best_time(solve, points, with_logarithm, threads, pool):
+    cuts = [pixels // BLOCK * i // threads * BLOCK for i in range(threads)] + [pixels]
+    parts = [slice(*cut) for cut in zip(cuts, cuts[1:])]
+    best = float("inf")
+    for _ in range(rounds):
+        start = time.perf_counter()
+        if threads == 1:
+            run(solve, points, with_logarithm, parts[0])
+        else:
+            list(pool.map(lambda part: run(solve, points, with_logarithm, part), parts))
+        best = min(best, time.perf_counter() - start)
+    return best * 1e3
+
+
+kinds = {"neq": non_equivalent, "three": three_points, "exact": exact, "least squares": least_squares}
+with open(sys.argv[3], "wb") as out:
+    for threads in (1, os.cpu_count()):
+        with ThreadPoolExecutor(threads) as pool:
+            for method in conditions["methods"]:
+                solve, columns = kinds[method["kind"]](method)
+                points = method["points"]
+                times = [best_time(solve, points, logarithm, threads, pool) for logarithm in (True, False)]
+                print(f"{times[0]:.3f} {times[1]:.3f}", flush=True)
+                if threads == 1:
+                    for column in columns:
+                        result[column].tofile(out)

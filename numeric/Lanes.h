@@ -1,0 +1,85 @@
+#pragma once
+
+#include <cstddef>
+#include <cstring>
+
+#if defined(__SSE2__)
+#include <emmintrin.h>
+#endif
+
+/// Several pixels side by side. A function that works on vectors of doubles is a template on their type, marked
+/// FLOKLUK_ALWAYS_INLINE, and is called by three thin ones: with Lanes2 for every processor, with Lanes4 by one marked
+/// FLOKLUK_FOR_AVX2 and with Lanes8 by one marked FLOKLUK_FOR_AVX512. None of them fuses operations, so all give the
+/// same bits as plain code.
+#define FLOKLUK_ALWAYS_INLINE inline __attribute__((always_inline))
+#if defined(__x86_64__)
+#define FLOKLUK_FOR_AVX2 __attribute__((target("avx2")))
+#define FLOKLUK_FOR_AVX512 __attribute__((target("avx512f")))
+#else
+#define FLOKLUK_FOR_AVX2
+#define FLOKLUK_FOR_AVX512
+#endif
+
+namespace numeric
+{
+
+enum class InstructionSet { Baseline, Avx2, Avx512 };
+
+/// The best one that this processor has; those beyond Baseline exist on x86-64 only.
+inline InstructionSet bestInstructionSet()
+{
+#if defined(__x86_64__)
+    if (__builtin_cpu_supports("avx512f"))
+        return InstructionSet::Avx512;
+    if (__builtin_cpu_supports("avx2"))
+        return InstructionSet::Avx2;
+#endif
+    return InstructionSet::Baseline;
+}
+
+/// Two, four and eight doubles that every operator treats element by element. Keep them inside of functions that are
+/// inlined: how they are passed to others depends on the instruction set.
+typedef double Lanes2 __attribute__((vector_size(2 * sizeof(double))));
+typedef double Lanes4 __attribute__((vector_size(4 * sizeof(double))));
+typedef double Lanes8 __attribute__((vector_size(8 * sizeof(double))));
+template <class Lanes>
+constexpr std::size_t laneCount = sizeof(Lanes) / sizeof(double);
+
+/// Reads or writes as many doubles as there are lanes; any alignment.
+template <class Lanes>
+FLOKLUK_ALWAYS_INLINE void loadLanes(const double *from, Lanes &to)
+{
+    std::memcpy(&to, from, sizeof to);
+}
+template <class Lanes>
+FLOKLUK_ALWAYS_INLINE void storeLanes(const Lanes &from, double *to)
+{
+    std::memcpy(to, &from, sizeof from);
+}
+
+/// Copies to memory that is not read again soon, past the cache where the processor can: a result of many planes
+/// would otherwise be read from memory only to be overwritten. `to` lies on a multiple of 16 bytes for that. Call
+/// finishStreaming() before another thread reads.
+FLOKLUK_ALWAYS_INLINE void streamCopy(const double *from, std::size_t count, double *to)
+{
+#if defined(__SSE2__)
+    if (reinterpret_cast<std::size_t>(to) % 16 == 0) {
+        const std::size_t pairs = count / 2 * 2;
+        for (std::size_t i = 0; i < pairs; i += 2)
+            _mm_stream_pd(to + i, _mm_loadu_pd(from + i));
+        if (count > pairs)
+            to[pairs] = from[pairs];
+        return;
+    }
+#endif
+    std::memcpy(to, from, count * sizeof(double));
+}
+
+inline void finishStreaming()
+{
+#if defined(__SSE2__)
+    _mm_sfence();
+#endif
+}
+
+} // namespace numeric
