@@ -1,0 +1,38 @@
+#pragma once
+
+#include <QColor>
+#include <QString>
+#include <QVector>
+
+class DispABase;
+class QStylePainter;
+
+/// What one linear combination fit of the target found, beside the four-points method's result at that time.
+struct ComparisonRecord {
+    double a = 0.0;           ///< fraction of the first reference by the four-points method
+    double valence = 0.0;     ///< by the four-points method
+    double lcfFraction = 0.0; ///< fraction of the first reference by the fit
+    double lcfValence = 0.0;
+    int colourIndex = 0; ///< of the palette
+};
+
+struct LcfVsMpsInput {
+    QVector<ComparisonRecord> records; ///< in the order found
+    QVector<QColor> colours;           ///< the palette; an index beyond it starts again
+    double valenceA = 0.0;             ///< of the first and second reference in use
+    double valenceB = 0.0;
+    QString xTitle;
+    QString yTitle;
+};
+
+namespace resultdrawing
+{
+
+const QColor agreementColour(0, 200, 0);
+const QColor newestRecordColour(255, 0, 0);
+
+/// The valences of the fits against those of the four-points method; on the diagonal both agree. The newest record is
+/// red. Without records the area is only white.
+void drawLcfVsMps(DispABase *display, QStylePainter *p, const LcfVsMpsInput &input);
+
+} // namespace resultdrawing

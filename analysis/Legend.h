@@ -1,0 +1,19 @@
+#pragma once
+
+#include <QColor>
+#include <QPen>
+#include <QPolygonF>
+#include <QString>
+#include <QVector>
+
+class ChCoord;
+class QPainter;
+
+struct LegendEntry {
+    QString name;
+    QPen pen; ///< of the sample line
+};
+
+/// Draws the names of curves beside a piece of their line, into that corner of the plot (or the middle of its upper or
+/// lower edge) where they cover the least of `curves`, given in pixels. Long names and long lists are cut.
+void drawLegend(QPainter *p, const ChCoord &cc, const QVector<LegendEntry> &entries, const QVector<QPolygonF> &curves);

@@ -1,0 +1,60 @@
+#pragma once
+
+#include <QColor>
+#include <QString>
+
+#include <cstddef>
+
+class DispABase;
+class QStylePainter;
+
+/// The absorption of a map's pixels, borrowed for a call.
+struct PixelValues {
+    const double *values = nullptr;
+    std::size_t count = 0;
+
+    /// A pixel that the map does not have counts with -1.
+    double at(std::size_t i) const { return i < count ? values[i] : -1.0; }
+};
+
+/// A reference at the first and second anchor point and at the V point.
+struct EdgeValues {
+    double p = 0.0;
+    double q = 0.0;
+    double r = 0.0;
+};
+
+struct M2M3Input {
+    PixelValues p; ///< at the first anchor point
+    PixelValues q; ///< at the second anchor point
+    PixelValues r; ///< at the V point: has as many pixels as are drawn. None when a point is missing
+    EdgeValues first;
+    EdgeValues second;
+    bool isBlue = false; ///< pixels in blue instead of red
+    QString xTitle;
+    QString yTitle;
+};
+
+/// y = slope x + offset.
+struct M2M3Line {
+    double slope = 0.0;
+    double offset = 0.0;
+};
+
+/// Where the pixels of a pure reference lie, M3 / M2 = (R - P) / (Q - P); infinite or NaN for Q = P.
+M2M3Line referenceLine(const EdgeValues &reference);
+/// Through the points (M2, M3) of both references: where their mixtures of unit thickness lie.
+M2M3Line mixtureLine(const EdgeValues &first, const EdgeValues &second);
+
+namespace resultdrawing
+{
+
+const QColor firstReferenceColour(255, 255, 0);
+const QColor secondReferenceColour(255, 0, 255);
+const QColor mixtureColour(0, 255, 255);
+
+/// The pixels' step from P to R, M3, against that from P to Q, M2, with the lines of the references. The range is the
+/// pixels' extent widened by a tenth on every side. Without pixels the area is only white.
+void drawM2M3(DispABase *display, QStylePainter *p, const M2M3Input &input);
+
+} // namespace resultdrawing
