@@ -7,16 +7,7 @@
 #include <QDragEnterEvent>
 #include <QFileInfo>
 
-namespace
-{
-
-/// What the row tells about the file it was given.
-struct LoadReport {
-    QString text;
-    bool isWarning;
-};
-
-LoadReport reportOf(const MapLoadResult &result, const QString &path)
+AEPoint::LoadReport AEPoint::reportOf(const MapLoadResult &result, const QString &path)
 {
     const QString name = QFileInfo(path).fileName();
     if (!result.opened)
@@ -30,8 +21,6 @@ LoadReport reportOf(const MapLoadResult &result, const QString &path)
         return {size, false};
     return {AEPoint::tr("%1 points, not %2").arg(result.count).arg(size), true};
 }
-
-} // namespace
 
 AEPoint::AEPoint(QWidget *parent)
     : QFrame(parent)
@@ -156,6 +145,11 @@ void AEPoint::setNumber(int number)
     ui.NumDisp->setText(QString::number(number));
 }
 
+void AEPoint::warnOfSize(bool isOther)
+{
+    ui.FileSelect->setExInfo(m_report.text, m_report.isWarning || isOther);
+}
+
 void AEPoint::loadData(const QString &path)
 {
     m_loaded = false;
@@ -164,8 +158,8 @@ void AEPoint::loadData(const QString &path)
         const WaitCursor wait;
         result = loadMapFile(path, &m_data);
     }
-    const LoadReport report = path.isEmpty() ? LoadReport{QString(), false} : reportOf(result, path);
-    ui.FileSelect->setExInfo(report.text, report.isWarning);
+    m_report = path.isEmpty() ? LoadReport() : reportOf(result, path);
+    warnOfSize(false);
     if (!result.energyText.isNull()) {
         setEnergyText(result.energyText);
         inNewEnergy();

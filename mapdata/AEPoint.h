@@ -7,6 +7,8 @@
 #include <QFrame>
 #include <QVector>
 
+struct MapLoadResult;
+
 /// One energy at which a map was measured: its map data file, the energy, what the panel uses it for, and read-only
 /// fields for the values of the target and of four references at this energy.
 class AEPoint : public QFrame
@@ -23,6 +25,7 @@ public:
     /// eV; 0 when the field holds no number.
     double energy() const;
     QString energyText() const;
+    QLineEdit *energyEdit() const { return ui.Energy; }
     /// Shows an energy; nothing is announced.
     void setEnergyText(const QString &text);
 
@@ -42,6 +45,9 @@ public:
     /// A reference other than 0 to 3 changes nothing.
     void setReferenceValue(int reference, double value);
     void clearReferenceValue(int reference);
+
+    /// Marks the size shown as another one than that of the map calculated, or takes the mark away.
+    void warnOfSize(bool isOther);
 
     /// The number shown in front, counted from 1.
     void setNumber(int number);
@@ -67,9 +73,16 @@ protected:
     void dropEvent(QDropEvent *event) override;
 
 private:
+    /// What the row tells about the file it was given.
+    struct LoadReport {
+        QString text;
+        bool isWarning = false;
+    };
+    static LoadReport reportOf(const MapLoadResult &result, const QString &path);
     QVector<QLabel *> titles() const;
 
     A2DData m_data;
+    LoadReport m_report;
     bool m_loaded = false;
     Ui_AEPoint ui;
     QVector<QLineEdit *> m_mutFields; // of the references, in order

@@ -1,0 +1,26 @@
+#pragma once
+
+#include "ui_Body.h"
+
+#include <QMainWindow>
+
+class FourPs;
+
+/// The program's window: it holds the one analysis panel.
+class Body : public QMainWindow
+{
+    Q_OBJECT
+
+public:
+    explicit Body(QWidget *parent = nullptr);
+
+    FourPs *panel() const { return m_panel; }
+
+protected:
+    /// Closing the window ends the program, whatever other windows are open.
+    void closeEvent(QCloseEvent *event) override;
+
+private:
+    Ui_Body ui;
+    FourPs *m_panel;
+};

@@ -1,0 +1,21 @@
+#include "app/Body.h"
+#include "app/StartUp.h"
+
+#include <QApplication>
+#include <QTranslator>
+
+int main(int argc, char *argv[])
+{
+    QCoreApplication::setAttribute(Qt::AA_EnableHighDpiScaling);
+    QCoreApplication::setAttribute(Qt::AA_UseHighDpiPixmaps);
+    QApplication application(argc, argv);
+    QTranslator ofQt;
+    QTranslator translator;
+    if (wantsJapanese(QCoreApplication::arguments())) {
+        installJapaneseForQt(&ofQt);
+        installJapanese(&translator);
+    }
+    Body body;
+    body.show();
+    return QApplication::exec();
+}
