@@ -2,11 +2,11 @@
 
 methods_peer.py CONDITIONS COUNTS OUT reads the conditions (JSON) and the counts (per energy I0, then I, as 16-bit
 integers), runs every method with one and with all threads and prints one line per method and number of threads:
-name, threads, best time in ms with the logarithm ln(I0 / I) included, best time with the absorptions at hand. OUT gets
-two columns of results per method as doubles, in the order of the lines with one thread.
+the best times in ms with the logarithm ln(I0 / I) included, with the absorptions at hand, and, with the logarithm, of
+the form one would write first. OUT gets two columns of results per method as doubles, in the order of the methods.
 
-Every method works in blocks of 16384 pixels with its temporaries kept, which is numpy's fastest form: whole-map
-expressions run from memory instead of from the cache. Threads share the blocks; numpy lets go of the interpreter lock.
+numpy's fastest form works in blocks of 16384 pixels and keeps its temporaries: that stays in the cache. Threads share
+the blocks; numpy lets go of the interpreter lock. The form written first takes the whole map at once.
 """
 import json
 import os
@@ -118,17 +118,17 @@ def least_squares(method):
     return solve, (0, 1)
 
 
-def run(solve, points, with_logarithm, part):
-    buffer = np.empty((len(points), BLOCK))
+def run(solve, points, with_logarithm, part, size):
+    buffer = np.empty((len(points), size))
     kept = {}
 
     def keep(name, rows, like):
         if name not in kept:
-            kept[name] = np.empty((rows, BLOCK))
+            kept[name] = np.empty((rows, size))
         return kept[name][:, : like.shape[1]]
 
-    for first in range(part.start, part.stop, BLOCK):
-        block = slice(first, min(first + BLOCK, part.stop))
+    for first in range(part.start, part.stop, size):
+        block = slice(first, min(first + size, part.stop))
         y = buffer[:, : block.stop - block.start]
         for row, point in zip(y, points):
             if with_logarithm:
@@ -140,16 +140,16 @@ def run(solve, points, with_logarithm, part):
         solve(block, y, keep)
 
 
-def best_time(solve, points, with_logarithm, threads, pool):
+def best_time(solve, points, with_logarithm, threads, pool, size=BLOCK):
     cuts = [pixels // BLOCK * i // threads * BLOCK for i in range(threads)] + [pixels]
     parts = [slice(*cut) for cut in zip(cuts, cuts[1:])]
     best = float("inf")
     for _ in range(rounds):
         start = time.perf_counter()
         if threads == 1:
-            run(solve, points, with_logarithm, parts[0])
+            run(solve, points, with_logarithm, parts[0], size)
         else:
-            list(pool.map(lambda part: run(solve, points, with_logarithm, part), parts))
+            list(pool.map(lambda part: run(solve, points, with_logarithm, part, size), parts))
         best = min(best, time.perf_counter() - start)
     return best * 1e3
 
@@ -162,7 +162,8 @@ with open(sys.argv[3], "wb") as out:
                 solve, columns = kinds[method["kind"]](method)
                 points = method["points"]
                 times = [best_time(solve, points, logarithm, threads, pool) for logarithm in (True, False)]
-                print(f"{times[0]:.3f} {times[1]:.3f}", flush=True)
+                times.append(best_time(solve, points, True, threads, pool, pixels))
+                print(*(f"{ms:.3f}" for ms in times), flush=True)
                 if threads == 1:
                     for column in columns:
                         result[column].tofile(out)
