@@ -1,11 +1,9 @@
 #include "analysis/FourPointsMap.h"
-#include "analysis/LinearCombination.h"
 #include "analysis/NonEquivalent.h"
-#include "analysis/ResultText.h"
+#include "tests/MethodSamples.h"
 
 #include <QtTest>
 
-#include <clocale>
 #include <cmath>
 #include <cstring>
 #include <limits>
@@ -18,14 +16,6 @@ namespace
 
 constexpr double infinity = std::numeric_limits<double>::infinity();
 const std::vector<double> eightEnergies = {7000, 7060, 7112, 7119, 7124, 7135, 7400, 7900}; // eV
-const std::vector<double> jumps = {1.3, 0.8, 1.9, 0.6};
-const std::vector<double> fourValences = {2, 3, 0, 4};
-
-bool near(double got, double wanted, double tolerance = 1e-9)
-{
-    return std::abs(got - wanted) <= tolerance * std::max(1.0, std::abs(wanted));
-}
-
 /// Equal bits, or both NaN: which of its operands' NaN an operation hands on is the processor's choice.
 bool sameNumber(double got, double wanted)
 {
@@ -41,15 +31,6 @@ bool samePlane(const double *got, const double *wanted, std::size_t count)
         }
     }
     return true;
-}
-
-/// Four clearly different edges with a peak each, D_j high.
-double referenceValue(std::size_t j, double energy)
-{
-    const double edge = 7115 + 4.0 * static_cast<double>(j);
-    const double peak = (energy - edge - 4) / (3 + 2 * static_cast<double>(j));
-    return jumps[j] * (0.5 + std::atan((energy - edge) / 2) / M_PI +
-                       (1 + 0.4 * static_cast<double>(j % 2)) * std::exp(-peak * peak));
 }
 
 NonEquivalentReferences referencesAt(const std::vector<double> &energies, std::size_t count)
@@ -179,37 +160,6 @@ std::vector<numeric::InstructionSet> instructionSets()
     return sets;
 }
 
-/// A spectrum with jump `jump` on a flat background, and `inside(E)` as its normalised value between 7100 and 7180 eV.
-template <class Inside>
-AMutE makeSpectrum(double jump, double dE, Inside inside)
-{
-    AMutE result;
-    for (int pass = 0; pass < 2; ++pass) { // the second one knows the lines, which do not depend on what is inside
-        AMutE spectrum;
-        spectrum.setDE(dE);
-        spectrum.setPreEdgeEnd(7095);
-        spectrum.setPostEdgeStart(7185);
-        spectrum.setEdgeEnergy(7120);
-        for (int i = 0; i <= 300; ++i) {
-            const double energy = 7000 + i;
-            double mu = energy < 7100 ? 0.2 : 0.2 + jump;
-            if (energy >= 7100 && energy <= 7180 && pass == 1) {
-                const double pre = result.preLine(energy);
-                mu = pre + inside(energy) * (result.postLine(energy) - pre);
-            }
-            spectrum.addPoint({static_cast<double>(i), energy + dE, mu});
-        }
-        spectrum.fitLines();
-        result = spectrum;
-    }
-    return result;
-}
-
-AMutE referenceSpectrum(std::size_t j)
-{
-    return makeSpectrum(jumps[j], 0.0, [j](double energy) { return referenceValue(j, energy) / jumps[j]; });
-}
-
 } // namespace
 
 class TestMethods : public QObject
@@ -231,13 +181,6 @@ private slots:
     void fourPointsMapIsThePlainSolution_data();
     void fourPointsMapIsThePlainSolution();
     void valencePlane();
-    void linearCombinationComesBack_data();
-    void linearCombinationComesBack();
-    void linearCombinationQuality();
-    void linearCombinationWithoutPoints();
-    void resultNumbers_data();
-    void resultNumbers();
-    void resultTexts();
 };
 
 /// A wrong name here would leave a control without effect.
@@ -592,143 +535,6 @@ void TestMethods::valencePlane()
     mixedValences(2, 3, a.data(), a.size(), a.data());
     for (std::size_t i = 0; i < a.size(); ++i)
         QVERIFY(sameNumber(a[i], mixedValence(2, 3, before[i])));
-}
-
-void TestMethods::linearCombinationComesBack_data()
-{
-    QTest::addColumn<std::vector<double>>("coefficients");
-    QTest::addColumn<double>("base");
-    QTest::newRow("two that sum up to 1") << std::vector<double>{0.3, 0.7} << 0.0;
-    QTest::newRow("three with a base") << std::vector<double>{0.5, 0.2, 0.4} << -0.03;
-    QTest::newRow("sum of 0.8") << std::vector<double>{0.6, 0.2} << 0.0;
-    QTest::newRow("four, one negative") << std::vector<double>{0.9, 0.3, -0.3, 0.2} << 0.1;
-}
-
-void TestMethods::linearCombinationComesBack()
-{
-    QFETCH(std::vector<double>, coefficients);
-    QFETCH(double, base);
-    std::vector<AMutE> references;
-    for (std::size_t j = 0; j < coefficients.size(); ++j)
-        references.push_back(referenceSpectrum(j));
-    const AMutE target = makeSpectrum(0.7, 1.5, [&](double energy) {
-        double value = base;
-        for (std::size_t j = 0; j < references.size(); ++j)
-            value += coefficients[j] * references[j].valueAtEnergy(AMutE::ByBothLines, energy);
-        return value;
-    });
-    LinearCombinationInput input;
-    for (const AMutE &reference : references)
-        input.references.push_back(&reference);
-    input.valences.assign(fourValences.begin(), fourValences.begin() + static_cast<int>(references.size()));
-    input.target = &target;
-    input.energyMin = 7102;
-    input.energyMax = 7175;
-    const LinearCombination fit = fitLinearCombination(input);
-
-    QCOMPARE(fit.points, 74); // both ends included, in energies shifted by 1.5 eV
-    double sum = 0.0, rawValence = 0.0;
-    for (std::size_t j = 0; j < coefficients.size(); ++j) {
-        sum += coefficients[j];
-        rawValence += coefficients[j] * fourValences[j];
-    }
-    for (std::size_t j = 0; j < coefficients.size(); ++j) {
-        QVERIFY2(near(fit.coefficients[j], coefficients[j]), qPrintable(QString::number(fit.coefficients[j], 'g', 15)));
-        QVERIFY(near(fit.fractions[j], coefficients[j] / sum));
-        QVERIFY(fit.standardErrors[j] < 1e-8);
-    }
-    QVERIFY(near(fit.sum, sum));
-    QVERIFY(near(fit.base, base));
-    QVERIFY(near(fit.valence, rawValence)); // not divided by the sum
-    QVERIFY(fit.rFactor < 1e-18);
-    QCOMPARE(fit.fitted.pointCount(), 74);
-    QCOMPARE(fit.fitted.points().first().energy, 7102.0);
-    QCOMPARE(fit.fitted.points().last().energy, 7175.0);
-    QVERIFY(near(fit.fitted.points().at(20).mu, target.valueAtEnergy(AMutE::ByBothLines, 7122)));
-}
-
-/// One reference, so that the textbook's straight line y = b + c x tells R-factor and standard errors.
-void TestMethods::linearCombinationQuality()
-{
-    const AMutE reference = referenceSpectrum(1);
-    std::mt19937 random(2);
-    const AMutE target = makeSpectrum(1.0, 0.0, [&](double energy) {
-        return 0.9 * referenceValue(1, energy) / jumps[1] + static_cast<double>(random() % 100) * 1e-3;
-    });
-    const LinearCombination fit = fitLinearCombination({{&reference}, {3}, &target, 7110, 7150});
-    long double n = 0, sx = 0, sy = 0, sxx = 0, sxy = 0, syy = 0;
-    for (int i = 110; i <= 150; ++i) {
-        const long double x = reference.valueAt(AMutE::ByBothLines, i);
-        const long double y = target.valueAt(AMutE::ByBothLines, i);
-        n += 1, sx += x, sy += y, sxx += x * x, sxy += x * y, syy += y * y;
-    }
-    const long double spread = sxx - sx * sx / n;
-    const long double c = (sxy - sx * sy / n) / spread;
-    const long double residuals = syy - sy * sy / n - c * (sxy - sx * sy / n);
-    const long double variance = residuals / (n - 2);
-    QCOMPARE(fit.points, 41);
-    QVERIFY(near(fit.coefficients[0], static_cast<double>(c)));
-    QVERIFY(near(fit.rFactor / static_cast<double>(residuals / syy), 1.0, 1e-8));
-    QCOMPARE(fit.standardErrors.size(), std::size_t(2));
-    QVERIFY(near(fit.standardErrors[0] / static_cast<double>(std::sqrt(variance / spread)), 1.0, 1e-8));
-    QVERIFY(near(fit.standardErrors[1] / static_cast<double>(std::sqrt(variance * sxx / n / spread)), 1.0, 1e-8));
-}
-
-void TestMethods::linearCombinationWithoutPoints()
-{
-    const AMutE a = referenceSpectrum(0);
-    const AMutE b = referenceSpectrum(1);
-    const LinearCombination none = fitLinearCombination({{&a, &b}, {2, 3}, &b, 7120.2, 7120.4});
-    QCOMPARE(none.points, 0);
-    QVERIFY(std::isnan(none.valence));
-    QVERIFY(std::isnan(none.rFactor));
-    const LinearCombination one = fitLinearCombination({{&a, &b}, {2, 3}, &b, 7120, 7120});
-    QCOMPARE(one.points, 1); // the one at that energy
-    QVERIFY(!std::isfinite(one.standardErrors[0]));
-    const LinearCombination empty = fitLinearCombination({{&a, &b}, {2, 3}, &b, 1e300, -1e300});
-    QCOMPARE(empty.points, 0);
-}
-
-void TestMethods::resultNumbers_data()
-{
-    QTest::addColumn<double>("value");
-    QTest::addColumn<QString>("text");
-    QTest::newRow("positive") << 0.4123 << " 0.412";
-    QTest::newRow("negative") << -0.4126 << "-0.413";
-    QTest::newRow("tie") << 0.0625 << " 0.062";
-    QTest::newRow("zero below zero") << -0.0001 << "-0.000";
-    QTest::newRow("wide") << 12345.6789 << " 12345.679";
-    QTest::newRow("infinite") << infinity << "   inf";
-    QTest::newRow("negative infinite") << -infinity << "  -inf";
-    QTest::newRow("no number") << std::nan("") << "   nan";
-    QTest::newRow("no number with a sign") << -std::nan("") << "   nan";
-    QTest::newRow("largest") << -std::numeric_limits<double>::max()
-                             << QString::number(-std::numeric_limits<double>::max(), 'f', 3);
-}
-
-void TestMethods::resultNumbers()
-{
-    QFETCH(double, value);
-    QFETCH(QString, text);
-    QCOMPARE(resultNumber(value), text);
-    // A locale with a decimal comma, where the machine has one.
-    for (const char *name : {"de_DE.UTF-8", "fr_FR.UTF-8", "de_DE", "ru_RU.UTF-8"}) {
-        if (std::setlocale(LC_NUMERIC, name)) {
-            const QString inThatLocale = resultNumber(value);
-            std::setlocale(LC_NUMERIC, "C");
-            QCOMPARE(inThatLocale, text);
-        }
-    }
-}
-
-void TestMethods::resultTexts()
-{
-    QCOMPARE(linearCombinationText({0.412, 0.301, 0.287}, 2.713, 0.004),
-             QString("Result of LCF ::  0.412 :  0.301 :  0.287, Valence =  2.713, Base =  0.004"));
-    QCOMPARE(linearCombinationText({-0.5, std::nan("")}, infinity, -1234.5),
-             QString("Result of LCF :: -0.500 :    nan, Valence =    inf, Base = -1234.500"));
-    QCOMPARE(nonEquivalentText({0.25, 0.75}, 2.75, 0.914),
-             QString("Result of NEQ ::  0.250 :  0.750, Valence =  2.750, t =  0.914"));
 }
 
 QTEST_APPLESS_MAIN(TestMethods)
