@@ -1,0 +1,121 @@
+#pragma once
+
+#include "RowTools.h"
+#include "analysis/FourPs.h"
+#include "samples/EdgeModel.h"
+#include "samples/SampleWriter.h"
+
+#include <QAbstractButton>
+#include <QTemporaryDir>
+#include <QTextEdit>
+
+/// What the tests of the analysis panel share: a user at the panel, and small sample data for him.
+namespace paneltools
+{
+
+/// Three references, a target and eight maps of 6 x 4 pixels without noise, in a directory of their own.
+class SampleFiles
+{
+public:
+    bool make()
+    {
+        sample::SampleOptions options;
+        options.directory = m_dir.path();
+        options.width = 6;
+        options.height = 4;
+        options.noise = 0;
+        QString error;
+        return m_dir.isValid() && sample::writeSample(options, &m_written, &error);
+    }
+    QString dir() const { return QDir(m_dir.path()).canonicalPath(); }
+    QString path(const QString &name) const { return m_dir.filePath(name); }
+    QString map(int number) const { return named(QStringLiteral("map%1_").arg(number)); }
+    /// There are three; the fourth is the first once more.
+    QString reference(int number) const { return named(QStringLiteral("ref%1_").arg((number - 1) % 3 + 1)); }
+    QString target() const { return named(QStringLiteral("target")); }
+
+private:
+    QString named(const QString &start) const { return m_written.filter('/' + start).value(0); }
+
+    QTemporaryDir m_dir;
+    QStringList m_written;
+};
+
+/// A user at the panel, who knows every control by its name. Rows count from 1.
+class User
+{
+public:
+    template <class Control>
+    Control *find(const QString &name)
+    {
+        Control *const control = panel.findChild<Control *>(name);
+        if (!control)
+            qFatal("no control %s", qPrintable(name));
+        return control;
+    }
+    ARefFile *reference(int number) { return find<ARefFile>(QStringLiteral("Ref%1File").arg(number)); }
+    AXafsFileSelect *target() { return find<AXafsFileSelect>(QStringLiteral("TargetFS")); }
+    AEPoint *row(int number) { return find<AEPoint>(QStringLiteral("Energy%1").arg(number)); }
+    QLineEdit *field(const QString &name) { return find<QLineEdit>(name); }
+    QLineEdit *rowField(int number, const char *name) { return row(number)->findChild<QLineEdit *>(name); }
+    QString rowText(int number, const char *name) { return rowField(number, name)->text(); }
+    QTextEdit *messageArea() { return find<QTextEdit>(QStringLiteral("Messages")); }
+
+    void click(const QString &name) { find<QAbstractButton>(name)->click(); }
+    void clickIn(QWidget *row, const char *name) { row->findChild<QAbstractButton *>(name)->click(); }
+    void type(const QString &name, const QString &text) { rowtools::type(field(name), text); }
+    void typeEnergy(int number, const QString &text) { rowtools::type(row(number)->energyEdit(), text); }
+    void load(QWidget *onto, const QString &path) { QVERIFY(rowtools::drop(onto, QUrl::fromLocalFile(path))); }
+    void choose(const QString &selector, const QStringList &paths)
+    {
+        emit find<AFileSelect>(selector)->findChild<QFileDialog *>()->filesSelected(paths);
+    }
+
+    /// Exactly these references are used.
+    void useReferences(const QString &numbers)
+    {
+        for (int i = 1; i <= 4; ++i) {
+            if (reference(i)->isUsed() != numbers.contains(QString::number(i)))
+                clickIn(reference(i), "UseCB");
+        }
+    }
+
+    /// What the message area holds; it is empty afterwards.
+    QString takeMessages()
+    {
+        const QString text = messageArea()->toPlainText();
+        click(QStringLiteral("ClearMessages"));
+        return text;
+    }
+    /// How often the map calculation was run, as told by its first check failing, since the messages were taken last.
+    int failedMapRuns() { return takeMessages().split('\n').count(QStringLiteral("V Point is not selected")); }
+
+    FourPs panel;
+};
+
+/// A spectrum as the panel should have it after loading `path` with these settings (eV).
+inline AMutE spectrumOf(const QString &path, double edge, double pre = -50, double post = 100, double dE = 0)
+{
+    AMutE spectrum;
+    spectrum.setPreEdgeEnd(edge + pre);
+    spectrum.setEdgeEnergy(edge);
+    spectrum.setPostEdgeStart(edge + post);
+    spectrum.setDE(dE);
+    if (!spectrum.read(path))
+        qFatal("no spectrum %s", qPrintable(path));
+    return spectrum;
+}
+
+inline QString sixDigits(double value)
+{
+    return QString::number(value, 'g', 6);
+}
+
+/// The value of a spectrum at an energy as a field shows it: mu less a line, empty outside of the spectrum.
+inline QString shownValue(const AMutE &spectrum, double energy, bool minusPostLine = false)
+{
+    double value = 0.0;
+    return spectrum.valueMinusLine(energy, minusPostLine, &value) ? sixDigits(value) : QString();
+}
+
+} // namespace paneltools
