@@ -35,9 +35,9 @@ FourPs::FourPs(QWidget *parent)
 
 FourPs::~FourPs()
 {
-    // A field with text being edited announces its end when it is destroyed: too late for the slots.
-    for (QLineEdit *const field : findChildren<QLineEdit *>())
-        field->blockSignals(true);
+    // A field that is being edited reports its text when its window goes away with the panel: too late for the slots.
+    for (const QObject *const child : findChildren<QObject *>())
+        child->disconnect(this);
 }
 
 void FourPs::placeControls()
