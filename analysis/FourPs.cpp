@@ -218,6 +218,15 @@ void FourPs::connectButtons()
     connect(ui.MapFsSelect, &AFileSelect::newFilePaths, this, &FourPs::receiveNewPaths);
     connect(ui.DispFSelect, &AFileSelect::newFilePaths, this, &FourPs::receiveNewDispFiles);
     connect(ui.RemoveAFile, &QPushButton::clicked, this, &FourPs::removeAFile);
+    // A dropped file comes alone, an empty path from the "Clear" button.
+    connect(ui.MapFsSelect, &AFileSelect::newFilePath, this, [this](const QString &path) {
+        if (!path.isEmpty())
+            receiveNewPaths({path});
+    });
+    connect(ui.DispFSelect, &AFileSelect::newFilePath, this, [this](const QString &path) {
+        if (!path.isEmpty())
+            receiveNewDispFiles({path});
+    });
     for (AFileSelect *const selector : {ui.MapFsSelect, ui.DispFSelect, ui.SaveFSelect})
         connect(selector, &AFileSelect::newDir, this, &FourPs::receiveNewDir);
 }
