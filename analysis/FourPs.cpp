@@ -239,8 +239,11 @@ void FourPs::connectStaleMark()
         connect(reference->valenceEdit(), &QLineEdit::textEdited, this, &FourPs::markStale);
     }
     for (AEPoint *const row : qAsConst(m_energyRows)) {
-        connect(row, &AEPoint::newEnergy, this, &FourPs::markStale);
-        connect(row, &AEPoint::newData, this, &FourPs::markStale);
+        connect(row->energyEdit(), &QLineEdit::textChanged, this, &FourPs::markStale);
+        connect(row->fileSelect(), &AFileSelect::newFilePath, this, [this, row] {
+            if (!row->loaded()) // what is loaded has been calculated by now
+                markStale();
+        });
         connect(row, &AEPoint::changedCB, this, &FourPs::markStale);
     }
     for (QAbstractButton *const button : std::initializer_list<QAbstractButton *>{
