@@ -124,6 +124,7 @@ void FourPs::connectSpectra()
     using Slot = void (FourPs::*)();
     const Slot receiveRef[] = {&FourPs::receiveNewRef1, &FourPs::receiveNewRef2, &FourPs::receiveNewRef3,
                                &FourPs::receiveNewRef4};
+    connect(&m_refFiles, &RefFiles::selectedFile, this, &FourPs::repaintDisplays);
     for (int i = 0; i < m_references.size(); ++i) {
         connect(m_references[i], &ARefFile::changedUse, this, receiveRef[i]);
         connect(m_references[i]->valenceEdit(), &QLineEdit::editingFinished, this, [this] {
@@ -234,8 +235,9 @@ void FourPs::connectButtons()
 /// Whatever changes what a map calculation would find marks the "Calc." button until it is run.
 void FourPs::connectStaleMark()
 {
+    connect(&m_refFiles, &RefFiles::changedUse, this, &FourPs::markStale);
     for (ARefFile *const reference : qAsConst(m_references)) {
-        connect(reference, &ARefFile::changedUse, this, &FourPs::markStale);
+        m_refFiles.add(reference);
         connect(reference->valenceEdit(), &QLineEdit::textEdited, this, &FourPs::markStale);
     }
     for (AEPoint *const row : qAsConst(m_energyRows)) {

@@ -12,6 +12,7 @@
 #include "display/Displays.h"
 #include "display/Histgram.h"
 #include "spectrum/AMutE.h"
+#include "spectrum/RefFiles.h"
 
 #include "ui_FourPs.h"
 
@@ -184,6 +185,7 @@ private:
 
     Ui_FourPs ui;
     QVector<ARefFile *> m_references;
+    RefFiles m_refFiles;                    ///< whichever reference row something happens in
     QVector<AXafsFileSelect *> m_selectors; ///< the references' in order, then the target's
     QVector<AEPoint *> m_energyRows;
     std::vector<std::unique_ptr<AMutE>> m_displaySpectra; ///< parallel to the list SelectedFs
