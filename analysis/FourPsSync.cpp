@@ -34,6 +34,8 @@ void FourPs::setEdge()
     receiveNewTarget(); // so that what is calculated belongs to the edge shown
     for (int i = 0; i < m_references.size(); ++i)
         receiveNewRef(i);
+    if (!ui.FullRangeCB->isChecked())
+        showEnergyWindow(false); // which is about the edge
     repaintDisplays();
 }
 
