@@ -135,7 +135,7 @@ bool plot::clipLine(const QRectF &rect, QLineF *line)
     const QPointF start = line->p1();
     const double dx = line->x2() - line->x1();
     const double dy = line->y2() - line->y1();
-    if (!std::isfinite(start.x()) || !std::isfinite(start.y()) || !std::isfinite(dx) || !std::isfinite(dy))
+    if (!std::isfinite(dx) || !std::isfinite(dy)) // nor are the ends
         return false;
     double from = 0;
     double to = 1;
@@ -175,12 +175,10 @@ void plot::drawCurve(QPainter *p, const ChCoord &cc, const QPolygonF &pixels)
             finishRun();
             continue;
         }
-        if (line.p1() != pixels.at(i))
-            finishRun();
         if (run.isEmpty())
             run.append(line.p1());
         run.append(line.p2());
-        if (line.p2() != pixels.at(i + 1))
+        if (line.p2() != pixels.at(i + 1)) // leaves the plot
             finishRun();
     }
     finishRun();

@@ -64,6 +64,9 @@ void TestHistogramDrawing::histogramBoxes()
     other.paint([&](QStylePainter *p) { drawHistogram(&other.display, p, input); });
     QCOMPARE(other.range(), (Doubles{0, -0.1, 4, 1.1}));
     QVERIFY(!other.display.area()->scaleFixed); // the first counts give the range
+    graph.cc().setRealArea(1, 0, 2, 50);
+    graph.paint([&](QStylePainter *p) { drawHistogram(&graph.display, p, input); });
+    QCOMPARE(graph.range(), (Doubles{1, 0, 2, 50})); // the user's zoom stays
 }
 
 void TestHistogramDrawing::histogramParts()
@@ -87,6 +90,7 @@ void TestHistogramDrawing::histogramOfManyBoxes()
 {
     QVector<int> counts(100000);
     counts[50000] = 1000;
+    counts[50001] = 1; // in the same pixel
     for (int i = 70000; i < 80000; ++i)
         counts[i] = 500;
     const HistogramBins bins = binsOf(0, 1, counts);
