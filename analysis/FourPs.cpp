@@ -27,6 +27,7 @@ FourPs::FourPs(QWidget *parent)
     connectEnergyRows();
     connectConditions();
     connectResults();
+    offerTexts();
     connectButtons();
     for (AXafsFileSelect *const selector : qAsConst(m_selectors))
         applyEdge(&selector->spectrum());

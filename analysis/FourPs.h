@@ -6,6 +6,7 @@
 #include "analysis/LcfVsMpsDrawing.h"
 #include "analysis/LinearCombination.h"
 #include "analysis/MapDrawing.h"
+#include "analysis/MutsDrawing.h"
 #include "analysis/QuantityRange.h"
 #include "analysis/ResultRecords.h"
 #include "display/CColors.h"
@@ -178,6 +179,11 @@ private:
     int shownType() const;
     QVector<ShownSpectrum> shownSpectra() const;
     QVector<HistogramPart> histogramParts(const QVector<HistogramBins> &bins) const;
+    void offerTexts();
+    QString plottedText(Displays::DispId id) const;
+    void saveMapText(const ShownMap &map);
+    ShownMap shownResultMap() const;
+    QVector<MutsCurve> shownCurves() const;
     void drawMuts(DispABase *dab, QStylePainter *p);
     void drawValenceHistogram(DispABase *dab, QStylePainter *p);
     void drawScatter(DispABase *dab, QStylePainter *p);
@@ -199,9 +205,9 @@ private:
     QVector<QRadioButton *> m_histogramButtons;
     CColors m_colours;
     ResultRecords m_results;
-    const double *m_shown = nullptr; ///< the plane that the result map shows; null: not computed
-    numeric::Plane m_shownWork;      ///< for planes that do not stand in the records
-    std::vector<quint8> m_mask;      ///< empty: nothing is hidden
+    const double *m_shown = nullptr;          ///< the plane that the result map shows; null: not computed
+    numeric::Plane m_shownWork;               ///< for planes that do not stand in the records
+    std::vector<quint8> m_mask;               ///< empty: nothing is hidden
     std::optional<ValueRange> m_chosenLimits; ///< colour range chosen by double click; none: the quantity's own
     AEPoint *m_dataMapRow = nullptr;          ///< whose map the data map shows
     HistogramBins m_quantityHistogram;        ///< of the chosen quantity, unless that is the valence

@@ -103,10 +103,15 @@ bool FourPs::selectedNewMap()
     return range.has_value();
 }
 
+ShownMap FourPs::shownResultMap() const
+{
+    return {m_shown, m_results.count(), m_results.width(), m_results.height()};
+}
+
 void FourPs::drawMap(QStylePainter *p)
 {
     ResultMapInput input;
-    input.map = {m_shown, m_results.count(), m_results.width(), m_results.height()};
+    input.map = shownResultMap();
     input.mask = m_mask.empty() ? nullptr : m_mask.data();
     input.limits = m_chosenLimits ? m_chosenLimits : rangeOf(mapQuantity());
     input.notComputed = tr("not computed by this method");
@@ -157,8 +162,7 @@ void FourPs::showDataMap(AEPoint *row, bool isShown)
 
 void FourPs::updateDMap()
 {
-    m_dataMap->ui.Title->setText(m_dataMapRow ? tr("Data map, %1 eV").arg(m_dataMapRow->energyText())
-                                              : tr("Data map"));
+    m_dataMap->ui.Title->setText(m_dataMapRow ? tr("Data map, %1 eV").arg(m_dataMapRow->energyText()) : tr("Data map"));
     m_dataMap->picture.invalidate();
     m_dataMap->area()->update();
 }
@@ -201,8 +205,11 @@ void FourPs::draw(Displays::DispId id, DispABase *dab, QStylePainter *p)
         break;
     case Displays::HistDMut:
         resultdrawing::drawHistogram(dab, p,
-                                     {&m_thicknessHistogram, {number(ui.HgTFrom), number(ui.HgTTo)},
-                                      histogramParts(m_thicknessParts), tr("Thick."), tr("Num.")});
+                                     {&m_thicknessHistogram,
+                                      {number(ui.HgTFrom), number(ui.HgTTo)},
+                                      histogramParts(m_thicknessParts),
+                                      tr("Thick."),
+                                      tr("Num.")});
         break;
     case Displays::DMutVorA:
         drawScatter(dab, p);
@@ -246,18 +253,21 @@ QVector<FourPs::ShownSpectrum> FourPs::shownSpectra() const
     return spectra;
 }
 
+QVector<MutsCurve> FourPs::shownCurves() const
+{
+    QVector<MutsCurve> curves;
+    for (const ShownSpectrum &shown : shownSpectra())
+        curves.append(
+            {shown.spectrum->fileName(), shown.colour, spectrumPoints(*shown.spectrum, shownType()), shown.style});
+    if (m_fit && shownType() == AMutE::ByBothLines) // the fit is of normalised values
+        curves.append({tr("LCF"), Qt::magenta, spectrumPoints(m_fit->fitted, AMutE::Raw), Qt::DashLine});
+    return curves;
+}
+
 void FourPs::drawMuts(DispABase *dab, QStylePainter *p)
 {
     MutsInput input;
-    for (const ShownSpectrum &shown : shownSpectra())
-        input.curves.append(
-            {shown.spectrum->fileName(), shown.colour, spectrumPoints(*shown.spectrum, shownType()), shown.style});
-    if (m_fit && shownType() == AMutE::ByBothLines) {
-        QPolygonF points; // they carry the normalised value as it is
-        for (const SpectrumPoint &point : m_fit->fitted.points())
-            points.append(QPointF(point.energy, point.mu));
-        input.curves.append({tr("LCF"), Qt::magenta, points, Qt::DashLine});
-    }
+    input.curves = shownCurves();
     const UsedRows rows = usedRows(false);
     for (const AEPoint *const row : rows.all)
         input.pointEnergies.append(row->energy());
@@ -403,15 +413,15 @@ void FourPs::write()
     for (std::size_t i = 0; i < selection.size(); ++i)
         selection[i] = recordsQuantity(static_cast<int>(i));
     const auto [first, second] = usedValences();
-    const WriteOutcome outcome = writeResultFile(path, m_results, {validReferences().size() >= 2, first, second},
-                                                 selection);
+    const WriteOutcome outcome =
+        writeResultFile(path, m_results, {validReferences().size() >= 2, first, second}, selection);
     if (outcome == WriteOutcome::CannotOpen)
         message(tr("Can't open the file [%1]").arg(path));
     else if (outcome == WriteOutcome::CannotWrite)
         message(tr("Can't write the file [%1]").arg(path));
     // The histograms are written in any case.
-    const bool histograms = m_valenceHistogram.write(path, QStringLiteral("HGAlpha"))
-                            && m_thicknessHistogram.write(path, QStringLiteral("HGThick"));
+    const bool histograms = m_valenceHistogram.write(path, QStringLiteral("HGAlpha")) &&
+                            m_thicknessHistogram.write(path, QStringLiteral("HGThick"));
     if (outcome == WriteOutcome::Written && histograms) {
         const QFileInfo info(path);
         ui.SaveFSelect->setExInfo(tr("%1: wrote %2, _HGAlpha and _HGThick")

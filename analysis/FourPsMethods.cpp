@@ -175,8 +175,7 @@ void FourPs::calcNonEquivalentMap(const UsedRows &rows, bool victoreen)
     const QVector<ARefFile *> valid = validReferences();
     NonEquivalentMapInput input;
     input.background = backgroundOf(victoreen);
-    input.references =
-        prepareNonEquivalent(energiesOf(rows.all), spectraOf(valid), ui.SubPostEforRef->isChecked());
+    input.references = prepareNonEquivalent(energiesOf(rows.all), spectraOf(valid), ui.SubPostEforRef->isChecked());
     input.valences = valencesOf(valid);
     for (const AEPoint *const row : rows.all)
         input.maps.push_back(&row->data());
