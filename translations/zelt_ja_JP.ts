@@ -1,4 +1,1149 @@
 <?xml version="1.0" encoding="utf-8"?>
 <!DOCTYPE TS>
 <TS version="2.1" language="ja_JP">
+<context>
+    <name>AEPoint</name>
+    <message>
+        <source>Number of this energy</source>
+        <translation>このエネルギーの番号</translation>
+    </message>
+    <message>
+        <source>Use</source>
+        <translation>使用</translation>
+    </message>
+    <message>
+        <source>Use this energy in the calculations</source>
+        <translation>このエネルギーを計算に使う</translation>
+    </message>
+    <message>
+        <source>V</source>
+        <translation>V</translation>
+    </message>
+    <message>
+        <source>V point: the energy at which the valence is calculated</source>
+        <translation>V 点：価数を求めるエネルギー</translation>
+    </message>
+    <message>
+        <source>LCF</source>
+        <translation>LCF</translation>
+    </message>
+    <message>
+        <source>Use this energy in the linear combination fit</source>
+        <translation>このエネルギーを線形結合フィッティングに使う</translation>
+    </message>
+    <message>
+        <source>Energy[eV]</source>
+        <translation>エネルギー[eV]</translation>
+    </message>
+    <message>
+        <source>Energy of this map in eV; taken from the file when it has one</source>
+        <translation>このマップのエネルギー (eV)。ファイルに記載があればそれを使う</translation>
+    </message>
+    <message>
+        <source>Map file</source>
+        <translation>マップファイル</translation>
+    </message>
+    <message>
+        <source>Show this map in the data map window</source>
+        <translation>このマップをデータマップに表示する</translation>
+    </message>
+    <message>
+        <source>Show</source>
+        <translation>表示</translation>
+    </message>
+    <message>
+        <source>Target</source>
+        <translation>試料</translation>
+    </message>
+    <message>
+        <source>Absorption of the target at this energy, less its background line</source>
+        <translation>このエネルギーでの試料の吸収（バックグラウンドを引いた値）</translation>
+    </message>
+    <message>
+        <source>Ref 1</source>
+        <translation>標準 1</translation>
+    </message>
+    <message>
+        <source>Absorption of reference 1 at this energy, less its background line</source>
+        <translation>このエネルギーでの標準試料 1 の吸収（バックグラウンドを引いた値）</translation>
+    </message>
+    <message>
+        <source>Ref 2</source>
+        <translation>標準 2</translation>
+    </message>
+    <message>
+        <source>Absorption of reference 2 at this energy, less its background line</source>
+        <translation>このエネルギーでの標準試料 2 の吸収（バックグラウンドを引いた値）</translation>
+    </message>
+    <message>
+        <source>Ref 3</source>
+        <translation>標準 3</translation>
+    </message>
+    <message>
+        <source>Absorption of reference 3 at this energy, less its background line</source>
+        <translation>このエネルギーでの標準試料 3 の吸収（バックグラウンドを引いた値）</translation>
+    </message>
+    <message>
+        <source>Ref 4</source>
+        <translation>標準 4</translation>
+    </message>
+    <message>
+        <source>Absorption of reference 4 at this energy, less its background line</source>
+        <translation>このエネルギーでの標準試料 4 の吸収（バックグラウンドを引いた値）</translation>
+    </message>
+    <message>
+        <source>Cannot read %1</source>
+        <translation>%1 を読めません</translation>
+    </message>
+    <message>
+        <source>No map data in %1</source>
+        <translation>%1 にマップデータがありません</translation>
+    </message>
+    <message>
+        <source>No map size in %1</source>
+        <translation>%1 にマップの大きさがありません</translation>
+    </message>
+    <message>
+        <source>%1 points, not %2</source>
+        <translation>%1 点（%2 ではない）</translation>
+    </message>
+</context>
+<context>
+    <name>AFileSelect</name>
+    <message>
+        <source>File</source>
+        <translation>ファイル</translation>
+    </message>
+    <message>
+        <source>The chosen file; drop a file here to choose it</source>
+        <translation>選んだファイル。ここにドロップしても選べる</translation>
+    </message>
+    <message>
+        <source>Choose a file in a dialog</source>
+        <translation>ダイアログでファイルを選ぶ</translation>
+    </message>
+    <message>
+        <source>Sel.</source>
+        <translation>選択</translation>
+    </message>
+    <message>
+        <source>Clear the choice</source>
+        <translation>選択を取り消す</translation>
+    </message>
+    <message>
+        <source>Clear</source>
+        <translation>消去</translation>
+    </message>
+    <message>
+        <source>dE[eV]</source>
+        <translation>dE[eV]</translation>
+    </message>
+    <message>
+        <source>Energy shift in eV, subtracted from every energy of the spectrum</source>
+        <translation>エネルギーシフト (eV)。スペクトルの全エネルギーから引く</translation>
+    </message>
+    <message>
+        <source>All (* *.*)</source>
+        <translation>すべて (* *.*)</translation>
+    </message>
+    <message>
+        <source>Data Files (*.dat)</source>
+        <translation>データファイル (*.dat)</translation>
+    </message>
+    <message>
+        <source>Name a file to write</source>
+        <translation>書き込むファイルの名前</translation>
+    </message>
+    <message>
+        <source>Choose files</source>
+        <translation>ファイルの選択</translation>
+    </message>
+    <message>
+        <source>Choose a file</source>
+        <translation>ファイルの選択</translation>
+    </message>
+</context>
+<context>
+    <name>ARefFile</name>
+    <message>
+        <source>Ref 1</source>
+        <translation>標準 1</translation>
+    </message>
+    <message>
+        <source>Use this reference in the calculations</source>
+        <translation>この標準試料を計算に使う</translation>
+    </message>
+    <message>
+        <source>Use</source>
+        <translation>使用</translation>
+    </message>
+    <message>
+        <source>Valence</source>
+        <translation>価数</translation>
+    </message>
+    <message>
+        <source>Valence of the reference compound, a number without unit</source>
+        <translation>標準試料の価数（単位なし）</translation>
+    </message>
+    <message>
+        <source>Ratio</source>
+        <translation>比率</translation>
+    </message>
+    <message>
+        <source>Fraction of this reference in the target, from 0 to 1</source>
+        <translation>試料中のこの標準試料の割合 (0～1)</translation>
+    </message>
+    <message>
+        <source>dMut</source>
+        <translation>dMut</translation>
+    </message>
+    <message>
+        <source>Edge jump of this reference in the target (dMut), dimensionless</source>
+        <translation>試料中のこの標準試料のエッジジャンプ (dMut、無次元)</translation>
+    </message>
+</context>
+<context>
+    <name>AXafsFileSelect</name>
+    <message>
+        <source>%1 points, %2-%3 eV</source>
+        <translation>%1 点、%2-%3 eV</translation>
+    </message>
+    <message>
+        <source>%1 is not a spectrum</source>
+        <translation>%1 はスペクトルではありません</translation>
+    </message>
+    <message>
+        <source>Cannot read %1</source>
+        <translation>%1 を読めません</translation>
+    </message>
+    <message>
+        <source>Eng.[eV]</source>
+        <translation>エネルギー[eV]</translation>
+    </message>
+    <message>
+        <source>mut</source>
+        <translation>mut</translation>
+    </message>
+    <message>
+        <source>Edge Jump : %1</source>
+        <translation>エッジジャンプ : %1</translation>
+    </message>
+</context>
+<context>
+    <name>Body</name>
+    <message>
+        <source>MainWindow</source>
+        <translation>メインウィンドウ</translation>
+    </message>
+</context>
+<context>
+    <name>ColourBarMenu</name>
+    <message>
+        <source>Inverted</source>
+        <translation>反転</translation>
+    </message>
+    <message>
+        <source>Black, red, yellow, white</source>
+        <translation>黒・赤・黄・白</translation>
+    </message>
+    <message>
+        <source>Black, green, cyan, white</source>
+        <translation>黒・緑・シアン・白</translation>
+    </message>
+    <message>
+        <source>Black, blue, magenta, white</source>
+        <translation>黒・青・マゼンタ・白</translation>
+    </message>
+    <message>
+        <source>Red, green, blue</source>
+        <translation>赤・緑・青</translation>
+    </message>
+    <message>
+        <source>Red, blue, green</source>
+        <translation>赤・青・緑</translation>
+    </message>
+    <message>
+        <source>Green, red, blue</source>
+        <translation>緑・赤・青</translation>
+    </message>
+    <message>
+        <source>Green, blue, red</source>
+        <translation>緑・青・赤</translation>
+    </message>
+    <message>
+        <source>Blue, red, green</source>
+        <translation>青・赤・緑</translation>
+    </message>
+    <message>
+        <source>Blue, green, red</source>
+        <translation>青・緑・赤</translation>
+    </message>
+    <message>
+        <source>Red, cyan</source>
+        <translation>赤・シアン</translation>
+    </message>
+    <message>
+        <source>Green, magenta</source>
+        <translation>緑・マゼンタ</translation>
+    </message>
+    <message>
+        <source>Blue, yellow</source>
+        <translation>青・黄</translation>
+    </message>
+</context>
+<context>
+    <name>DispABase</name>
+    <message>
+        <source>Frame</source>
+        <translation>フレーム</translation>
+    </message>
+    <message>
+        <source>Right-click to copy or save this graph</source>
+        <translation>右クリックでグラフをコピー・保存</translation>
+    </message>
+    <message>
+        <source> x:</source>
+        <translation> x:</translation>
+    </message>
+    <message>
+        <source>x value under the mouse</source>
+        <translation>マウス位置の x の値</translation>
+    </message>
+    <message>
+        <source>y:</source>
+        <translation>y:</translation>
+    </message>
+    <message>
+        <source>y value under the mouse</source>
+        <translation>マウス位置の y の値</translation>
+    </message>
+    <message>
+        <source>Pop this graph out into a window of its own, or dock it back</source>
+        <translation>グラフを別ウィンドウに出す／元に戻す</translation>
+    </message>
+    <message>
+        <source>P/D</source>
+        <translation>P/D</translation>
+    </message>
+</context>
+<context>
+    <name>DispArea</name>
+    <message>
+        <source>Frame</source>
+        <translation>フレーム</translation>
+    </message>
+</context>
+<context>
+    <name>DispMBase</name>
+    <message>
+        <source>Frame</source>
+        <translation>フレーム</translation>
+    </message>
+    <message>
+        <source>Right-click to copy or save this map</source>
+        <translation>右クリックでマップをコピー・保存</translation>
+    </message>
+    <message>
+        <source>  x:</source>
+        <translation>  x:</translation>
+    </message>
+    <message>
+        <source>Column of the map under the mouse</source>
+        <translation>マウス位置のマップの列</translation>
+    </message>
+    <message>
+        <source>  y:</source>
+        <translation>  y:</translation>
+    </message>
+    <message>
+        <source>Row of the map under the mouse</source>
+        <translation>マウス位置のマップの行</translation>
+    </message>
+    <message>
+        <source>  Val:</source>
+        <translation>  値:</translation>
+    </message>
+    <message>
+        <source>Value of the map under the mouse</source>
+        <translation>マウス位置のマップの値</translation>
+    </message>
+    <message>
+        <source>Pop this map out into a window of its own, or dock it back</source>
+        <translation>マップを別ウィンドウに出す／元に戻す</translation>
+    </message>
+    <message>
+        <source>P/D</source>
+        <translation>P/D</translation>
+    </message>
+    <message>
+        <source>Value at the upper end of the colours</source>
+        <translation>カラースケール上端の値</translation>
+    </message>
+    <message>
+        <source>Value at the lower end of the colours</source>
+        <translation>カラースケール下端の値</translation>
+    </message>
+</context>
+<context>
+    <name>DisplayPicture</name>
+    <message>
+        <source>The name must end in .png or .pdf.</source>
+        <translation>ファイル名の末尾は .png か .pdf にしてください。</translation>
+    </message>
+    <message>
+        <source>There is nothing to see in this display.</source>
+        <translation>この表示には何も描かれていません。</translation>
+    </message>
+</context>
+<context>
+    <name>Displays</name>
+    <message>
+        <source>Frame</source>
+        <translation>フレーム</translation>
+    </message>
+    <message>
+        <source>Ref1</source>
+        <translation>標準1</translation>
+    </message>
+    <message>
+        <source>Ref2</source>
+        <translation>標準2</translation>
+    </message>
+    <message>
+        <source>Ref3</source>
+        <translation>標準3</translation>
+    </message>
+    <message>
+        <source>Ref4</source>
+        <translation>標準4</translation>
+    </message>
+    <message>
+        <source>Target</source>
+        <translation>試料</translation>
+    </message>
+    <message>
+        <source>Muts</source>
+        <translation>全スペクトル</translation>
+    </message>
+    <message>
+        <source>LCF vs MPS</source>
+        <translation>LCF 対 MPS</translation>
+    </message>
+    <message>
+        <source>Histgram of a</source>
+        <translation>a のヒストグラム</translation>
+    </message>
+    <message>
+        <source>Histgram of dMut</source>
+        <translation>dMut のヒストグラム</translation>
+    </message>
+    <message>
+        <source>dMut/v or a</source>
+        <translation>dMut/価数・a</translation>
+    </message>
+    <message>
+        <source>M2/M3</source>
+        <translation>M2/M3</translation>
+    </message>
+</context>
+<context>
+    <name>FourPs</name>
+    <message>
+        <source>Frame</source>
+        <translation>フレーム</translation>
+    </message>
+    <message>
+        <source>Spectra</source>
+        <translation>スペクトル</translation>
+    </message>
+    <message>
+        <source>Target</source>
+        <translation>試料</translation>
+    </message>
+    <message>
+        <source>dMut</source>
+        <translation>dMut</translation>
+    </message>
+    <message>
+        <source>Total edge jump of the target found by the non-equivalent method</source>
+        <translation>非等価法で求めた試料の全エッジジャンプ</translation>
+    </message>
+    <message>
+        <source>Energies and maps</source>
+        <translation>エネルギーとマップ</translation>
+    </message>
+    <message>
+        <source>Several maps</source>
+        <translation>複数のマップ</translation>
+    </message>
+    <message>
+        <source>Choose several map files at once: they fill the rows from the first on</source>
+        <translation>マップファイルをまとめて選ぶ。先頭の行から順に入る</translation>
+    </message>
+    <message>
+        <source>Result of the linear combination fit</source>
+        <translation>線形結合フィッティングの結果</translation>
+    </message>
+    <message>
+        <source>Quality of the linear combination fit</source>
+        <translation>線形結合フィッティングの良さ</translation>
+    </message>
+    <message>
+        <source>Method</source>
+        <translation>解析法</translation>
+    </message>
+    <message>
+        <source>4 Points Meth.</source>
+        <translation>4 点法</translation>
+    </message>
+    <message>
+        <source>Two references; anchor points and one V point</source>
+        <translation>標準試料 2 つ、アンカー点と V 点 1 つを使う</translation>
+    </message>
+    <message>
+        <source>Non Equiv. Meth.</source>
+        <translation>非等価法</translation>
+    </message>
+    <message>
+        <source>Up to four references with different edge jumps, all used energies</source>
+        <translation>エッジジャンプの異なる標準試料を 4 つまで、使用する全エネルギーで解析する</translation>
+    </message>
+    <message>
+        <source>Calc. Type for t, mu0, and k: </source>
+        <translation>t, mu0, k の計算方法：</translation>
+    </message>
+    <message>
+        <source>Exact 4 points</source>
+        <translation>厳密 4 点</translation>
+    </message>
+    <message>
+        <source>Thickness and linear background solved exactly from three anchor points</source>
+        <translation>厚さと直線バックグラウンドをアンカー 3 点から厳密に解く</translation>
+    </message>
+    <message>
+        <source>Least Square</source>
+        <translation>最小二乗</translation>
+    </message>
+    <message>
+        <source>Thickness and linear background fitted to three or more anchor points</source>
+        <translation>厚さと直線バックグラウンドをアンカー 3 点以上に最小二乗で合わせる</translation>
+    </message>
+    <message>
+        <source>B.G.Line Type:</source>
+        <translation>B.G. の形：</translation>
+    </message>
+    <message>
+        <source>Vic.</source>
+        <translation>Vic.</translation>
+    </message>
+    <message>
+        <source>Victoreen background of the non-equivalent method: mu0 + C1 L^3 + C2 L^4, L the wavelength in angstrom</source>
+        <translation>非等価法のビクトリーン型バックグラウンド：mu0 + C1 L^3 + C2 L^4（L は波長、Å）</translation>
+    </message>
+    <message>
+        <source>Linear</source>
+        <translation>直線</translation>
+    </message>
+    <message>
+        <source>Linear background of the non-equivalent method: mu0 + C1 E, E in eV</source>
+        <translation>非等価法の直線バックグラウンド：mu0 + C1 E（E は eV）</translation>
+    </message>
+    <message>
+        <source>Edge and ranges</source>
+        <translation>吸収端と範囲</translation>
+    </message>
+    <message>
+        <source>Edge[eV]</source>
+        <translation>吸収端[eV]</translation>
+    </message>
+    <message>
+        <source>Edge energy in eV; taken from the last file unless &quot;Keep&quot; is on</source>
+        <translation>吸収端エネルギー (eV)。「固定」でなければ最後に読んだファイルの値になる</translation>
+    </message>
+    <message>
+        <source>Keep</source>
+        <translation>固定</translation>
+    </message>
+    <message>
+        <source>Keep this edge energy when a new file is read</source>
+        <translation>新しいファイルを読んでもこの吸収端を保つ</translation>
+    </message>
+    <message>
+        <source>Pre Edge End [eV]</source>
+        <translation>プリエッジ終端 [eV]</translation>
+    </message>
+    <message>
+        <source>End of the pre-edge range as an offset from the edge, in eV</source>
+        <translation>プリエッジ範囲の終端。吸収端からの差 (eV)</translation>
+    </message>
+    <message>
+        <source>Post Edge Start [eV]</source>
+        <translation>ポストエッジ始端 [eV]</translation>
+    </message>
+    <message>
+        <source>Start of the post-edge range as an offset from the edge, in eV</source>
+        <translation>ポストエッジ範囲の始端。吸収端からの差 (eV)</translation>
+    </message>
+    <message>
+        <source>Lines subtracted</source>
+        <translation>差し引く線</translation>
+    </message>
+    <message>
+        <source>Refs: Sub.</source>
+        <translation>標準試料：</translation>
+    </message>
+    <message>
+        <source>Pre E. Line</source>
+        <translation>プリエッジ線</translation>
+    </message>
+    <message>
+        <source>Subtract the pre-edge line from the references</source>
+        <translation>標準試料からプリエッジ線を引く</translation>
+    </message>
+    <message>
+        <source>Post E. Line</source>
+        <translation>ポストエッジ線</translation>
+    </message>
+    <message>
+        <source>Subtract the post-edge line from the references</source>
+        <translation>標準試料からポストエッジ線を引く</translation>
+    </message>
+    <message>
+        <source>Target: Sub.</source>
+        <translation>試料：</translation>
+    </message>
+    <message>
+        <source>Subtract the pre-edge line from the target</source>
+        <translation>試料からプリエッジ線を引く</translation>
+    </message>
+    <message>
+        <source>Subtract the post-edge line from the target</source>
+        <translation>試料からポストエッジ線を引く</translation>
+    </message>
+    <message>
+        <source>When drawing all mut</source>
+        <translation>全スペクトルの描き方</translation>
+    </message>
+    <message>
+        <source>No normalize</source>
+        <translation>規格化なし</translation>
+    </message>
+    <message>
+        <source>Show mu as measured</source>
+        <translation>測定した mu のまま表示する</translation>
+    </message>
+    <message>
+        <source>Normalized by edge jump</source>
+        <translation>エッジジャンプで規格化</translation>
+    </message>
+    <message>
+        <source>Show (mu - pre-edge line) / edge jump</source>
+        <translation>(mu − プリエッジ線) / エッジジャンプを表示する</translation>
+    </message>
+    <message>
+        <source>Sub pre Vic.</source>
+        <translation>プリエッジを引く</translation>
+    </message>
+    <message>
+        <source>Show mu - pre-edge line</source>
+        <translation>mu − プリエッジ線を表示する</translation>
+    </message>
+    <message>
+        <source>Normalized by 2 Vics </source>
+        <translation>2 本の線で規格化 </translation>
+    </message>
+    <message>
+        <source>Show (mu - pre-edge line) / (post-edge line - pre-edge line)</source>
+        <translation>(mu − プリエッジ線) / (ポストエッジ線 − プリエッジ線) を表示する</translation>
+    </message>
+    <message>
+        <source>Full Range</source>
+        <translation>全範囲</translation>
+    </message>
+    <message>
+        <source>Show the whole scans; off: from twice the pre-edge offset to twice the post-edge offset around the edge</source>
+        <translation>走査範囲の全体を表示する。オフのときは吸収端から「プリエッジの差の 2 倍」～「ポストエッジの差の 2 倍」</translation>
+    </message>
+    <message>
+        <source>Histograms</source>
+        <translation>ヒストグラム</translation>
+    </message>
+    <message>
+        <source>From</source>
+        <translation>下限</translation>
+    </message>
+    <message>
+        <source>To</source>
+        <translation>上限</translation>
+    </message>
+    <message>
+        <source>Boxes</source>
+        <translation>区間数</translation>
+    </message>
+    <message>
+        <source>Valence</source>
+        <translation>価数</translation>
+    </message>
+    <message>
+        <source>Centre of the first box of the histogram of valence</source>
+        <translation>価数ヒストグラムの最初の区間の中心</translation>
+    </message>
+    <message>
+        <source>Centre of the last box of the histogram of valence</source>
+        <translation>価数ヒストグラムの最後の区間の中心</translation>
+    </message>
+    <message>
+        <source>Number of boxes of the histogram of valence</source>
+        <translation>価数ヒストグラムの区間数</translation>
+    </message>
+    <message>
+        <source>Auto</source>
+        <translation>自動</translation>
+    </message>
+    <message>
+        <source>Set the range from the references before each calculation</source>
+        <translation>計算のたびに標準試料から範囲を決める</translation>
+    </message>
+    <message>
+        <source>t/ts</source>
+        <translation>t/ts</translation>
+    </message>
+    <message>
+        <source>Centre of the first box of the histogram of thickness (t/ts, or the total edge jump of the non-equivalent method)</source>
+        <translation>厚さヒストグラムの最初の区間の中心（t/ts、非等価法では全エッジジャンプ）</translation>
+    </message>
+    <message>
+        <source>Centre of the last box of the histogram of thickness (t/ts, or the total edge jump of the non-equivalent method)</source>
+        <translation>厚さヒストグラムの最後の区間の中心（t/ts、非等価法では全エッジジャンプ）</translation>
+    </message>
+    <message>
+        <source>Number of boxes of the histogram of thickness (t/ts, or the total edge jump of the non-equivalent method)</source>
+        <translation>厚さヒストグラムの区間数（t/ts、非等価法では全エッジジャンプ）</translation>
+    </message>
+    <message>
+        <source>per reference</source>
+        <translation>標準別</translation>
+    </message>
+    <message>
+        <source>Outline in the histogram of valence the pixels in which a reference makes up half or more (non-equivalent method)</source>
+        <translation>ある標準試料が半分以上を占める画素を価数ヒストグラムに線で示す（非等価法）</translation>
+    </message>
+    <message>
+        <source>Outline in the histogram of thickness the pixels in which a reference makes up half or more (non-equivalent method)</source>
+        <translation>ある標準試料が半分以上を占める画素を厚さヒストグラムに線で示す（非等価法）</translation>
+    </message>
+    <message>
+        <source>Calc.</source>
+        <translation>計算</translation>
+    </message>
+    <message>
+        <source>Calculate the map; a dot shows that an input has changed since</source>
+        <translation>マップを計算する。点の印は、前回の計算後に入力が変わったことを示す</translation>
+    </message>
+    <message>
+        <source>LCF</source>
+        <translation>LCF</translation>
+    </message>
+    <message>
+        <source>Fit the target by the references over the energies marked LCF</source>
+        <translation>LCF を付けたエネルギーの範囲で試料を標準試料の和でフィットする</translation>
+    </message>
+    <message>
+        <source>More Conds</source>
+        <translation>詳細条件</translation>
+    </message>
+    <message>
+        <source>Show or hide what is rarely changed</source>
+        <translation>あまり変えない条件を表示・非表示にする</translation>
+    </message>
+    <message>
+        <source>Show Graphs</source>
+        <translation>グラフ表示</translation>
+    </message>
+    <message>
+        <source>Show or hide the window with the graphs</source>
+        <translation>グラフのウィンドウを表示・非表示にする</translation>
+    </message>
+    <message>
+        <source>Show Data Map</source>
+        <translation>データマップ表示</translation>
+    </message>
+    <message>
+        <source>Show or hide the window with a measured map</source>
+        <translation>測定マップのウィンドウを表示・非表示にする</translation>
+    </message>
+    <message>
+        <source>Record Select :</source>
+        <translation>記録する量：</translation>
+    </message>
+    <message>
+        <source>Ratio 1</source>
+        <translation>比率 1</translation>
+    </message>
+    <message>
+        <source>Write this quantity into the result file of the non-equivalent method</source>
+        <translation>非等価法の結果ファイルにこの量を書く</translation>
+    </message>
+    <message>
+        <source>Ratio 2</source>
+        <translation>比率 2</translation>
+    </message>
+    <message>
+        <source>Ratio 3</source>
+        <translation>比率 3</translation>
+    </message>
+    <message>
+        <source>Ratio 4</source>
+        <translation>比率 4</translation>
+    </message>
+    <message>
+        <source>dMut 1</source>
+        <translation>dMut 1</translation>
+    </message>
+    <message>
+        <source>dMut 2</source>
+        <translation>dMut 2</translation>
+    </message>
+    <message>
+        <source>dMut 3</source>
+        <translation>dMut 3</translation>
+    </message>
+    <message>
+        <source>dMut 4</source>
+        <translation>dMut 4</translation>
+    </message>
+    <message>
+        <source>mut0</source>
+        <translation>mut0</translation>
+    </message>
+    <message>
+        <source>C1</source>
+        <translation>C1</translation>
+    </message>
+    <message>
+        <source>C2</source>
+        <translation>C2</translation>
+    </message>
+    <message>
+        <source>Amount</source>
+        <translation>総量</translation>
+    </message>
+    <message>
+        <source>Hist Grams</source>
+        <translation>ヒストグラムの量</translation>
+    </message>
+    <message>
+        <source>Show the distribution of this quantity of the non-equivalent method</source>
+        <translation>非等価法のこの量の分布を表示する</translation>
+    </message>
+    <message>
+        <source>M2/M3</source>
+        <translation>M2/M3</translation>
+    </message>
+    <message>
+        <source>Show the M2/M3 scatter in a window of its own</source>
+        <translation>M2/M3 散布図を別ウィンドウに表示する</translation>
+    </message>
+    <message>
+        <source>blue</source>
+        <translation>青</translation>
+    </message>
+    <message>
+        <source>Draw the points of the M2/M3 scatter in blue instead of red</source>
+        <translation>M2/M3 散布図の点を赤ではなく青で描く</translation>
+    </message>
+    <message>
+        <source>Spectra for display</source>
+        <translation>表示用スペクトル</translation>
+    </message>
+    <message>
+        <source>Spectra that are only shown with the others</source>
+        <translation>ほかと一緒に表示するだけのスペクトル</translation>
+    </message>
+    <message>
+        <source>The spectra chosen for display</source>
+        <translation>表示用に選んだスペクトル</translation>
+    </message>
+    <message>
+        <source>Remove</source>
+        <translation>削除</translation>
+    </message>
+    <message>
+        <source>Take the chosen spectrum out of the display</source>
+        <translation>選んだスペクトルを表示から外す</translation>
+    </message>
+    <message>
+        <source>Results and messages, the newest at the end</source>
+        <translation>結果とメッセージ。新しいものほど下</translation>
+    </message>
+    <message>
+        <source>Clear</source>
+        <translation>消去</translation>
+    </message>
+    <message>
+        <source>Empty the message area</source>
+        <translation>メッセージを消去する</translation>
+    </message>
+    <message>
+        <source>Result map</source>
+        <translation>結果マップ</translation>
+    </message>
+    <message>
+        <source>Show this quantity in the result map</source>
+        <translation>この量を結果マップに表示する</translation>
+    </message>
+    <message>
+        <source>hide below</source>
+        <translation>これ未満を隠す</translation>
+    </message>
+    <message>
+        <source>Hide the pixels whose amount (t/ts) is below this number, in this map only</source>
+        <translation>総量 (t/ts) がこの値未満の画素を隠す（このマップの表示だけ）</translation>
+    </message>
+    <message>
+        <source>Save</source>
+        <translation>保存</translation>
+    </message>
+    <message>
+        <source>The result file; the two histogram files get its name with _HGAlpha and _HGThick</source>
+        <translation>結果ファイル。2 つのヒストグラムファイルは名前に _HGAlpha と _HGThick が付く</translation>
+    </message>
+    <message>
+        <source>Write</source>
+        <translation>書き込み</translation>
+    </message>
+    <message>
+        <source>Write the results of the last calculation</source>
+        <translation>最後の計算の結果を書き込む</translation>
+    </message>
+    <message>
+        <source>Calc. &amp;&amp; Write</source>
+        <translation>計算 &amp;&amp; 書き込み</translation>
+    </message>
+    <message>
+        <source>Calculate the map and write the results</source>
+        <translation>マップを計算して結果を書き込む</translation>
+    </message>
+    <message>
+        <source>Ref %1</source>
+        <translation>標準 %1</translation>
+    </message>
+    <message>
+        <source>Graphs</source>
+        <translation>グラフ</translation>
+    </message>
+    <message>
+        <source>Data map</source>
+        <translation>データマップ</translation>
+    </message>
+    <message>
+        <source>V Point is not selected</source>
+        <translation>V 点が選ばれていません</translation>
+    </message>
+    <message>
+        <source>Ref File %1 is not valid.</source>
+        <translation>標準試料ファイル %1 は有効ではありません。</translation>
+    </message>
+    <message>
+        <source>Number of selected data sets %1 is less than %2.</source>
+        <translation>選ばれたデータの数 %1 が %2 より少ないです。</translation>
+    </message>
+    <message>
+        <source>V Point is not selected.</source>
+        <translation>V 点が選ばれていません。</translation>
+    </message>
+    <message>
+        <source>The 1st Ref File is not valid.</source>
+        <translation>1 番目の標準試料ファイルは有効ではありません。</translation>
+    </message>
+    <message>
+        <source>The 2nd Ref File is not valid.</source>
+        <translation>2 番目の標準試料ファイルは有効ではありません。</translation>
+    </message>
+    <message>
+        <source>Target File1 is not valid.</source>
+        <translation>試料ファイル 1 は有効ではありません。</translation>
+    </message>
+    <message>
+        <source>Number of selected data sets %1 is not %2.</source>
+        <translation>選ばれたデータの数 %1 が %2 ではありません。</translation>
+    </message>
+    <message>
+        <source>Number of valied Ref Files is %1, which is less than 2.</source>
+        <translation>有効な標準試料ファイルは %1 個で、2 個に足りません。</translation>
+    </message>
+    <message>
+        <source>not computed by this method</source>
+        <translation>この解析法では計算されません</translation>
+    </message>
+    <message>
+        <source>Data map, %1 eV</source>
+        <translation>データマップ、%1 eV</translation>
+    </message>
+    <message>
+        <source>MPs</source>
+        <translation>MPs</translation>
+    </message>
+    <message>
+        <source>Thick.</source>
+        <translation>厚さ</translation>
+    </message>
+    <message>
+        <source>Num.</source>
+        <translation>画素数</translation>
+    </message>
+    <message>
+        <source>Eng.[eV]</source>
+        <translation>エネルギー[eV]</translation>
+    </message>
+    <message>
+        <source>mut</source>
+        <translation>mut</translation>
+    </message>
+    <message>
+        <source>%1 eV: %2</source>
+        <translation>%1 eV: %2</translation>
+    </message>
+    <message>
+        <source>M2</source>
+        <translation>M2</translation>
+    </message>
+    <message>
+        <source>M3</source>
+        <translation>M3</translation>
+    </message>
+    <message>
+        <source>Can&apos;t open the file [%1]</source>
+        <translation>ファイル [%1] を開けません</translation>
+    </message>
+    <message>
+        <source>Can&apos;t write the file [%1]</source>
+        <translation>ファイル [%1] に書き込めません</translation>
+    </message>
+    <message>
+        <source>%1: wrote %2, _HGAlpha and _HGThick</source>
+        <translation>%1：%2、_HGAlpha、_HGThick を書き込みました</translation>
+    </message>
+    <message>
+        <source>3ps: a = %1, Valence = %2</source>
+        <translation>3点法：a = %1, 価数 = %2</translation>
+    </message>
+    <message>
+        <source>a = %1, Valence = %2, t/ts = %3</source>
+        <translation>a = %1, 価数 = %2, t/ts = %3</translation>
+    </message>
+    <message>
+        <source>4ps2: a = %1, Valence = %2, t/ts = %3</source>
+        <translation>4点法(最小二乗)：a = %1, 価数 = %2, t/ts = %3</translation>
+    </message>
+    <message>
+        <source>The map of %1 x %2 pixels is too large.</source>
+        <translation>%1 x %2 画素のマップは大きすぎます。</translation>
+    </message>
+    <message>
+        <source>Energy Range is not selected, which should by selected by CB of TR.</source>
+        <translation>エネルギー範囲が選ばれていません。エネルギーの行の LCF で選んでください。</translation>
+    </message>
+    <message>
+        <source>Number of Valid Reference files is %1, which is less than 2</source>
+        <translation>有効な標準試料ファイルは %1 個で、2 個に足りません</translation>
+    </message>
+    <message>
+        <source>R = %1, %2 points</source>
+        <translation>R = %1、%2 点</translation>
+    </message>
+    <message>
+        <source>R = sum of (y - fit)^2 / sum of y^2; standard errors of the coefficients:</source>
+        <translation>R = Σ(y − フィット)^2 / Σy^2。係数の標準誤差：</translation>
+    </message>
+    <message>
+        <source>Reference %1: %2 ± %3</source>
+        <translation>標準試料 %1：%2 ± %3</translation>
+    </message>
+    <message>
+        <source>Base: %1 ± %2</source>
+        <translation>ベース：%1 ± %2</translation>
+    </message>
+    <message>
+        <source>%1 map files were chosen; the first %2 were taken.</source>
+        <translation>マップファイルが %1 個選ばれたので、最初の %2 個を使いました。</translation>
+    </message>
+    <message>
+        <source>%1 is not a spectrum file.</source>
+        <translation>%1 はスペクトルファイルではありません。</translation>
+    </message>
+    <message>
+        <source>Save shown map as text...</source>
+        <translation>表示中のマップをテキストで保存...</translation>
+    </message>
+    <message>
+        <source>Centre</source>
+        <translation>中心</translation>
+    </message>
+    <message>
+        <source>Result of LCF :: </source>
+        <translation>LCF の結果 :: </translation>
+    </message>
+    <message>
+        <source>, Valence = %1, Base = %2</source>
+        <translation>, 価数 = %1, ベース = %2</translation>
+    </message>
+    <message>
+        <source>Result of NEQ :: </source>
+        <translation>NEQ の結果 :: </translation>
+    </message>
+    <message>
+        <source>, Valence = %1, t = %2</source>
+        <translation>, 価数 = %1, t = %2</translation>
+    </message>
+</context>
+<context>
+    <name>HeaderMenu</name>
+    <message>
+        <source>Save picture</source>
+        <translation>画像の保存</translation>
+    </message>
+    <message>
+        <source>Copy picture</source>
+        <translation>画像をコピー</translation>
+    </message>
+    <message>
+        <source>Save picture...</source>
+        <translation>画像を保存...</translation>
+    </message>
+    <message>
+        <source>Copy values</source>
+        <translation>値をコピー</translation>
+    </message>
+    <message>
+        <source>The picture could not be saved as %1: %2</source>
+        <translation>画像を %1 に保存できませんでした：%2</translation>
+    </message>
+    <message>
+        <source>PNG picture (*.png)</source>
+        <translation>PNG 画像 (*.png)</translation>
+    </message>
+    <message>
+        <source>PDF, vectors (*.pdf)</source>
+        <translation>PDF（ベクトル） (*.pdf)</translation>
+    </message>
+</context>
+<context>
+    <name>PopBase</name>
+    <message>
+        <source>Frame</source>
+        <translation>フレーム</translation>
+    </message>
+</context>
+<context>
+    <name>cBar</name>
+    <message>
+        <source>Frame</source>
+        <translation>フレーム</translation>
+    </message>
+    <message>
+        <source>Drag an end of the colours to stretch them, double-click to undo the stretch, right-click for other colours</source>
+        <translation>端をドラッグすると色が伸縮し、ダブルクリックで元に戻る。右クリックで別の配色</translation>
+    </message>
+</context>
 </TS>

@@ -1,0 +1,109 @@
+#include "analysis/FourPs.h"
+#include "app/StartUp.h"
+
+#include <QtTest>
+
+/// The Japanese catalogue against the texts of the sources.
+class TestTranslation : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void everyTextIsTranslated();
+    void placeholdersAreKept();
+    void noTextIsMissing();
+    void panelIsJapanese();
+};
+
+namespace
+{
+
+struct Entry {
+    QString context;
+    QString source;
+    QString translation;
+    bool isUnfinished = false;
+};
+
+QVector<Entry> entriesOf(const QString &path)
+{
+    QVector<Entry> entries;
+    QFile file(path);
+    if (!file.open(QIODevice::ReadOnly))
+        return entries;
+    QXmlStreamReader xml(&file);
+    QString context;
+    while (!xml.atEnd()) {
+        if (xml.readNext() != QXmlStreamReader::StartElement)
+            continue;
+        if (xml.name() == QLatin1String("name")) {
+            context = xml.readElementText();
+        } else if (xml.name() == QLatin1String("source")) {
+            entries.append({context, xml.readElementText(), QString(), false});
+        } else if (xml.name() == QLatin1String("translation")) {
+            entries.last().isUnfinished = xml.attributes().hasAttribute(QStringLiteral("type"));
+            entries.last().translation = xml.readElementText();
+        }
+    }
+    return entries;
+}
+
+QStringList placeholdersOf(const QString &text)
+{
+    QStringList found;
+    auto matches = QRegularExpression(QStringLiteral("%[0-9]")).globalMatch(text);
+    while (matches.hasNext())
+        found << matches.next().captured();
+    found.sort();
+    return found;
+}
+
+const QString catalogue = QStringLiteral(CATALOGUE);
+
+} // namespace
+
+void TestTranslation::everyTextIsTranslated()
+{
+    const QVector<Entry> entries = entriesOf(catalogue);
+    QVERIFY(entries.size() > 200);
+    for (const Entry &entry : entries)
+        QVERIFY2(!entry.isUnfinished && !entry.translation.isEmpty(), qPrintable(entry.source));
+}
+
+void TestTranslation::placeholdersAreKept()
+{
+    for (const Entry &entry : entriesOf(catalogue)) {
+        QVERIFY2(placeholdersOf(entry.source) == placeholdersOf(entry.translation), qPrintable(entry.source));
+        QVERIFY2(entry.source.startsWith(' ') == entry.translation.startsWith(' '), qPrintable(entry.source));
+    }
+}
+
+void TestTranslation::noTextIsMissing()
+{
+    const QString lupdate = QStringLiteral(LUPDATE);
+    if (!QFileInfo::exists(lupdate))
+        QSKIP("lupdate is not installed");
+    QTemporaryDir dir;
+    const QString copy = dir.filePath("copy.ts");
+    QVERIFY(QFile::copy(catalogue, copy));
+    QProcess process;
+    process.setWorkingDirectory(QFileInfo(catalogue).path());
+    process.start(lupdate, {"../app", "../analysis", "../display", "../mapdata", "../spectrum", "../forms", "-ts", copy,
+                            "-locations", "none", "-no-obsolete", "-silent"});
+    QVERIFY(process.waitForFinished(60000));
+    for (const Entry &entry : entriesOf(copy))
+        QVERIFY2(!entry.isUnfinished, qPrintable(entry.context + ": " + entry.source));
+}
+
+void TestTranslation::panelIsJapanese()
+{
+    QTranslator translator;
+    installJapanese(&translator);
+    FourPs panel;
+    QCOMPARE(panel.findChild<QPushButton *>("CalcMapB")->text(), QString::fromUtf8("\xE8\xA8\x88\xE7\xAE\x97"));
+    panel.calcMap(); // no V point yet
+    QVERIFY(panel.findChild<QTextEdit *>("Messages")->toPlainText().startsWith(QString::fromUtf8("V \xE7\x82\xB9")));
+}
+
+QTEST_MAIN(TestTranslation)
+#include "TestTranslation.moc"
