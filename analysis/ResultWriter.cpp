@@ -1,116 +1,149 @@
 #include "analysis/ResultWriter.h"
 
 #include "analysis/FourPoints.h"
-#include "numeric/NumberText.h"
+#include "numeric/NumberLines.h"
 #include "numeric/OutputFile.h"
 
-#include <cstring>
-#include <vector>
+#include <QFuture>
+#include <QThread>
+#include <QtConcurrent>
 
-using numeric::writeG6Padded;
+#include <algorithm>
+#include <vector>
 
 namespace
 {
 
-constexpr std::size_t longestLine = (2 + ResultRecords::quantityCount) * (1 + numeric::g6MaxLength) + 8;
-constexpr std::size_t bufferSize = std::size_t(1) << 20;
+constexpr std::size_t blockPixels = 4096;
+constexpr std::size_t blockRoom =
+    blockPixels * (numeric::longestNumberLine(2 + ResultRecords::quantityCount) + 1) + numeric::g6Room;
 
-/// Collects the text and hands it to the file in large pieces.
-class TextBuffer
+/// The pixel lines of a result file; every method may be called by several threads at once.
+class PixelLines
 {
 public:
-    explicit TextBuffer(QIODevice *file)
-        : m_file(file)
-        , m_bytes(bufferSize)
+    PixelLines(const ResultRecords &results, const ValencePair &valences, const RecordSelection &selection)
+        : m_results(results)
+        , m_valences(valences)
     {
+        m_columns.push_back({results.x()});
+        m_columns.push_back({results.y()});
+        if (results.method() == ResultRecords::Method::FourPoints) {
+            m_columns.push_back({results.a(), 4});
+            m_columns.push_back({nullptr}); // the valence, which each block works out for itself
+            m_columns.push_back({results.t()});
+            return;
+        }
+        for (int position = 0; position < ResultRecords::quantityCount; ++position) {
+            if (selection[static_cast<std::size_t>(position)])
+                m_columns.push_back({results.quantity(position)});
+        }
     }
 
-    /// Room for one line; what was written is told to advance().
-    char *room()
-    {
-        if (m_used + longestLine > m_bytes.size())
-            flush();
-        return m_bytes.data() + m_used;
-    }
-    void advance(const char *end) { m_used = static_cast<std::size_t>(end - m_bytes.data()); }
+    std::size_t blocks() const { return (m_results.count() + blockPixels - 1) / blockPixels; }
 
-    void flush()
+    /// Writes the lines of one block of pixels and the empty line behind each map row that ends in it; returns the
+    /// number of characters, blockRoom at most.
+    std::size_t writeBlock(std::size_t block, char *out) const
     {
-        m_file->write(m_bytes.data(), static_cast<qint64>(m_used));
-        m_used = 0;
+        const std::size_t first = block * blockPixels;
+        const std::size_t last = std::min(first + blockPixels, m_results.count());
+        std::vector<numeric::NumberColumn> columns = m_columns;
+        for (numeric::NumberColumn &column : columns) {
+            if (column.values != nullptr)
+                column.values += first;
+        }
+        std::vector<double> valence;
+        if (m_results.method() == ResultRecords::Method::FourPoints) {
+            valence = valencesOf(first, last);
+            columns[valenceColumn].values = valence.data();
+        }
+
+        const char *const begin = out;
+        const auto width = static_cast<std::size_t>(m_results.width());
+        for (std::size_t i = first; i < last;) {
+            const std::size_t endOfRow = i - i % width + width;
+            const std::size_t end = std::min(last, endOfRow);
+            out = numeric::writeG6Lines(columns, i - first, end - first, out);
+            if (end == endOfRow)
+                *out++ = '\n';
+            i = end;
+        }
+        return static_cast<std::size_t>(out - begin);
     }
 
 private:
-    QIODevice *m_file;
-    std::vector<char> m_bytes;
-    std::size_t m_used = 0;
+    static constexpr std::size_t valenceColumn = 3;
+
+    std::vector<double> valencesOf(std::size_t first, std::size_t last) const
+    {
+        std::vector<double> valence(last - first, 0.0);
+        for (std::size_t i = first; m_valences.known && i < last; ++i)
+            valence[i - first] = mixedValence(m_valences.first, m_valences.second, m_results.a()[i]);
+        return valence;
+    }
+
+    const ResultRecords &m_results;
+    const ValencePair m_valences;
+    std::vector<numeric::NumberColumn> m_columns;
 };
 
-char *writeText(const char *text, char *out)
+/// Stops at the first failure, as does the other; it shows when the file is committed.
+void writeBlocks(const PixelLines &lines, numeric::OutputFile *file)
 {
-    const std::size_t length = std::strlen(text);
-    std::memcpy(out, text, length);
-    return out + length;
-}
-
-char *writePosition(const ResultRecords &results, std::size_t i, char *out)
-{
-    *out++ = ' ';
-    out = writeG6Padded(results.x()[i], out);
-    *out++ = ' ';
-    return writeG6Padded(results.y()[i], out);
-}
-
-char *writeFourPoints(const ResultRecords &results, std::size_t i, const ValencePair &valences, char *out)
-{
-    const double a = results.a()[i];
-    out = writeText("    ", writePosition(results, i, out));
-    out = writeG6Padded(a, out);
-    *out++ = ' ';
-    out = writeG6Padded(valences.known ? mixedValence(valences.first, valences.second, a) : 0.0, out);
-    *out++ = ' ';
-    return writeG6Padded(results.t()[i], out);
-}
-
-char *writeNonEquivalent(const ResultRecords &results, std::size_t i, const RecordSelection &selection, char *out)
-{
-    out = writePosition(results, i, out);
-    for (int position = 0; position < ResultRecords::quantityCount; ++position) {
-        if (!selection[static_cast<std::size_t>(position)])
-            continue;
-        *out++ = ' ';
-        out = writeG6Padded(results.quantity(position)[i], out);
+    std::vector<char> text(blockRoom);
+    for (std::size_t block = 0; block < lines.blocks(); ++block) {
+        const auto length = static_cast<qint64>(lines.writeBlock(block, text.data()));
+        if (!file->write(text.data(), length))
+            return;
     }
-    return out;
+}
+
+/// The calling thread writes the blocks in their order while others fill the buffers behind, `threads` of them.
+void writeBlocksInParallel(const PixelLines &lines, std::size_t threads, numeric::OutputFile *file)
+{
+    struct Buffer {
+        std::vector<char> text = std::vector<char>(blockRoom);
+        QFuture<std::size_t> length;
+    };
+    std::vector<Buffer> buffers(threads);
+    const auto fill = [&lines, &buffers](std::size_t block) {
+        Buffer *const buffer = &buffers[block % buffers.size()];
+        buffer->length =
+            QtConcurrent::run([&lines, buffer, block] { return lines.writeBlock(block, buffer->text.data()); });
+    };
+    for (std::size_t block = 0; block < threads; ++block)
+        fill(block);
+    bool good = true;
+    for (std::size_t block = 0; good && block < lines.blocks(); ++block) {
+        Buffer &buffer = buffers[block % threads];
+        const auto length = static_cast<qint64>(buffer.length.result());
+        good = file->write(buffer.text.data(), length);
+        if (good && block + threads < lines.blocks())
+            fill(block + threads);
+    }
+    for (Buffer &buffer : buffers)
+        buffer.length.waitForFinished(); // what a failure left behind
 }
 
 } // namespace
 
 WriteOutcome writeResultFile(const QString &path, const ResultRecords &results, const ValencePair &valences,
-                             const RecordSelection &selection)
+                             const RecordSelection &selection, int threads)
 {
     numeric::OutputFile file(path);
     if (!file.open())
         return WriteOutcome::CannotOpen;
     for (const QString &line : results.headerLines)
-        file.device()->write((line + QLatin1Char('\n')).toUtf8());
-    file.device()->write("\n");
+        file.write((line + QLatin1Char('\n')).toUtf8());
+    file.write("\n");
 
-    TextBuffer buffer(file.device());
-    std::size_t i = 0;
-    for (int row = 0; row < results.height(); ++row) {
-        for (int column = 0; column < results.width(); ++column, ++i) {
-            char *line = buffer.room();
-            line = results.method() == ResultRecords::Method::FourPoints
-                       ? writeFourPoints(results, i, valences, line)
-                       : writeNonEquivalent(results, i, selection, line);
-            *line++ = '\n';
-            buffer.advance(line);
-        }
-        char *const line = buffer.room();
-        *line = '\n';
-        buffer.advance(line + 1);
-    }
-    buffer.flush();
+    const PixelLines lines(results, valences, selection);
+    const auto wanted = static_cast<std::size_t>(threads > 0 ? threads : QThread::idealThreadCount());
+    const std::size_t useful = std::min(wanted, lines.blocks());
+    if (useful > 1)
+        writeBlocksInParallel(lines, useful, &file);
+    else
+        writeBlocks(lines, &file);
     return file.commit() ? WriteOutcome::Written : WriteOutcome::CannotWrite;
 }

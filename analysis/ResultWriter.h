@@ -25,6 +25,7 @@ using RecordSelection = std::array<bool, ResultRecords::quantityCount>;
 
 /// Writes the result file: the header lines, an empty line, then one line per pixel and an empty line after each map
 /// row; numbers in general format with six digits, right-aligned in ten characters. The file appears as a whole or
-/// not at all.
+/// not at all. Its bytes do not depend on `threads` (0: as many as the machine has cores), each of which takes about 1
+/// MB.
 WriteOutcome writeResultFile(const QString &path, const ResultRecords &results, const ValencePair &valences,
-                             const RecordSelection &selection);
+                             const RecordSelection &selection, int threads = 0);

@@ -84,7 +84,7 @@ QString DisplayPicture::savePng(const QString &path, double scale) const
     if (image.isNull())
         return QCoreApplication::translate("DisplayPicture", "There is nothing to see in this display.");
     QSaveFile file(path);
-    if (!file.open(QIODevice::WriteOnly) || !image.save(&file, "PNG") || !file.commit())
+    if (!file.open(QIODevice::WriteOnly) || !image.save(&file, "PNG") || !file.flush() || !file.commit())
         return file.errorString();
     return QString();
 }
@@ -106,5 +106,5 @@ QString DisplayPicture::savePdf(const QString &path) const
         if (!paintOn(&writer))
             return file.errorString();
     }
-    return file.commit() ? QString() : file.errorString();
+    return file.flush() && file.commit() ? QString() : file.errorString();
 }

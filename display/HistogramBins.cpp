@@ -60,5 +60,5 @@ bool HistogramBins::write(const QString &path, const QString &tag) const
         const QString line = QStringLiteral("%1 %2 %3  %4\n").arg(lowerEdge(i)).arg(centre(i)).arg(upperEdge(i));
         file.write(line.arg(count).toUtf8());
     }
-    return file.commit();
+    return file.flush() && file.commit(); // commit() alone does not see that the last of it found no room
 }

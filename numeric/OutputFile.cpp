@@ -4,6 +4,10 @@
 #include <QFileInfo>
 #include <QSaveFile>
 
+#ifdef Q_OS_LINUX
+#include <fcntl.h>
+#endif
+
 namespace numeric
 {
 
@@ -30,13 +34,34 @@ bool OutputFile::open()
     return m_device->open(QIODevice::WriteOnly | QIODevice::Truncate | QIODevice::Text);
 }
 
+bool OutputFile::write(const char *data, qint64 size)
+{
+    // The first write that meets a full disk may be a short one, which the device does not take for an error.
+    m_failed = m_failed || m_device->write(data, size) != size;
+    if (m_failed)
+        return false;
+#ifdef Q_OS_LINUX
+    constexpr qint64 piece = qint64(1) << 23;
+    const qint64 written = m_device->pos();
+    if (written - m_handedToDisk >= piece) {
+        // Only starts the transfer, and only advises: what it returns does not matter.
+        sync_file_range(m_device->handle(), m_handedToDisk, written - m_handedToDisk, SYNC_FILE_RANGE_WRITE);
+        m_handedToDisk = written;
+    }
+#endif
+    return true;
+}
+
 bool OutputFile::commit()
 {
-    if (auto *const file = qobject_cast<QSaveFile *>(m_device.get()))
-        return file->commit();
-    auto *const file = static_cast<QFile *>(m_device.get());
-    file->close(); // writes what is left, so that an error shows
-    return file->error() == QFileDevice::NoError;
+    m_failed = !m_device->flush() || m_failed; // close() and QSaveFile::commit() forget what fails here
+    if (auto *const file = qobject_cast<QSaveFile *>(m_device.get())) {
+        if (m_failed)
+            file->cancelWriting();
+        return file->commit() && !m_failed;
+    }
+    m_device->close();
+    return m_device->error() == QFileDevice::NoError && !m_failed;
 }
 
 } // namespace numeric

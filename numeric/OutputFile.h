@@ -1,6 +1,7 @@
 #pragma once
 
-#include <QIODevice>
+#include <QByteArray>
+#include <QFileDevice>
 #include <QString>
 
 #include <memory>
@@ -19,14 +20,18 @@ public:
 
     /// False when the file cannot be made or written; nothing has changed then.
     bool open();
-    /// To write to between open() and commit(); failures show in commit().
-    QIODevice *device() { return m_device.get(); }
+    /// Between open() and commit(). The disk is set to work on large amounts at once, so that commit() has less to wait
+    /// for. False when not all of it could be written; commit() knows.
+    bool write(const char *data, qint64 size);
+    bool write(const QByteArray &text) { return write(text.constData(), text.size()); }
     /// False when anything could not be written.
     [[nodiscard]] bool commit();
 
 private:
     QString m_path;
-    std::unique_ptr<QIODevice> m_device;
+    std::unique_ptr<QFileDevice> m_device;
+    qint64 m_handedToDisk = 0;
+    bool m_failed = false;
 };
 
 } // namespace numeric

@@ -38,7 +38,7 @@ public:
     bool finish()
     {
         flush();
-        return m_file.commit();
+        return m_good && m_file.flush() && m_file.commit(); // commit() sees neither short writes nor what it flushes
     }
 
     QString path() const { return m_file.fileName(); }
@@ -53,13 +53,14 @@ private:
 
     void flush()
     {
-        m_file.write(m_text);
+        m_good = m_good && m_file.write(m_text) == m_text.size();
         m_text.resize(0); // keeps the memory, which reserve() pinned
         m_text.reserve(pieceBytes);
     }
 
     QSaveFile m_file;
     QByteArray m_text;
+    bool m_good = true;
 };
 
 /// The maps and the truth, filled row by row so that only one row is in memory.

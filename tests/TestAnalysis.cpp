@@ -1,7 +1,6 @@
 #include "analysis/FieldNumber.h"
 #include "analysis/FourPoints.h"
 #include "analysis/FourPointsMap.h"
-#include "analysis/ResultWriter.h"
 #include "analysis/Statistics.h"
 #include "mapdata/MapFileReader.h"
 
@@ -94,13 +93,6 @@ private slots:
     void mapPixelsAreTheSolversResults();
     void mapSizesMayDiffer();
     void threadsDoNotChangeABit();
-    void fourPointsFile();
-    void largeFile();
-    void devicesAreWrittenInPlace();
-    void fourPointsFileWithoutTwoReferences();
-    void nonEquivalentFile();
-    void fileThatCannotBeWritten_data();
-    void fileThatCannotBeWritten();
     void fieldNumbers();
     void summaries();
 };
@@ -340,124 +332,6 @@ void TestAnalysis::threadsDoNotChangeABit()
         QCOMPARE(std::memcmp(one.x(), several.x(), bytes), 0);
         QCOMPARE(std::memcmp(one.y(), several.y(), bytes), 0);
     }
-}
-
-namespace
-{
-
-ResultRecords recordsFor(ResultRecords::Method method)
-{
-    ResultRecords results;
-    (void)results.reset(method, 3, 2);
-    results.headerLines = QStringList{"# 1301", QString::fromUtf8("# \xE8\xA9\xA6\xE6\x96\x99")};
-    for (std::size_t i = 0; i < 6; ++i) {
-        results.x()[i] = 0.5 * static_cast<double>(i % 3);
-        results.y()[i] = static_cast<double>(i / 3) - 1;
-        results.a()[i] = i == 4 ? std::numeric_limits<double>::quiet_NaN() : 12345678.0 * static_cast<double>(i);
-        results.t()[i] = i == 5 ? -std::numeric_limits<double>::infinity() : -0.125;
-        for (int q = 0; method == ResultRecords::Method::NonEquivalent && q < 13; ++q)
-            results.quantity(q)[i] = q + 0.25 * static_cast<double>(i);
-    }
-    return results;
-}
-
-QByteArray contents(const QString &path)
-{
-    QFile file(path);
-    return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray("<unreadable>");
-}
-
-} // namespace
-
-void TestAnalysis::fourPointsFile()
-{
-    QTemporaryDir dir;
-    const QString path = dir.filePath("result.dat");
-    const ResultRecords results = recordsFor(ResultRecords::Method::FourPoints);
-    QCOMPARE(writeResultFile(path, results, {true, 2, 3}, {}), WriteOutcome::Written);
-    const QByteArray wanted = "# 1301\n# \xE8\xA9\xA6\xE6\x96\x99\n\n"
-                              "          0         -1             0          3     -0.125\n"
-                              "        0.5         -1    1.23457e+07 -1.23457e+07     -0.125\n"
-                              "          1         -1    2.46914e+07 -2.46914e+07     -0.125\n"
-                              "\n"
-                              "          0          0    3.7037e+07 -3.7037e+07     -0.125\n"
-                              "        0.5          0           nan        nan     -0.125\n"
-                              "          1          0    6.17284e+07 -6.17284e+07       -inf\n"
-                              "\n";
-    QCOMPARE(contents(path), wanted);
-    QCOMPARE(writeResultFile(path, ResultRecords(), {}, {}), WriteOutcome::Written); // silently replaces it
-    QCOMPARE(contents(path), QByteArray("\n"));
-}
-
-/// More than one buffer of text: nothing may be lost where one ends.
-void TestAnalysis::largeFile()
-{
-    QTemporaryDir dir;
-    ResultRecords results;
-    QVERIFY(results.reset(ResultRecords::Method::FourPoints, 250, 200));
-    for (double *const plane : {results.x(), results.y(), results.a(), results.t()}) {
-        for (std::size_t i = 0; i < results.count(); ++i)
-            plane[i] = static_cast<double>(i);
-    }
-    QCOMPARE(writeResultFile(dir.filePath("r"), results, {true, 2, 3}, {}), WriteOutcome::Written);
-    const QList<QByteArray> lines = contents(dir.filePath("r")).split('\n');
-    QCOMPARE(lines.size(), 1 + 200 * 251 + 1);
-    for (int row = 0, pixel = 0; row < 200; ++row) {
-        for (int column = 0; column < 250; ++column, ++pixel)
-            QCOMPARE(lines[1 + row * 251 + column].trimmed().split(' ').first().toInt(), pixel);
-    }
-}
-
-void TestAnalysis::devicesAreWrittenInPlace()
-{
-    QCOMPARE(writeResultFile("/dev/null", recordsFor(ResultRecords::Method::FourPoints), {}, {}),
-             WriteOutcome::Written);
-    QVERIFY(!QFileInfo("/dev/null").isFile());
-    if (QFileInfo::exists("/dev/full"))
-        QCOMPARE(writeResultFile("/dev/full", recordsFor(ResultRecords::Method::FourPoints), {}, {}),
-                 WriteOutcome::CannotWrite);
-}
-
-void TestAnalysis::fourPointsFileWithoutTwoReferences()
-{
-    QTemporaryDir dir;
-    const QString path = dir.filePath("result");
-    writeResultFile(path, recordsFor(ResultRecords::Method::FourPoints), {false, 2, 3}, {});
-    QCOMPARE(contents(path).split('\n').at(3),
-             QByteArray("          0         -1             0          0     -0.125"));
-}
-
-void TestAnalysis::nonEquivalentFile()
-{
-    QTemporaryDir dir;
-    const QString path = dir.filePath("result.dat");
-    const ResultRecords results = recordsFor(ResultRecords::Method::NonEquivalent);
-    RecordSelection selection = {};
-    writeResultFile(path, results, {}, selection);
-    QCOMPARE(contents(path).split('\n').at(4), QByteArray("        0.5         -1"));
-    selection[0] = selection[11] = true;
-    writeResultFile(path, results, {}, selection);
-    QCOMPARE(contents(path).split('\n').at(4), QByteArray("        0.5         -1       0.25      11.25"));
-    selection.fill(true);
-    writeResultFile(path, results, {}, selection);
-    QCOMPARE(contents(path).split('\n').at(3).size(), 15 * 11);
-}
-
-void TestAnalysis::fileThatCannotBeWritten_data()
-{
-    QTest::addColumn<QString>("name");
-    QTest::newRow("no name") << QString();
-    QTest::newRow("missing directory") << "missing/result.dat";
-    QTest::newRow("a directory") << ".";
-}
-
-void TestAnalysis::fileThatCannotBeWritten()
-{
-    QFETCH(QString, name);
-    QTemporaryDir dir;
-    const QString path = name.isEmpty() ? name : dir.filePath(name);
-    QCOMPARE(writeResultFile(path, recordsFor(ResultRecords::Method::FourPoints), {}, {}), WriteOutcome::CannotOpen);
-    QVERIFY(QDir(dir.path()).isEmpty());
 }
 
 void TestAnalysis::fieldNumbers()

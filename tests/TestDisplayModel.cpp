@@ -2,7 +2,9 @@
 #include "display/GraphBoxes.h"
 #include "display/HistogramBins.h"
 
+#include "tests/SmallDisk.h"
 #include <QTemporaryDir>
+
 #include <QtTest>
 
 #include <cmath>
@@ -58,6 +60,7 @@ private slots:
     void fileNames_data();
     void fileNames();
     void fileThatCannotBeWritten();
+    void fullDiskKeepsThePreviousFile();
 };
 
 void TestDisplayModel::margins_data()
@@ -371,6 +374,22 @@ void TestDisplayModel::fileThatCannotBeWritten()
     QVERIFY(QDir(directory.path()).mkdir("map_a.txt"));
     QVERIFY(!bins.write(directory.filePath("map.txt"), "a"));
     QVERIFY(QDir(directory.path()).entryList(QDir::Files).isEmpty());
+}
+
+void TestDisplayModel::fullDiskKeepsThePreviousFile()
+{
+    const QTemporaryDir directory;
+    HistogramBins bins;
+    bins.setBoxes(0, 1, 3);
+    QVERIFY(bins.write(directory.filePath("map.txt"), "a"));
+    const QByteArray before = contents(directory.filePath("map_a.txt"));
+    bins.setBoxes(0, 1, 5);
+    {
+        const SmallDisk disk(20);
+        QVERIFY(!bins.write(directory.filePath("map.txt"), "a"));
+    }
+    QCOMPARE(contents(directory.filePath("map_a.txt")), before);
+    QCOMPARE(QDir(directory.path()).entryList(QDir::Files).size(), 1);
 }
 
 QTEST_GUILESS_MAIN(TestDisplayModel)

@@ -4,6 +4,7 @@
 #include "samples/Random.h"
 #include "samples/SampleCommand.h"
 #include "samples/SampleWriter.h"
+#include "tests/SmallDisk.h"
 
 #include <QtTest>
 
@@ -214,6 +215,7 @@ private slots:
     void arguments_data();
     void arguments();
     void unwritableFileLeavesTheOthersAsTheyWere();
+    void fullDiskLeavesTheFilesAsTheyWere();
     void impossibleDirectory();
 };
 
@@ -631,6 +633,18 @@ void TestSample::unwritableFileLeavesTheOthersAsTheyWere()
     QCOMPARE(runCommand(arguments, out, err), 3);
     QVERIFY2(errText.contains(QLatin1String("target.dat")) && errText.count('\n') == 1, qPrintable(errText));
     QVERIFY(outText.isEmpty());
+    QCOMPARE(checksum(directory.path()), before);
+}
+
+void TestSample::fullDiskLeavesTheFilesAsTheyWere()
+{
+    QTemporaryDir directory;
+    QVERIFY(make(directory.path(), smallSample(MapFormat::Plain, 0.0)));
+    const QByteArray before = checksum(directory.path());
+    QString outText, errText;
+    QTextStream out(&outText), err(&errText);
+    const SmallDisk disk(1000);
+    QCOMPARE(runCommand({QStringLiteral("flokluk-sample"), QStringLiteral("--out"), directory.path()}, out, err), 3);
     QCOMPARE(checksum(directory.path()), before);
 }
 
