@@ -301,6 +301,8 @@ void FourPs::showEnergyWindow(bool full)
 void FourPs::dispCalcConditions(bool f)
 {
     ui.MoreConds->setVisible(f);
+    layout()->activate(); // the message area has another height from here on
+    ui.Messages->ensureCursorVisible();
 }
 
 /// The edge and the energies in use can be moved in the display of all spectra.

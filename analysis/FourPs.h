@@ -157,6 +157,7 @@ private:
     void calcNonEquivalentTarget(const UsedRows &rows, bool victoreen);
     void calcNonEquivalentMap(const UsedRows &rows, bool victoreen);
     void warnOfOtherSizes(const UsedRows &rows);
+    void forgetOldRanges();
     void reportTooLarge(const A2DData &map);
     void showFitQuality();
 
@@ -205,7 +206,9 @@ private:
     QVector<QRadioButton *> m_histogramButtons;
     CColors m_colours;
     ResultRecords m_results;
-    const double *m_shown = nullptr;          ///< the plane that the result map shows; null: not computed
+    const double *m_shown = nullptr; ///< the plane that the result map shows; null: not computed
+    QSize m_shownMapSize;            ///< and histogram fields: those of the last map calculation
+    QStringList m_shownRanges;
     numeric::Plane m_shownWork;               ///< for planes that do not stand in the records
     std::vector<quint8> m_mask;               ///< empty: nothing is hidden
     std::optional<ValueRange> m_chosenLimits; ///< colour range chosen by double click; none: the quantity's own

@@ -8,6 +8,7 @@
 #include "analysis/ResultQuantities.h"
 #include "analysis/ResultText.h"
 #include "analysis/ShownQuantity.h"
+#include "display/DispABase.h"
 
 #include <algorithm>
 
@@ -94,6 +95,7 @@ void FourPs::finishMap(const UsedRows &rows)
 {
     m_results.headerLines = rows.all.first()->data().headerLines();
     warnOfOtherSizes(rows);
+    forgetOldRanges();
     m_valenceHistogram.setUp();
     m_thicknessHistogram.setUp();
     const double *const t = m_results.t();
@@ -104,6 +106,24 @@ void FourPs::finishMap(const UsedRows &rows)
     refreshShownHistograms();
     refreshShownMap();
     repaintDisplays();
+}
+
+/// A zoom survives a new calculation, but not one that shows another range.
+void FourPs::forgetOldRanges()
+{
+    const QSize mapSize(m_results.width(), m_results.height());
+    if (mapSize != m_shownMapSize)
+        ui.ResultMap->clearScale();
+    m_shownMapSize = mapSize;
+
+    QStringList ranges;
+    for (const QLineEdit *const field : {ui.HgAFrom, ui.HgATo, ui.HgABoxes, ui.HgTFrom, ui.HgTTo, ui.HgTBoxes})
+        ranges << field->text();
+    if (ranges != m_shownRanges) {
+        for (const Displays::DispId id : {Displays::HistA, Displays::HistDMut, Displays::DMutVorA, Displays::LcfVsMps})
+            m_displays->dabs[id]->clearScale();
+    }
+    m_shownRanges = ranges;
 }
 
 /// Data sets of another size than the map calculated say so in their rows.

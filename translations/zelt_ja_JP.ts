@@ -226,7 +226,7 @@
     </message>
     <message>
         <source>Edge Jump : %1</source>
-        <translation>エッジジャンプ : %1</translation>
+        <translation>ジャンプ : %1</translation>
     </message>
 </context>
 <context>
