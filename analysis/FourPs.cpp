@@ -190,7 +190,7 @@ void FourPs::connectResults()
     }
     for (AEPoint *const row : qAsConst(m_energyRows)) {
         connect(row->showMapButton(), &QPushButton::toggled, this, [this, row](bool on) { showDataMap(row, on); });
-        connect(row, &AEPoint::newData, this, &FourPs::updateDMap);
+        connect(row->fileSelect(), &AFileSelect::newFilePath, this, &FourPs::updateDMap); // also when cleared
     }
     for (QRadioButton *const button : qAsConst(m_histogramButtons))
         connect(button, &QRadioButton::toggled, this, &FourPs::showOtherHistogram);

@@ -64,7 +64,8 @@ std::pair<double, double> FourPs::usedValences() const
 /// The colour range of a quantity; none for those that have none.
 std::optional<ValueRange> FourPs::rangeOf(int position) const
 {
-    if (position == ResultPosition::amount && m_results.method() == ResultRecords::Method::FourPoints)
+    const bool isFourPoints = m_results.count() > 0 && m_results.method() == ResultRecords::Method::FourPoints;
+    if (position == ResultPosition::amount && isFourPoints)
         return ValueRange{number(ui.HgTFrom), number(ui.HgTTo)};
     RangeConditions conditions;
     for (const ARefFile *const reference : validReferences())
@@ -419,10 +420,10 @@ void FourPs::write()
         message(tr("Can't open the file [%1]").arg(path));
     else if (outcome == WriteOutcome::CannotWrite)
         message(tr("Can't write the file [%1]").arg(path));
-    // The histograms are written in any case.
-    const bool histograms = m_valenceHistogram.write(path, QStringLiteral("HGAlpha")) &&
-                            m_thicknessHistogram.write(path, QStringLiteral("HGThick"));
-    if (outcome == WriteOutcome::Written && histograms) {
+    // The histograms are written in any case, each for itself.
+    const bool valences = m_valenceHistogram.write(path, QStringLiteral("HGAlpha"));
+    const bool thicknesses = m_thicknessHistogram.write(path, QStringLiteral("HGThick"));
+    if (outcome == WriteOutcome::Written && valences && thicknesses) {
         const QFileInfo info(path);
         ui.SaveFSelect->setExInfo(tr("%1: wrote %2, _HGAlpha and _HGThick")
                                       .arg(QTime::currentTime().toString(QStringLiteral("HH:mm:ss")), info.fileName()));

@@ -96,6 +96,8 @@ void FourPs::finishMap(const UsedRows &rows)
     m_results.headerLines = rows.all.first()->data().headerLines();
     warnOfOtherSizes(rows);
     forgetOldRanges();
+    if (m_results.method() == ResultRecords::Method::FourPoints)
+        m_chosenLimits.reset(); // which only a double click on a non-equivalent result can choose
     m_valenceHistogram.setUp();
     m_thicknessHistogram.setUp();
     const double *const t = m_results.t();

@@ -63,7 +63,7 @@ void FourPs::saveMapText(const ShownMap &map)
         message(tr("Can't open the file [%1]").arg(path));
         return;
     }
-    file.device()->write(plottedtext::ofMap(map, ' '));
+    file.write(plottedtext::ofMap(map, ' '));
     if (!file.commit())
         message(tr("Can't write the file [%1]").arg(path));
 }
