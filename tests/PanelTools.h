@@ -13,16 +13,16 @@
 namespace paneltools
 {
 
-/// Three references, a target and eight maps of 6 x 4 pixels without noise, in a directory of their own.
+/// Three references, a target and eight small maps without noise, in a directory of their own.
 class SampleFiles
 {
 public:
-    bool make()
+    bool make(int width = 6, int height = 4)
     {
         sample::SampleOptions options;
         options.directory = m_dir.path();
-        options.width = 6;
-        options.height = 4;
+        options.width = width;
+        options.height = height;
         options.noise = 0;
         QString error;
         return m_dir.isValid() && sample::writeSample(options, &m_written, &error);
