@@ -5,6 +5,7 @@
 #include "analysis/WindowButton.h"
 #include "display/DispABase.h"
 
+#include <QFontDatabase>
 #include <QIcon>
 #include <QPainter>
 #include <QPixmap>
@@ -64,6 +65,7 @@ void FourPs::placeControls()
     ui.SaveFSelect->setDefaultSuffix(QStringLiteral("dat"));
     ui.SaveFSelect->showDE(false);
     ui.MoreConds->hide();
+    ui.Messages->setFont(QFontDatabase::systemFont(QFontDatabase::FixedFont)); // numbers stand below each other
 }
 
 void FourPs::setUpHistograms()
