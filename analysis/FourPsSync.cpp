@@ -2,6 +2,7 @@
 
 #include "analysis/Field.h"
 #include "analysis/FourPs.h"
+#include "mapdata/WaitCursor.h"
 
 #include <QFileInfo>
 #include <QScopedValueRollback>
@@ -149,6 +150,7 @@ void FourPs::receiveNewPaths(const QStringList &paths)
 
 void FourPs::receiveNewDispFiles(const QStringList &paths)
 {
+    const WaitCursor wait;
     for (const QString &path : paths) {
         auto spectrum = std::make_unique<AMutE>();
         applyEdge(spectrum.get());
