@@ -244,8 +244,7 @@ bool calcFourPointsMap(const FourPointsMapInput &input, ResultRecords *results, 
 {
     if (input.maps.empty() || input.maps.size() != input.references.energies.size())
         return false;
-    const A2DData &vPoint = *input.maps.back();
-    if (!results->reset(ResultRecords::Method::FourPoints, vPoint.nx(), vPoint.ny()))
+    if (!results->reset(ResultRecords::Method::FourPoints, *input.maps.back()))
         return false;
     const BlockSolver solve = chooseSolver(input, set);
     parallelBlocks(results->count(), threads, [&](std::size_t begin, std::size_t end) {
@@ -255,7 +254,6 @@ bool calcFourPointsMap(const FourPointsMapInput &input, ResultRecords *results, 
             const std::size_t pixels = std::min(blockPixels, end - pixel);
             block.moveTo(pixel);
             solve(input.variant, input.references, block.runs(), &out);
-            streamPositions(vPoint, pixel, pixels, results->x(), results->y());
             numeric::streamCopy(out.a.data(), pixels, results->a() + pixel);
             numeric::streamCopy(out.t.data(), pixels, results->t() + pixel);
         }

@@ -173,8 +173,7 @@ bool calcNonEquivalentMap(const NonEquivalentMapInput &input, ResultRecords *res
 {
     if (!isComplete(input))
         return false;
-    const A2DData &first = *input.maps.front();
-    if (!results->reset(ResultRecords::Method::NonEquivalent, first.nx(), first.ny()))
+    if (!results->reset(ResultRecords::Method::NonEquivalent, *input.maps.front()))
         return false;
 
     const int components = input.references.count();
@@ -194,7 +193,6 @@ bool calcNonEquivalentMap(const NonEquivalentMapInput &input, ResultRecords *res
             const std::size_t pixels = std::min(blockPixels, end - pixel);
             block.moveTo(pixel);
             solve(fit, block.runs(), &out);
-            streamPositions(first, pixel, pixels, results->x(), results->y());
             for (std::size_t q = 0; q < planes.size(); ++q) {
                 if (planes[q])
                     numeric::streamCopy(out[q].data(), pixels, planes[q] + pixel);

@@ -65,19 +65,6 @@ private:
     std::vector<const double *> m_runs;
 };
 
-/// Writes the positions of the pixels first ... first + count - 1 of `map`, 0 where it has none.
-inline void streamPositions(const A2DData &map, std::size_t first, std::size_t count, double *x, double *y)
-{
-    const auto all = static_cast<std::size_t>(map.count());
-    const std::size_t known = first < all ? std::min(count, all - first) : 0;
-    if (known > 0) {
-        numeric::streamCopy(map.x().data() + first, known, x + first);
-        numeric::streamCopy(map.y().data() + first, known, y + first);
-    }
-    std::fill_n(x + first + known, count - known, 0.0);
-    std::fill_n(y + first + known, count - known, 0.0);
-}
-
 /// Calls work(first pixel, end pixel) for ranges that begin at blocks and together cover 0 ... pixels - 1, on several
 /// threads as parallelRanges() does.
 template <class Work>

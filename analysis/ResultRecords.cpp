@@ -5,9 +5,25 @@
 #include <utility>
 #include <vector>
 
-bool ResultRecords::reset(Method method, int width, int height)
+namespace
 {
-    const qint64 pixels = qint64(width) * height;
+
+/// The positions of `count` pixels: the map's own plane, or a longer one that goes on with zeros.
+numeric::Plane positions(const numeric::Plane &known, std::size_t count)
+{
+    if (known.size() >= count)
+        return known.share();
+    numeric::Plane longer;
+    longer.resize(count);
+    std::fill(std::copy_n(known.data(), known.size(), longer.data()), longer.data() + count, 0.0);
+    return longer;
+}
+
+} // namespace
+
+bool ResultRecords::reset(Method method, const A2DData &map)
+{
+    const qint64 pixels = qint64(map.nx()) * map.ny();
     if (pixels > mostPixels)
         return false;
     const auto count = static_cast<std::size_t>(pixels);
@@ -16,14 +32,13 @@ bool ResultRecords::reset(Method method, int width, int height)
     };
     try {
         // Larger planes are made beside the old ones, so that these survive a failure.
-        numeric::Plane x, y;
+        numeric::Plane x = positions(map.x(), count);
+        numeric::Plane y = positions(map.y(), count);
         std::array<numeric::Plane, quantityCount> larger;
         const auto grow = [count](const numeric::Plane &old, numeric::Plane *plane) {
             if (old.capacity() < count)
                 plane->resize(count);
         };
-        grow(m_x, &x);
-        grow(m_y, &y);
         for (std::size_t i = 0; i < larger.size(); ++i) {
             if (isNeeded(i))
                 grow(m_planes[i], &larger[i]);
@@ -32,18 +47,16 @@ bool ResultRecords::reset(Method method, int width, int height)
             if (plane->size() > 0)
                 *old = std::move(*plane);
         };
-        take(&m_x, &x);
-        take(&m_y, &y);
         for (std::size_t i = 0; i < larger.size(); ++i) {
             if (larger[i].size() > 0)
                 m_zeros[i] = 0;
             take(&m_planes[i], &larger[i]);
         }
+        m_x = std::move(x);
+        m_y = std::move(y);
     } catch (const std::bad_alloc &) {
         return false;
     }
-    m_x.resize(count);
-    m_y.resize(count);
     for (std::size_t i = 0; i < m_planes.size(); ++i) {
         if (isNeeded(i)) {
             m_planes[i].resize(count);
@@ -55,8 +68,9 @@ bool ResultRecords::reset(Method method, int width, int height)
     if (method == Method::FourPoints)
         m_zeros.fill(0); // a() and t() are filled past quantity()
     m_method = method;
-    m_width = width;
-    m_height = height;
+    m_width = map.nx();
+    m_height = map.ny();
+    m_count = count;
     return true;
 }
 

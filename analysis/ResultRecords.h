@@ -1,6 +1,7 @@
 #pragma once
 
 #include "analysis/ResultQuantities.h"
+#include "mapdata/A2DData.h"
 #include "numeric/Plane.h"
 
 #include <QStringList>
@@ -29,21 +30,20 @@ public:
 
     static constexpr qint64 mostPixels = qint64(1) << 27;
 
-    /// Makes room for width x height pixels (both >= 0); the values are undefined until filled. The quantity planes
-    /// exist for a non-equivalent result only. False, and everything as it was, when that is more than mostPixels or
-    /// more than the memory holds.
-    [[nodiscard]] bool reset(Method method, int width, int height);
+    /// Makes room for as many pixels as the size of `map` says; the values are undefined until filled. The positions
+    /// are those of the map's pixels, 0 where it has none; they are shared with the map, not copied. The quantity
+    /// planes exist for a non-equivalent result only. False, and everything as it was, when that is more than
+    /// mostPixels or more than the memory holds.
+    [[nodiscard]] bool reset(Method method, const A2DData &map);
 
     Method method() const { return m_method; }
     int width() const { return m_width; }
     int height() const { return m_height; }
-    std::size_t count() const { return m_x.size(); }
+    std::size_t count() const { return m_count; }
 
     /// Header lines of the first map file that took part, for the result file.
     QStringList headerLines;
 
-    double *x() { return m_x.data(); }
-    double *y() { return m_y.data(); }
     /// In a non-equivalent result, a and t are the quantities at ResultPosition::ratio and amount.
     double *a() { return m_planes[ResultPosition::ratio].data(); }
     double *t() { return m_planes[ResultPosition::amount].data(); }
@@ -65,7 +65,8 @@ private:
     Method m_method = Method::FourPoints;
     int m_width = 0;
     int m_height = 0;
-    numeric::Plane m_x, m_y;
+    std::size_t m_count = 0;
+    numeric::Plane m_x, m_y; ///< at least m_count values
     std::array<numeric::Plane, quantityCount> m_planes;
     std::array<std::size_t, quantityCount> m_zeros = {}; // so many leading values of the plane are known to be 0
 };

@@ -1,5 +1,6 @@
 // The map calculations with one and with all threads, against numpy in the same run on the same counts. Every time is
-// the best of several rounds into memory that the first round has made.
+// the best of several rounds into memory that the first round has made; both sides take turns several times, because a
+// machine shared with others is slower at some times than at others.
 #include "analysis/FourPointsMap.h"
 #include "analysis/NonEquivalent.h"
 #include "numeric/ParallelRanges.h"
@@ -22,7 +23,8 @@
 namespace
 {
 
-constexpr int rounds = 9;
+constexpr int rounds = 5;
+constexpr int turns = 4;
 const std::vector<double> energies = {7040, 7080, 7118, 7122, 7126, 7132, 7160, 7220}; // eV
 const std::vector<double> valences = {2, 3, 0, 2.5};
 const std::vector<double> jumps = {1.3, 0.9, 1.1, 0.7};
@@ -235,18 +237,77 @@ bool runPeer(const QTemporaryDir &folder, const std::vector<Case> &cases, int si
     return ran && lines->size() == static_cast<int>(2 * cases.size());
 }
 
-void report(int threads, double ms, double logMs, const QByteArray &peerLine)
+/// Milliseconds of one case with one number of threads, the best of all turns.
+struct Times {
+    double ours = 1e300;
+    double log = 1e300;
+    double peer[3] = {1e300, 1e300, 1e300}; ///< with the logarithm, without, with it on the whole map
+};
+
+void keepSmaller(double *best, double ms)
 {
-    std::printf("    %d thread%s %7.1f ms, ln %6.1f ms", threads, threads == 1 ? " " : "s", ms, logMs);
-    if (!peerLine.isEmpty()) {
-        const QList<QByteArray> times = peerLine.split(' ');
-        const double withLog = times.value(0).toDouble();
-        const double without = times.value(1).toDouble();
-        const double wholeMap = times.value(2).toDouble();
+    *best = std::min(*best, ms);
+}
+
+void report(int threads, const Times &times)
+{
+    std::printf("    %d thread%s %7.1f ms, ln %6.1f ms", threads, threads == 1 ? " " : "s", times.ours, times.log);
+    if (times.peer[0] < 1e300) {
         std::printf("; numpy with ln %7.1f ms, without %7.1f ms, whole map %7.1f ms; ratios %5.2f, %5.2f, %5.2f; %5.2f",
-                    withLog, without, wholeMap, withLog / ms, without / ms, wholeMap / ms, withLog / (ms + logMs));
+                    times.peer[0], times.peer[1], times.peer[2], times.peer[0] / times.ours, times.peer[1] / times.ours,
+                    times.peer[2] / times.ours, times.peer[0] / (times.ours + times.log));
     }
     std::printf("\n");
+}
+
+/// Bytes of the process in memory: "VmRSS:" now, "VmHWM:" at most since forgetPeak(); 0 where the system does not say.
+double memoryBytes(const char *what)
+{
+    QFile file(QStringLiteral("/proc/self/status"));
+    if (!file.open(QIODevice::ReadOnly))
+        return 0.0;
+    for (const QByteArray &line : file.readAll().split('\n')) {
+        if (line.startsWith(what))
+            return line.mid(6).trimmed().split(' ').first().toDouble() * 1024;
+    }
+    return 0.0;
+}
+
+void forgetPeak()
+{
+    QFile file(QStringLiteral("/proc/self/clear_refs"));
+    if (file.open(QIODevice::WriteOnly))
+        file.write("5");
+}
+
+/// What a calculation into new results needs at most, and what of it stays with the results, in bytes per pixel.
+void reportMemory(const Case &c, std::size_t pixels)
+{
+    forgetPeak();
+    const double before = memoryBytes("VmRSS:");
+    ResultRecords results;
+    (void)c.run(&results, 0);
+    const auto perPixel = [before, pixels](const char *what) {
+        return (memoryBytes(what) - before) / static_cast<double>(pixels);
+    };
+    std::printf("    memory: at most %.0f bytes per pixel, %.0f of them the results\n", perPixel("VmHWM:"),
+                perPixel("VmRSS:"));
+}
+
+/// One turn of the program on every case: one thread, then all. False when a calculation failed.
+bool runOurs(const std::vector<Case> &cases, std::vector<A2DData> *maps, numeric::Plane *scratch,
+             std::vector<ResultRecords> *results, std::vector<Times> *times)
+{
+    bool ran = true;
+    for (std::size_t i = 0; i < cases.size(); ++i) {
+        for (const bool all : {false, true}) {
+            const int threads = all ? QThread::idealThreadCount() : 1;
+            Times &best = (*times)[all ? i + cases.size() : i];
+            keepSmaller(&best.ours, bestMs([&] { ran = cases[i].run(&(*results)[i], threads) && ran; }));
+            keepSmaller(&best.log, logarithmMs(cases[i], maps, scratch, threads));
+        }
+    }
+    return ran;
 }
 
 /// False when something is wrong with the result.
@@ -265,40 +326,46 @@ bool measureSide(int side)
     cases.push_back(fourPointsCase(maps, "exact", FourPointsVariant::Exact, {0, 6, 7, 3}));
     cases.push_back(fourPointsCase(maps, "least squares", FourPointsVariant::LeastSquares, {0, 1, 2, 4, 5, 6, 7, 3}));
 
-    QList<QByteArray> lines;
-    const bool compared = runPeer(folder, cases, side, &lines);
+    std::vector<Times> times(2 * cases.size());
+    std::vector<ResultRecords> results(cases.size());
+    numeric::Plane scratch;
+    scratch.resize(static_cast<std::size_t>(side) * static_cast<std::size_t>(side));
+    bool compared = true;
+    bool ran = true;
+    for (int turn = 0; turn < turns; ++turn) {
+        QList<QByteArray> lines;
+        compared = compared && runPeer(folder, cases, side, &lines);
+        for (std::size_t i = 0; compared && i < times.size(); ++i) {
+            const QList<QByteArray> peer = lines[static_cast<int>(i)].split(' ');
+            for (int form = 0; form < 3; ++form)
+                keepSmaller(&times[i].peer[form], peer.value(form).toDouble());
+        }
+        ran = runOurs(cases, &maps, &scratch, &results, &times) && ran;
+    }
     if (!compared)
         std::printf("no comparison: %s has no numpy\n", BENCH_PYTHON);
     QFile peerResults(folder.filePath("results.bin"));
     (void)peerResults.open(QIODevice::ReadOnly);
 
-    std::printf("%d x %d pixels, 8 energies, best of %d rounds\n", side, side, rounds);
-    bool good = true;
-    const int all = QThread::idealThreadCount();
-    numeric::Plane scratch;
-    scratch.resize(static_cast<std::size_t>(side) * static_cast<std::size_t>(side));
+    std::printf("%d x %d pixels, 8 energies, best of %d turns of %d rounds\n", side, side, turns, rounds);
+    bool good = ran;
     for (std::size_t i = 0; i < cases.size(); ++i) {
         const Case &c = cases[i];
-        ResultRecords results;
-        bool ran = true;
         std::printf("  %s\n", qPrintable(c.name));
-        for (const int threads : {1, all}) {
-            const double ms = bestMs([&] { ran = c.run(&results, threads) && ran; });
-            const auto line = static_cast<int>(threads == 1 ? i : i + cases.size());
-            report(threads, ms, logarithmMs(c, &maps, &scratch, threads), compared ? lines[line] : QByteArray());
-        }
+        report(1, times[i]);
+        report(QThread::idealThreadCount(), times[i + cases.size()]);
+        reportMemory(c, scratch.size());
         if (compared && ran) {
-            const ResultRecords &done = results;
+            const ResultRecords &done = results[i];
             const double *first = c.column1 < 0 ? done.a() : done.quantity(c.column1);
             const double *second = c.column2 < 0 ? done.t() : done.quantity(c.column2);
             double difference = largestDifference(first, done.count(), &peerResults);
             difference = std::max(difference, largestDifference(second, done.count(), &peerResults));
             std::printf("    largest relative difference %.1e\n", difference);
-            ran = difference < 1e-6;
+            if (difference >= 1e-6)
+                std::printf("    RESULTS DIFFER\n");
+            good = good && difference < 1e-6;
         }
-        if (!ran)
-            std::printf("    RESULTS DIFFER\n");
-        good = good && ran;
     }
     return good;
 }

@@ -33,7 +33,10 @@ double nextRandom(std::uint64_t *state)
 /// Results as noisy maps give them, at positions in steps of 0.05.
 bool makeResults(ResultRecords::Method method, int side, ResultRecords *results)
 {
-    if (!results->reset(method, side, side))
+    A2DData map;
+    const A2DData::Columns columns = map.resize(qint64(side) * side);
+    map.setSize(side, side);
+    if (!results->reset(method, map))
         return false;
     results->headerLines = QStringList{QStringLiteral("# 1301 made for measuring")};
     std::uint64_t random = 1;
@@ -46,8 +49,8 @@ bool makeResults(ResultRecords::Method method, int side, ResultRecords *results)
         const double f[] = {0.6 + 0.3 * std::sin(0.01 * column) + noise(0.1), 0.2 + noise(0.1), 0.1 + noise(0.05),
                             0.05 + noise(0.05)};
         const double t = 1.2 + 0.5 * std::cos(0.013 * row) + noise(0.1);
-        results->x()[i] = 0.05 * column;
-        results->y()[i] = 0.05 * row;
+        columns.x[i] = 0.05 * column;
+        columns.y[i] = 0.05 * row;
         results->a()[i] = f[0];
         results->t()[i] = t;
         if (method == ResultRecords::Method::FourPoints)

@@ -9,7 +9,7 @@ namespace numeric
 {
 
 /// A run of doubles, one per pixel of a map, whose memory is not cleared when it is made: maps are filled by
-/// several threads right after, and clearing would cost as much as the filling. Moves, never copies.
+/// several threads right after, and clearing would cost as much as the filling. Moves and shares, never copies.
 class Plane
 {
 public:
@@ -24,11 +24,22 @@ public:
         return *this;
     }
 
-    /// Makes room for `count` values; their contents are undefined. Memory that is large enough is kept.
+    /// Another plane on the same values. Whichever of the two is resized takes memory of its own; until then neither
+    /// may be written to.
+    Plane share() const
+    {
+        Plane other;
+        other.m_values = m_values;
+        other.m_size = m_size;
+        other.m_capacity = m_capacity;
+        return other;
+    }
+
+    /// Makes room for `count` values; their contents are undefined. Memory that is large enough and not shared is kept.
     void resize(std::size_t count)
     {
-        if (count > m_capacity) {
-            m_values.reset(); // the old memory goes before the new is asked for
+        if (count > m_capacity || m_values.use_count() > 1) {
+            clear(); // the old memory goes before the new is asked for
             m_values.reset(new double[count]);
             m_capacity = count;
         }
@@ -41,7 +52,7 @@ public:
         m_size = count;
         if (m_capacity / 8 * 7 <= count)
             return;
-        std::unique_ptr<double[]> smaller(new double[count]);
+        std::shared_ptr<double[]> smaller(new double[count]);
         std::copy_n(m_values.get(), count, smaller.get());
         m_values = std::move(smaller);
         m_capacity = count;
@@ -63,7 +74,7 @@ public:
     double operator[](std::size_t i) const { return m_values[i]; }
 
 private:
-    std::unique_ptr<double[]> m_values;
+    std::shared_ptr<double[]> m_values;
     std::size_t m_size = 0;
     std::size_t m_capacity = 0;
 };

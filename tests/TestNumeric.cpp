@@ -576,6 +576,15 @@ void TestNumeric::planeKeepsWhatItHolds()
     QCOMPARE(plane[2], 2.0);
     plane.resize(2);
     QCOMPARE(plane[1], 1.0);
+
+    // Shared values stay when the one that they came from is filled anew.
+    const Plane shared = plane.share();
+    QCOMPARE(shared.data(), static_cast<const double *>(plane.data()));
+    plane.resize(2);
+    plane[1] = 7.0;
+    QCOMPARE(shared[1], 1.0);
+    plane.clear();
+    QCOMPARE(shared.size(), std::size_t(2));
 }
 
 QTEST_APPLESS_MAIN(TestNumeric)

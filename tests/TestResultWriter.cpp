@@ -18,12 +18,17 @@ using Method = ResultRecords::Method;
 /// 3 x 2 pixels; quantity q of pixel i is q + i / 4.
 ResultRecords smallRecords(Method method)
 {
+    A2DData map;
+    const A2DData::Columns columns = map.resize(6);
+    map.setSize(3, 2);
+    for (int i = 0; i < 6; ++i) {
+        columns.x[i] = 0.5 * (i % 3);
+        columns.y[i] = i / 3 - 1;
+    }
     ResultRecords results;
-    (void)results.reset(method, 3, 2);
+    (void)results.reset(method, map);
     results.headerLines = QStringList{"# 1301", QString::fromUtf8("# \xE8\xA9\xA6\xE6\x96\x99")};
     for (std::size_t i = 0; i < 6; ++i) {
-        results.x()[i] = 0.5 * static_cast<double>(i % 3);
-        results.y()[i] = static_cast<double>(i / 3) - 1;
         results.a()[i] = i == 4 ? std::numeric_limits<double>::quiet_NaN() : 12345678.0 * static_cast<double>(i);
         results.t()[i] = i == 5 ? -std::numeric_limits<double>::infinity() : -0.125;
         for (int q = 0; method == Method::NonEquivalent && q < ResultRecords::quantityCount; ++q)
@@ -35,10 +40,13 @@ ResultRecords smallRecords(Method method)
 /// Several blocks of text, with numbers of all sizes.
 ResultRecords largeRecords(Method method, int width, int height)
 {
+    A2DData map;
+    const A2DData::Columns columns = map.resize(qint64(width) * height);
+    map.setSize(width, height);
     ResultRecords results;
-    (void)results.reset(method, width, height);
+    (void)results.reset(method, map);
     std::mt19937 random(9);
-    std::vector<double *> planes = {results.x(), results.y(), results.a(), results.t()};
+    std::vector<double *> planes = {columns.x, columns.y, results.a(), results.t()};
     for (int q = 0; method == Method::NonEquivalent && q < ResultRecords::quantityCount; ++q)
         planes.push_back(results.quantity(q));
     for (double *const plane : planes) {
@@ -220,8 +228,10 @@ void TestResultWriter::mapsWithoutPixels()
     QFETCH(int, width);
     QFETCH(int, height);
     QTemporaryDir dir;
+    A2DData map;
+    map.setSize(width, height);
     ResultRecords results;
-    QVERIFY(results.reset(Method::FourPoints, width, height));
+    QVERIFY(results.reset(Method::FourPoints, map));
     results.headerLines = QStringList{"# 1301"};
     QCOMPARE(writeResultFile(dir.filePath("r"), results, {}, {}), WriteOutcome::Written);
     QCOMPARE(contents(dir.filePath("r")), QByteArray("# 1301\n\n"));

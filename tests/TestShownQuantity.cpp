@@ -23,8 +23,10 @@ using Doubles = QVector<double>;
 /// Amount.
 ResultRecords records(Method method, const Doubles &a, const Doubles &t)
 {
+    A2DData map;
+    map.setSize(a.size(), 1);
     ResultRecords results;
-    if (!results.reset(method, a.size(), 1))
+    if (!results.reset(method, map))
         qFatal("no memory");
     if (method == Method::NonEquivalent) {
         for (int position = 0; position < ResultPosition::count; ++position) {
