@@ -217,6 +217,7 @@ void FourPs::connectButtons()
     connect(ui.WriteB, &QPushButton::clicked, this, &FourPs::write);
     connect(ui.CalcWriteB, &QPushButton::clicked, this, &FourPs::calcAndWrite);
     connect(ui.DispCondsB, &QPushButton::toggled, this, &FourPs::dispCalcConditions);
+    connect(ui.CopyConditions, &QPushButton::clicked, this, &FourPs::copyConditions);
     connect(ui.ClearMessages, &QPushButton::clicked, ui.Messages, &QTextEdit::clear);
 
     connect(ui.MapFsSelect, &AFileSelect::newFilePaths, this, &FourPs::receiveNewPaths);
@@ -265,6 +266,12 @@ void FourPs::message(const QString &text)
     ui.Messages->moveCursor(QTextCursor::End);
     ui.Messages->insertPlainText(text.simplified() + QLatin1Char('\n'));
     ui.Messages->ensureCursorVisible();
+}
+
+void FourPs::refuse(Step step, const QString &text)
+{
+    message(text);
+    emit refused(step, text);
 }
 
 void FourPs::repaintDisplays()

@@ -3,10 +3,12 @@
 #include "analysis/FieldMarkers.h"
 #include "analysis/FourPoints.h"
 #include "analysis/HistogramDrawing.h"
+#include "analysis/Job.h"
 #include "analysis/LcfVsMpsDrawing.h"
 #include "analysis/LinearCombination.h"
 #include "analysis/MapDrawing.h"
 #include "analysis/MutsDrawing.h"
+#include "analysis/NonEquivalent.h"
 #include "analysis/QuantityRange.h"
 #include "analysis/ResultRecords.h"
 #include "display/CColors.h"
@@ -20,6 +22,7 @@
 #include <QFrame>
 #include <QVector>
 
+#include <functional>
 #include <memory>
 #include <optional>
 #include <utility>
@@ -37,10 +40,42 @@ public:
     ~FourPs() override;
 
     Displays *displays() const { return m_displays.get(); }
+    DispMBase *resultMap() const { return ui.ResultMap; }
     DispMBase *dataMap() const { return m_dataMap.get(); }
+    const QVector<ARefFile *> &references() const { return m_references; }
+    AXafsFileSelect *target() const { return ui.TargetFS; }
+    const QVector<AEPoint *> &energyRows() const { return m_energyRows; }
+    QString messages() const { return ui.Messages->toPlainText(); }
     const ResultRecords &results() const { return m_results; }
     double targetA() const { return m_targetA; }
     double targetValence() const { return m_targetValence; }
+    /// What was found for the target last by each method; null as long as it has found nothing.
+    const FourPointsResult *targetFourPoints() const { return pointerTo(m_targetFourPoints); }
+    const NonEquivalentValues *targetNonEquivalent() const { return pointerTo(m_targetNonEquivalent); }
+    const LinearCombination *fit() const { return m_fit.get(); }
+    /// The references that take part in a calculation: used and loaded.
+    QVector<ARefFile *> validReferences() const;
+
+    /// The plane of a result quantity (see ResultPosition) as the result map shows it; null when the last method does
+    /// not compute it. May stand in `work`.
+    const double *quantity(int position, numeric::Plane *work) const;
+    /// Shows the map of a result quantity, as its button does.
+    void showQuantity(int position) { m_mapButtons.at(position)->setChecked(true); }
+
+    /// Takes the inputs and settings of a job in the place of all present ones; calculates and writes nothing.
+    /// `loading` hears of every file before it is read. Returns one sentence, beginning with the key in the job, for
+    /// each file that could not be loaded. The names of the settings must be right (see PanelSettings::mistakes).
+    QStringList load(const Job &job, const std::function<void(const QString &file)> &loading = {});
+    /// The present inputs and settings as a job.
+    Job job() const;
+
+    /// What the user asks for.
+    enum class Step { Map, Target, Fit, Write };
+
+signals:
+    /// A step was refused or failed; `text` says why and stands, but for a histogram that could not be written, in the
+    /// message area too.
+    void refused(FourPs::Step step, const QString &text);
 
 public slots:
     /// Automatic histogram ranges, then calcMap(), calcTarget() and lcf().
@@ -73,6 +108,8 @@ public slots:
     void receiveNewTarget();
     /// The energy of a row (the sender) has changed: refreshes that row's values.
     void receiveNewEnergy(double e);
+    /// The present inputs and settings go to the clipboard as a job for flokluk-batch.
+    void copyConditions();
     /// Every file dialog opens in this directory from now on.
     void receiveNewDir(const QString &dir);
     /// Loads spectra that are only displayed.
@@ -108,6 +145,12 @@ public slots:
     void newColorLCFvs4PS(MouseC *m);
 
 private:
+    template <class Value>
+    static const Value *pointerTo(const std::optional<Value> &value)
+    {
+        return value ? &*value : nullptr;
+    }
+
     /// The energy rows that take part in a calculation.
     struct UsedRows {
         QVector<AEPoint *> all;     ///< in panel order
@@ -116,7 +159,6 @@ private:
     };
     UsedRows usedRows(bool withMap) const;
     QVector<ARefFile *> usedReferences() const;
-    QVector<ARefFile *> validReferences() const;
 
     void placeControls();
     void setUpHistograms();
@@ -132,6 +174,10 @@ private:
 
     /// Writes one line into the message area.
     void message(const QString &text);
+    /// Says why a step is not done.
+    void refuse(Step step, const QString &text);
+    bool loadSpectrum(AXafsFileSelect *selector, const QString &file, double dE);
+    bool loadEnergy(AEPoint *row, const Job::Energy &energy);
     void repaintDisplays();
     void markStale();
     void clearStaleMark();
@@ -147,8 +193,8 @@ private:
     void refreshTargetValue(AEPoint *row);
 
     void setAutoRanges();
-    bool enoughReferences(int valid);
-    FourPointsVariant variantFor(int n);
+    bool enoughReferences(Step step, int valid);
+    FourPointsVariant variantFor(Step step, int n);
     FourPointsReferences fourPointsReferences(const UsedRows &rows) const;
     double valenceOf(double a) const;
     void calcFourPointsTarget(const UsedRows &rows, FourPointsVariant variant);
@@ -222,5 +268,7 @@ private:
     int m_colourIndex = 0;
     double m_targetA = 0.0;
     double m_targetValence = 0.0;
-    bool m_loadingMaps = false; ///< several maps are being loaded: one calculation at the end
+    std::optional<FourPointsResult> m_targetFourPoints;
+    std::optional<NonEquivalentValues> m_targetNonEquivalent;
+    bool m_isLoading = false; ///< several files are being loaded: one calculation at the end
 };

@@ -8,6 +8,8 @@
 
 void FourPs::calcBoth()
 {
+    if (m_isLoading)
+        return;
     setAutoRanges();
     calcMap();
     calcTarget();
@@ -82,22 +84,22 @@ void FourPs::calcMap()
     clearStaleMark();
     const UsedRows rows = usedRows(true);
     if (!ui.TypeNonEquiv->isChecked() && !rows.vPoint) {
-        message(tr("V Point is not selected"));
+        refuse(Step::Map, tr("V Point is not selected"));
         return;
     }
     const int valid = validReferences().size();
-    if (!enoughReferences(valid))
+    if (!enoughReferences(Step::Map, valid))
         return;
     for (int i = 0; i < m_references.size(); ++i) {
         if (m_references[i]->isUsed() && !m_references[i]->selector()->valid()) {
-            message(tr("Ref File %1 is not valid.").arg(i));
+            refuse(Step::Map, tr("Ref File %1 is not valid.").arg(i));
             return;
         }
     }
 
     const int n = rows.all.size();
     if (!ui.TypeNonEquiv->isChecked()) {
-        if (const auto variant = variantFor(n); variant != FourPointsVariant::None)
+        if (const auto variant = variantFor(Step::Map, n); variant != FourPointsVariant::None)
             calcFourPointsMap(rows, variant);
         return;
     }
@@ -106,35 +108,35 @@ void FourPs::calcMap()
     if (n >= need)
         calcNonEquivalentMap(rows, !linear);
     else
-        message(tr("Number of selected data sets %1 is less than %2.").arg(n).arg(need));
+        refuse(Step::Map, tr("Number of selected data sets %1 is less than %2.").arg(n).arg(need));
 }
 
 void FourPs::calcTarget()
 {
     const UsedRows rows = usedRows(false);
     if (!rows.vPoint) {
-        message(tr("V Point is not selected."));
+        refuse(Step::Target, tr("V Point is not selected."));
         return;
     }
-    if (!enoughReferences(validReferences().size()))
+    if (!enoughReferences(Step::Target, validReferences().size()))
         return;
     const QVector<ARefFile *> used = usedReferences();
     if (!used[0]->selector()->valid()) {
-        message(tr("The 1st Ref File is not valid."));
+        refuse(Step::Target, tr("The 1st Ref File is not valid."));
         return;
     }
     if (!used[1]->selector()->valid()) {
-        message(tr("The 2nd Ref File is not valid."));
+        refuse(Step::Target, tr("The 2nd Ref File is not valid."));
         return;
     }
     if (!ui.TargetFS->valid()) {
-        message(tr("Target File1 is not valid."));
+        refuse(Step::Target, tr("Target File1 is not valid."));
         return;
     }
 
     const int n = rows.all.size();
     if (!ui.TypeNonEquiv->isChecked()) {
-        if (const auto variant = variantFor(n); variant != FourPointsVariant::None)
+        if (const auto variant = variantFor(Step::Target, n); variant != FourPointsVariant::None)
             calcFourPointsTarget(rows, variant);
         return;
     }
@@ -143,22 +145,22 @@ void FourPs::calcTarget()
     if (n >= need)
         calcNonEquivalentTarget(rows, !linear);
     else
-        message(tr("Number of selected data sets %1 is not %2.").arg(n).arg(need));
+        refuse(Step::Target, tr("Number of selected data sets %1 is not %2.").arg(n).arg(need));
 }
 
-bool FourPs::enoughReferences(int valid)
+bool FourPs::enoughReferences(Step step, int valid)
 {
     if (valid >= 2)
         return true;
-    message(tr("Number of valied Ref Files is %1, which is less than 2.").arg(valid));
+    refuse(step, tr("Number of valied Ref Files is %1, which is less than 2.").arg(valid));
     return false;
 }
 
 /// The variant of the four-points method for n points; None is reported.
-FourPointsVariant FourPs::variantFor(int n)
+FourPointsVariant FourPs::variantFor(Step step, int n)
 {
     const auto variant = chooseFourPoints(n, ui.TypeTMKisExact->isChecked(), ui.TypeTMKisLS->isChecked());
     if (variant == FourPointsVariant::None)
-        message(tr("Number of selected data sets %1 is not %2.").arg(n).arg(4));
+        refuse(step, tr("Number of selected data sets %1 is not %2.").arg(n).arg(4));
     return variant;
 }

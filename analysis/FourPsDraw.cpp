@@ -417,12 +417,14 @@ void FourPs::write()
     const WriteOutcome outcome =
         writeResultFile(path, m_results, {validReferences().size() >= 2, first, second}, selection);
     if (outcome == WriteOutcome::CannotOpen)
-        message(tr("Can't open the file [%1]").arg(path));
+        refuse(Step::Write, tr("Can't open the file [%1]").arg(path));
     else if (outcome == WriteOutcome::CannotWrite)
-        message(tr("Can't write the file [%1]").arg(path));
-    // The histograms are written in any case, each for itself.
+        refuse(Step::Write, tr("Can't write the file [%1]").arg(path));
+    // The histograms are written in any case, each for itself; the message area does not speak of them.
     const bool valences = m_valenceHistogram.write(path, QStringLiteral("HGAlpha"));
     const bool thicknesses = m_thicknessHistogram.write(path, QStringLiteral("HGThick"));
+    if (!valences || !thicknesses)
+        emit refused(Step::Write, tr("Can't write the histograms of [%1]").arg(path));
     if (outcome == WriteOutcome::Written && valences && thicknesses) {
         const QFileInfo info(path);
         ui.SaveFSelect->setExInfo(tr("%1: wrote %2, _HGAlpha and _HGThick")

@@ -54,6 +54,7 @@ void FourPs::calcFourPointsTarget(const UsedRows &rows, FourPointsVariant varian
         x.push_back(row->targetValue());
     numeric::LinearSystem work(3);
     const FourPointsResult result = solveFourPoints(variant, fourPointsReferences(rows), x.data(), &work);
+    m_targetFourPoints = result;
     m_targetA = result.a;
     m_targetValence = valenceOf(result.a);
     switch (variant) {
@@ -87,7 +88,7 @@ void FourPs::calcFourPointsMap(const UsedRows &rows, FourPointsVariant variant)
 
 void FourPs::reportTooLarge(const A2DData &map)
 {
-    message(tr("The map of %1 x %2 pixels is too large.").arg(map.nx()).arg(map.ny()));
+    refuse(Step::Map, tr("The map of %1 x %2 pixels is too large.").arg(map.nx()).arg(map.ny()));
 }
 
 /// What follows every map calculation: header lines, histograms, pictures.
@@ -183,6 +184,7 @@ void FourPs::calcNonEquivalentTarget(const UsedRows &rows, bool victoreen)
         backgroundOf(victoreen), y, prepareNonEquivalent(energies, spectraOf(valid), ui.SubPostEforRef->isChecked()),
         valencesOf(valid));
 
+    m_targetNonEquivalent = values;
     showNumber(ui.TargetDMut, values[ResultPosition::amount]);
     for (int j = 0; j < valid.size(); ++j) {
         valid[j]->setRatio(values[static_cast<std::size_t>(ResultPosition::ratio + j)]);
@@ -222,12 +224,12 @@ void FourPs::lcf()
         input.energyMax = std::max(input.energyMax, row->energy());
     }
     if (count < 2 || input.energyMax < input.energyMin) {
-        message(tr("Energy Range is not selected, which should by selected by CB of TR."));
+        refuse(Step::Fit, tr("Energy Range is not selected, which should by selected by CB of TR."));
         return;
     }
     const QVector<ARefFile *> valid = validReferences();
     if (valid.size() < 2) {
-        message(tr("Number of Valid Reference files is %1, which is less than 2").arg(valid.size()));
+        refuse(Step::Fit, tr("Number of Valid Reference files is %1, which is less than 2").arg(valid.size()));
         return;
     }
     input.references = spectraOf(valid);

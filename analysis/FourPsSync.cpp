@@ -103,8 +103,7 @@ void FourPs::receiveNewEnergy(double)
 
 void FourPs::receiveNewMap()
 {
-    if (!m_loadingMaps)
-        calcBoth();
+    calcBoth();
     repaintDisplays();
 }
 
@@ -139,7 +138,7 @@ void FourPs::receiveNewDir(const QString &dir)
 void FourPs::receiveNewPaths(const QStringList &paths)
 {
     {
-        const QScopedValueRollback<bool> loading(m_loadingMaps, true);
+        const QScopedValueRollback<bool> loading(m_isLoading, true);
         for (int i = 0; i < qMin(paths.size(), m_energyRows.size()); ++i)
             m_energyRows[i]->fileSelect()->newFile(paths[i]);
     }

@@ -51,6 +51,8 @@ public:
     double *quantity(int position);
     /// Makes the whole plane 0; costs nothing when setZero() left it so and quantity() was not called since.
     void setZero(int position);
+    /// Whether setZero() made the plane 0: the method knows no such quantity.
+    bool isZero(int position) const { return m_count > 0 && m_zeros[static_cast<std::size_t>(position)] >= m_count; }
     const double *x() const { return m_x.data(); }
     const double *y() const { return m_y.data(); }
     const double *a() const { return m_planes[ResultPosition::ratio].data(); }

@@ -20,6 +20,9 @@ public:
     /// `picture` gives the display's picture at the moment of use.
     HeaderMenu(QWidget *header, std::function<DisplayPicture()> picture, QObject *parent);
 
+    /// What "Copy picture" and "Save picture..." show.
+    DisplayPicture picture() const { return m_picture(); }
+
     /// Who gives the plotted values as tab-separated text; an empty function switches "Copy values" off.
     void setValues(std::function<QString()> values);
     /// Takes "Copy values" out of the menu, for displays that have other means.

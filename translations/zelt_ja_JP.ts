@@ -1096,6 +1096,22 @@
         <source>, Valence = %1, t = %2</source>
         <translation>, 価数 = %1, t = %2</translation>
     </message>
+    <message>
+        <source>Copy conditions</source>
+        <translation>条件をコピー</translation>
+    </message>
+    <message>
+        <source>Put all inputs and settings on the clipboard, as a job that flokluk-batch can run again</source>
+        <translation>入力と設定をすべて、flokluk-batch で再実行できるジョブとしてクリップボードに入れます</translation>
+    </message>
+    <message>
+        <source>Can&apos;t write the histograms of [%1]</source>
+        <translation>[%1] のヒストグラムを書き込めません</translation>
+    </message>
+    <message>
+        <source>The conditions are on the clipboard.</source>
+        <translation>条件をクリップボードにコピーしました。</translation>
+    </message>
 </context>
 <context>
     <name>HeaderMenu</name>

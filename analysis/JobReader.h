@@ -4,25 +4,24 @@
 #include <QString>
 #include <QStringList>
 
-/// Takes typed values out of one JSON object of a job and remembers the first mistake: a missing or unknown key, or
-/// a value of the wrong type, which it replaces by a default.
+/// Takes typed values out of one JSON object of a job and notes every mistake: a missing or unknown key, or a value of
+/// the wrong type, which it replaces by a default.
 class JobReader
 {
 public:
-    /// `where` names the object in messages, for example "references[0]"; `error` collects the first mistake of
-    /// several readers.
-    JobReader(const QJsonObject &object, const QString &where, QString *error);
+    /// `where` names the object in messages, for example "references[0]"; `errors` collects the mistakes.
+    JobReader(const QJsonObject &object, const QString &where, QStringList *errors);
 
     bool has(const QString &key) const { return m_object.contains(key); }
     QString text(const QString &key);
-    double number(const QString &key, double absent = 0.0);
+    double number(const QString &key);
     bool truth(const QString &key, bool absent);
     QJsonObject object(const QString &key);
     QJsonArray array(const QString &key, int atMost);
 
     /// A mistake when one of these keys is missing.
     void require(const QStringList &keys);
-    /// A mistake when there is a key other than these.
+    /// A mistake for each key other than these.
     void allowOnly(const QStringList &keys);
 
     /// The name of a key in messages: where.key.
@@ -33,8 +32,11 @@ private:
 
     QJsonObject m_object;
     QString m_where;
-    QString *m_error;
+    QStringList *m_errors;
 };
 
 /// The entry of `known` that takes the fewest changed letters to reach from `word`.
 QString nearestWord(const QString &word, const QStringList &known);
+
+/// The sentence about a key that nobody knows: "settings.EdgeeE is no known key; did you mean "EdgeE"?"
+QString unknownKey(const QString &name, const QString &key, const QStringList &known);

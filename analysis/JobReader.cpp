@@ -1,4 +1,4 @@
-#include "batch/JobReader.h"
+#include "analysis/JobReader.h"
 
 #include <QJsonArray>
 #include <QVector>
@@ -35,10 +35,15 @@ QString nearestWord(const QString &word, const QStringList &known)
     });
 }
 
-JobReader::JobReader(const QJsonObject &object, const QString &where, QString *error)
+QString unknownKey(const QString &name, const QString &key, const QStringList &known)
+{
+    return QStringLiteral("%1 is no known key; did you mean \"%2\"?").arg(name, nearestWord(key, known));
+}
+
+JobReader::JobReader(const QJsonObject &object, const QString &where, QStringList *errors)
     : m_object(object)
     , m_where(where)
-    , m_error(error)
+    , m_errors(errors)
 {
 }
 
@@ -49,8 +54,8 @@ QString JobReader::nameOf(const QString &key) const
 
 bool JobReader::check(bool good, const QString &message)
 {
-    if (!good && m_error->isEmpty())
-        *m_error = message;
+    if (!good)
+        m_errors->append(message);
     return good;
 }
 
@@ -61,11 +66,11 @@ QString JobReader::text(const QString &key)
     return value.toString();
 }
 
-double JobReader::number(const QString &key, double absent)
+double JobReader::number(const QString &key)
 {
     const QJsonValue value = m_object.value(key);
     check(value.isUndefined() || value.isDouble(), nameOf(key) + QLatin1String(" must be a number"));
-    return value.toDouble(absent);
+    return value.toDouble();
 }
 
 bool JobReader::truth(const QString &key, bool absent)
@@ -101,6 +106,5 @@ void JobReader::require(const QStringList &keys)
 void JobReader::allowOnly(const QStringList &keys)
 {
     for (const QString &key : m_object.keys())
-        check(keys.contains(key),
-              QStringLiteral("%1 is no known key; did you mean \"%2\"?").arg(nameOf(key), nearestWord(key, keys)));
+        check(keys.contains(key), unknownKey(nameOf(key), key, keys));
 }

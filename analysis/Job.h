@@ -1,0 +1,54 @@
+#pragma once
+
+#include <QJsonObject>
+#include <QString>
+#include <QStringList>
+#include <QVector>
+
+/// One analysis as a job file (JSON) describes it: inputs, settings of the panel, outputs. docs/batch.md describes the
+/// file. Paths are absolute or relative to the working directory.
+struct Job {
+    struct Reference {
+        QString file;
+        bool use = true;
+        double valence = 0.0;
+        double dE = 0.0; ///< energy shift, eV
+    };
+    struct Target {
+        QString file; ///< empty: no target
+        double dE = 0.0;
+    };
+    struct Energy {
+        double energy = 0.0; ///< eV
+        QString map;         ///< empty: no map at this energy
+        bool use = true;
+        bool vPoint = false;
+        bool lcf = false; ///< takes part in the linear combination fit
+    };
+
+    static constexpr int maxReferences = 4;
+    static constexpr int maxEnergies = 8;
+
+    QString fileName; ///< of the job itself, for messages
+    QVector<Reference> references;
+    Target target;
+    QVector<Energy> energies;
+    QJsonObject settings; ///< by the names of the panel's controls; see PanelSettings
+    QString resultFile;   ///< empty: none is written
+    QString pictures;     ///< folder; empty: no pictures
+    QString report;       ///< file; empty: none is written
+
+    /// The contents of a job file. The paths stand in it as they are.
+    QByteArray toJson() const;
+};
+
+/// A job, or why it cannot be taken.
+struct JobOrErrors {
+    Job job;
+    QStringList errors; ///< one sentence per mistake, without the name of the job file; empty when the job is good
+};
+
+/// Reads a job file. Relative paths in it are taken from its own directory. Every mistake is named with its key (or
+/// with line and column, where the file is no JSON), and for a misspelt key the nearest known one. The names of the
+/// settings are not checked here.
+JobOrErrors readJob(const QString &path);
