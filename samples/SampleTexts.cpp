@@ -165,9 +165,10 @@ QByteArray jobText(Method method)
             ",\n";
     text +=
         fourPoints ? "    \"TypeTMKisLS\": true,\n" : "    \"TypeNonEquiv\": true,\n    \"NonEquivBGLinear\": true,\n";
-    text += "    \"SubPreEforRef\": true,\n    \"SubPreEforTarget\": true\n  },\n";
-    text += QByteArray("  \"output\": {\"result\": \"") + (fourPoints ? "four-points.dat" : "non-equivalent.dat") +
-            "\"}\n}\n";
+    text += "    \"SubPreEforRef\": true,\n    \"SubPreEforTarget\": true,\n    \"MaskBelow\": 0.2\n  },\n";
+    const QByteArray name = fourPoints ? "four-points" : "non-equivalent";
+    text += "  \"output\": {\"result\": \"" + name + ".dat\", \"pictures\": \"pictures\", \"report\": \"" + name +
+            "-report.json\"}\n}\n";
     return text;
 }
 
