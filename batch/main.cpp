@@ -1,12 +1,73 @@
+#include "analysis/FourPs.h"
+#include "app/Body.h"
+#include "app/StartUp.h"
 #include "batch/BatchCommand.h"
+#include "batch/JobRunner.h"
 
-#include <QCoreApplication>
+#include <QApplication>
 #include <QTextStream>
+#include <QTranslator>
+
+#include <algorithm>
+#include <cstdio>
+#include <cstring>
+
+#include <unistd.h>
+
+namespace
+{
+
+bool hasArgument(int argc, char *argv[], const char *argument)
+{
+    return std::any_of(argv, argv + argc, [argument](const char *given) { return std::strcmp(given, argument) == 0; });
+}
+
+/// Standard error is for progress and mistakes: leaves out notes, and what Qt says about a platform without a screen.
+void handleQtMessage(QtMsgType type, const QMessageLogContext &, const QString &text)
+{
+    const bool isNote = type == QtDebugMsg || type == QtInfoMsg;
+    if (!isNote && !text.startsWith(QLatin1String("This plugin does not support")) &&
+        !text.startsWith(QLatin1String("QStandardPaths:")))
+        std::fprintf(stderr, "%s\n", qPrintable(text));
+}
+
+/// Opens the program's window with the inputs and settings of a job. A wrong job opens none.
+int showJob(const QString &file, QTextStream *err)
+{
+    Body body;
+    const QStringList errors = loadJob(readJob(file), body.panel(), {});
+    for (const QString &error : errors)
+        *err << "flokluk-batch: " << file << ": " << error << '\n';
+    err->flush();
+    if (!errors.isEmpty())
+        return static_cast<int>(JobOutcome::WrongJob);
+    body.panel()->calcBoth();
+    body.show();
+    return QApplication::exec();
+}
+
+} // namespace
 
 int main(int argc, char *argv[])
 {
-    const QCoreApplication application(argc, argv);
+    // Jobs need no screen; who wants one says so.
+    const bool needsScreen = hasArgument(argc, argv, "--show") || hasArgument(argc, argv, "-platform");
+    if (!needsScreen && !qEnvironmentVariableIsSet("QT_QPA_PLATFORM"))
+        qputenv("QT_QPA_PLATFORM", "offscreen");
+    qInstallMessageHandler(handleQtMessage);
+    QCoreApplication::setAttribute(Qt::AA_EnableHighDpiScaling);
+    QCoreApplication::setAttribute(Qt::AA_UseHighDpiPixmaps);
+    const QApplication application(argc, argv);
     QTextStream out(stdout);
     QTextStream err(stderr);
-    return runBatchCommand(QCoreApplication::arguments().mid(1), &out, &err);
+    const BatchOptions options = parseBatchOptions(QCoreApplication::arguments());
+    QTranslator ofQt;
+    QTranslator translator;
+    if (options.japanese) {
+        installJapaneseForQt(&ofQt);
+        installJapanese(&translator);
+    }
+    if (options.show && options.error.isEmpty())
+        return showJob(options.jobs.first(), &err);
+    return runBatchCommand(options, &out, &err, isatty(STDERR_FILENO) != 0);
 }

@@ -1,264 +1,330 @@
-#include "analysis/FieldNumber.h"
-#include "analysis/FourPoints.h"
-#include "analysis/Statistics.h"
-#include "batch/BatchCommand.h"
-#include "batch/JobReader.h"
-#include "mapdata/MapFileReader.h"
-#include "samples/SampleWriter.h"
-#include "spectrum/AMutE.h"
+#include "AnalystTools.h"
+#include "BatchTools.h"
 
+#include <QImage>
+#include <QJsonArray>
+#include <QJsonDocument>
+#include <QProcess>
 #include <QtTest>
 
-#include <cmath>
+#include <csignal>
 
-/// Jobs run on a small sample without noise.
+#include <unistd.h>
+
+/// Jobs run on a small sample without noise: results, files, exit codes, processes.
 class TestBatch : public QObject
 {
     Q_OBJECT
 
 private slots:
     void initTestCase();
-    void resultFile();
-    void numbers_data();
-    void numbers();
-    void wrongJobs_data();
-    void wrongJobs();
-    void unwritableResult();
+    void sampleAgainstItsTruth_data();
+    void sampleAgainstItsTruth();
+    void sameFilesAsThePanel_data();
+    void sameFilesAsThePanel();
+    void report();
+    void pictures();
+    void refusals_data();
+    void refusals();
+    void unwritableOutputs_data();
+    void unwritableOutputs();
     void worstOutcomeOfSeveralJobs();
-    void nearestWords();
+    void checkWritesNothing();
+    void jobsThatWouldWriteTheSameFile();
+    void parallelJobsAreAsSerialOnes();
+    void interruptedRunIsRepeated();
 
 private:
-    /// Writes the job beside the sample and runs it.
-    int run(const QByteArray &json);
-    QByteArray sampleJob() const;
-    QString path(const char *name) const { return m_dir.filePath(QLatin1String(name)); }
+    QByteArray job(const char *name) const { return batchtools::read(m_sample.path(QLatin1String(name))); }
+    int start(const QStringList &arguments, QByteArray *out);
 
-    QTemporaryDir m_dir;
-    QString m_output;
-    QString m_error;
+    batchtools::SampleJobs m_sample;
 };
 
 void TestBatch::initTestCase()
 {
-    sample::SampleOptions options;
-    options.directory = m_dir.path();
-    options.width = 16;
-    options.height = 12;
-    options.noise = 0;
-    QStringList written;
-    QString error;
-    QVERIFY2(sample::writeSample(options, &written, &error), qPrintable(error));
+    QVERIFY(m_sample.make());
 }
 
-QByteArray TestBatch::sampleJob() const
+void TestBatch::sampleAgainstItsTruth_data()
 {
-    QFile file(path("four-points.json"));
-    return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
+    QTest::addColumn<QString>("method");
+    QTest::addColumn<int>("valenceColumn");
+    QTest::addColumn<int>("fractions");
+    QTest::addColumn<double>("tolerance");
+    QTest::newRow("four points") << "four-points" << 3 << 1 << 0.02;         // which the edges' own shapes leave
+    QTest::newRow("non-equivalent") << "non-equivalent" << 13 << 3 << 0.005; // counts are whole
 }
 
-int TestBatch::run(const QByteArray &json)
+void TestBatch::sampleAgainstItsTruth()
 {
-    QFile file(path("job.json"));
-    if (!file.open(QIODevice::WriteOnly))
-        return -1;
-    file.write(json);
-    file.close();
-    m_output.clear();
-    m_error.clear();
-    QTextStream out(&m_output);
-    QTextStream err(&m_error);
-    return runBatchCommand({file.fileName()}, &out, &err);
-}
-
-void TestBatch::resultFile()
-{
-    QFile::remove(path("four-points.dat"));
-    QCOMPARE(run(sampleJob()), 0);
-    QCOMPARE(m_error, QString());
-    QVERIFY(m_output.contains("Map: 16 x 12 pixels"));
-    QFile file(path("four-points.dat"));
-    QVERIFY(file.open(QIODevice::ReadOnly));
-    const QList<QByteArray> lines = file.readAll().split('\n');
-    int pixels = 0;
-    for (const QByteArray &line : lines)
-        pixels += line.startsWith(' ');
-    QCOMPARE(pixels, 16 * 12);
-    QVERIFY(lines.first().startsWith("# 1301"));
-}
-
-void TestBatch::numbers_data()
-{
-    QTest::addColumn<QByteArray>("settings");
-    QTest::addColumn<double>("edge"); // NaN: the one found last
-    QTest::addColumn<double>("dE");   // of the first reference
-    QTest::addColumn<bool>("exact");
-    QTest::addColumn<bool>("postFromReferences");
-    QTest::addColumn<bool>("postFromTarget");
-    QTest::newRow("as it is") << QByteArray("\"EdgeE\": 8345") << 8345.0 << 0.0 << false << false << false;
-    QTest::newRow("edge found last, default offsets") << QByteArray() << std::nan("") << 0.0 << false << false << false;
-    QTest::newRow("shifted reference") << QByteArray("\"EdgeE\": 8345") << 8345.0 << 1.5 << false << false << false;
-    QTest::newRow("exact") << QByteArray("\"EdgeE\": 8345, \"TypeTMKisExact\": true") << 8345.0 << 0.0 << true << false
-                           << false;
-    QTest::newRow("post-edge line from the references")
-        << QByteArray("\"EdgeE\": 8345, \"SubPostEforRef\": true") << 8345.0 << 0.0 << false << true << false;
-    QTest::newRow("post-edge line from the target")
-        << QByteArray("\"EdgeE\": 8345, \"SubPostEforTarget\": true") << 8345.0 << 0.0 << false << false << true;
-}
-
-/// What a job prints and writes against the same analysis made here from the models alone.
-void TestBatch::numbers()
-{
-    QFETCH(QByteArray, settings);
-    QFETCH(double, edge);
-    QFETCH(double, dE);
-    QFETCH(bool, exact);
-    QFETCH(bool, postFromReferences);
-    QFETCH(bool, postFromTarget);
-
-    // The spectra, with values as fields show them.
-    AMutE a, b, target;
-    a.setDE(dE);
-    QVERIFY(a.read(path("ref1_valence2.dat")) && b.read(path("ref2_valence3.dat")) && target.read(path("target.dat")));
-    if (std::isnan(edge))
-        edge = fieldText(target.findEdge()).toDouble();
-    for (AMutE *const spectrum : {&a, &b, &target}) {
-        spectrum->setPreEdgeEnd(edge - 50);
-        spectrum->setEdgeEnergy(edge);
-        spectrum->setPostEdgeStart(edge + 100);
-        spectrum->fitLines();
+    QFETCH(QString, method);
+    QFETCH(int, valenceColumn);
+    QFETCH(int, fractions);
+    QFETCH(double, tolerance);
+    QCOMPARE(m_sample.run({m_sample.path(method + ".json")}), 0);
+    QVERIFY(m_sample.out.contains("Result of LCF :: "));
+    const QVector<paneltools::TruePixel> truth = paneltools::readTruth(m_sample.path("truth.txt"));
+    int pixel = 0, compared = 0;
+    for (const QByteArray &line : batchtools::read(m_sample.path(method + ".dat")).split('\n')) {
+        const QList<QByteArray> words = line.simplified().split(' ');
+        if (words.size() < 5 || line.startsWith('#'))
+            continue;
+        const paneltools::TruePixel &wanted = truth.at(pixel++);
+        QCOMPARE(words[0].toDouble(), wanted.x);
+        QCOMPARE(words[1].toDouble(), wanted.y);
+        if (wanted.thickness < 0.2 || (fractions == 1 && wanted.fractions[2] > 0))
+            continue;
+        ++compared;
+        QVERIFY2(qAbs(words[valenceColumn].toDouble() - wanted.valence) < tolerance, line.constData());
+        for (int j = 0; j < fractions; ++j)
+            QVERIFY2(qAbs(words[2 + j].toDouble() - wanted.fractions[j]) < tolerance, line.constData());
     }
-    const auto field = [](const AMutE &spectrum, double energy, bool post) {
-        const double line = post ? spectrum.postLine(energy) : spectrum.preLine(energy);
-        return QString::number(spectrum.muAt(energy) - line, 'g', 6).toDouble();
+    QCOMPARE(pixel, truth.size());
+    QVERIFY(compared > 50);
+}
+
+void TestBatch::sameFilesAsThePanel_data()
+{
+    QTest::addColumn<QString>("method");
+    QTest::addColumn<QString>("control");
+    QTest::newRow("four points") << "four-points"
+                                 << "TypeFourPs";
+    QTest::newRow("non-equivalent") << "non-equivalent"
+                                    << "TypeNonEquiv";
+}
+
+void TestBatch::sameFilesAsThePanel()
+{
+    QFETCH(QString, method);
+    QFETCH(QString, control);
+    paneltools::SampleFiles files;
+    QVERIFY(files.make(16, 12));
+    paneltools::Analyst user(files, control.toLatin1().constData());
+    QCOMPARE(user.writeTo(files.path("hand.dat")), QString());
+    QCOMPARE(m_sample.run({m_sample.path(method + ".json")}), 0);
+    for (const char *const part : {"", "_HGAlpha", "_HGThick"}) {
+        const QByteArray hand = batchtools::read(files.path("hand" + QLatin1String(part) + ".dat"));
+        QVERIFY(hand.size() > 100);
+        QCOMPARE(batchtools::read(m_sample.path(method + QLatin1String(part) + ".dat")), hand);
+    }
+}
+
+void TestBatch::report()
+{
+    m_sample.removeResults();
+    QCOMPARE(m_sample.run({m_sample.path("four-points.json"), m_sample.path("non-equivalent.json"), "--report",
+                           m_sample.path("all.json")}),
+             0);
+    const auto reportOf = [this](const char *name) {
+        return QJsonDocument::fromJson(batchtools::read(m_sample.path(QLatin1String(name)))).object();
     };
+    const QJsonObject fourPoints = reportOf("all_four-points.json");
+    const QJsonObject nonEquivalent = reportOf("all_non-equivalent.json");
+    QVERIFY(!QFile::exists(m_sample.path("four-points-report.json"))); // the command line's name in its place
 
-    // Three anchors and the V point out of the sample's energies, the V point not last.
-    const QStringList files = QDir(m_dir.path()).entryList({"map*.txt"}, QDir::Files, QDir::Name);
-    QByteArray energies;
-    FourPointsReferences references;
-    std::vector<double> x, pixel;
-    for (const int i : {0, 1, 6, 2}) {
-        const double energy = files[i].mid(5, 8).toDouble();
-        references.energies.push_back(energy);
-        references.a.push_back(field(a, energy, postFromReferences));
-        references.b.push_back(field(b, energy, postFromReferences));
-        x.push_back(field(target, energy, postFromTarget));
-        A2DData map;
-        QVERIFY(loadMapFile(m_dir.filePath(files[i]), &map).loaded);
-        pixel.push_back(map.absorption(100));
-    }
-    for (const int i : {0, 1, 2, 3, 6})
-        energies += QStringLiteral("%1{\"energy\": %2, \"map\": \"%3\", \"use\": %4, \"vPoint\": %5}")
-                        .arg(QLatin1String(i ? "," : ""), files[i].mid(5, 8), files[i],
-                             QLatin1String(i == 3 ? "false" : "true"), QLatin1String(i == 2 ? "true" : "false"))
-                        .toUtf8();
-    references.r = a.edgeJump() / b.edgeJump();
-    numeric::LinearSystem work(3);
-    const auto variant = exact ? FourPointsVariant::Exact : FourPointsVariant::LeastSquares;
-    const FourPointsResult wanted = solveFourPoints(variant, references, x.data(), &work);
-    const FourPointsResult wantedPixel = solveFourPoints(variant, references, pixel.data(), &work);
+    paneltools::SampleFiles files;
+    QVERIFY(files.make(16, 12));
+    paneltools::Analyst user(files);
+    const QJsonObject target = nonEquivalent["target"].toObject();
+    const QJsonObject result = target["nonEquivalent"].toObject();
+    QCOMPARE(paneltools::sixDigits(result["fractions"].toArray()[2].toDouble()), user.ratio(3));
+    QCOMPARE(paneltools::sixDigits(result["amounts"].toArray()[0].toDouble()), user.amount(1));
+    QCOMPARE(result["fractions"].toArray().size(), 3);
+    QVERIFY(qAbs(result["valence"].toDouble() - 2.8) < 0.001);
+    QVERIFY(qAbs(target["lcf"].toObject()["valence"].toDouble() - 2.8) < 0.01);
+    QVERIFY(!target.contains("fourPoints"));
+    QVERIFY(fourPoints["target"].toObject()["fourPoints"].toObject().contains("t/ts"));
+    QCOMPARE(nonEquivalent["edge"].toDouble(), 8345.0);
+    QCOMPARE(nonEquivalent["references"].toArray()[1].toObject()["edgeJump"].toDouble(), user.jump(2));
+    QVERIFY(nonEquivalent["errors"].toArray().isEmpty());
 
-    QCOMPARE(
-        run("{\"references\": [{\"file\": \"ref1_valence2.dat\", \"valence\": 2.5, \"dE\": " + QByteArray::number(dE) +
-            "}, {\"file\": \"ref3_valence4.dat\", \"valence\": 9, \"use\": false}, "
-            "{\"file\": \"ref2_valence3.dat\", \"valence\": 3.5}], \"target\": {\"file\": \"target.dat\"}, "
-            "\"energies\": [" +
-            energies + "], \"settings\": {" + settings +
-            "}, "
-            "\"output\": {\"result\": \"numbers.dat\"}}"),
-        0);
-    const auto valence = [](double fraction) {
-        return 2.5 * fraction + 3.5 * (1 - fraction);
-    };
-    QVERIFY2(m_output.contains(QStringLiteral("\nTarget: a = %1, Valence = %2, t/ts = %3\n")
-                                   .arg(fieldText(wanted.a), fieldText(valence(wanted.a)), fieldText(wanted.t))),
-             qPrintable(m_output));
-    QVERIFY(m_output.contains("\nEdge jump of ref2_valence3.dat: " + fieldText(b.edgeJump()) + '\n'));
-    QFile file(path("numbers.dat"));
-    QVERIFY(file.open(QIODevice::ReadOnly));
-    const QStringList lines = QString::fromUtf8(file.readAll()).split('\n');
-    const QStringList tokens = lines[lines.indexOf(QString()) + 1 + 100 + 100 / 16].simplified().split(' ');
-    QCOMPARE(tokens.mid(2),
-             QStringList({fieldText(wantedPixel.a), fieldText(valence(wantedPixel.a)), fieldText(wantedPixel.t)}));
-
-    // The summary of the map is the one of the file's own column.
-    FiniteSummaryBuilder builder;
-    for (const QString &line : lines) {
-        if (line.startsWith(' '))
-            builder.add(line.simplified().split(' ').at(3).toDouble());
-    }
-    const QRegularExpressionMatch match = QRegularExpression("Valence: mean ([^,]+), standard").match(m_output);
-    QVERIFY(std::abs(match.captured(1).toDouble() - builder.summary().mean) < 1e-4 * std::abs(builder.summary().mean));
+    const QJsonObject map = nonEquivalent["map"].toObject();
+    QCOMPARE(map["pixels"].toInt(), 16 * 12);
+    const QJsonObject quantities = map["quantities"].toObject();
+    const char *const computed = "Amount C1 Ratio 1 Ratio 2 Ratio 3 Valence dMut 1 dMut 2 dMut 3 mut0";
+    QCOMPARE(quantities.keys().join(' '), QString(computed)); // three references, linear background
+    double sum = 0.0;
+    for (std::size_t i = 0; i < user.results().count(); ++i)
+        sum += user.results().t()[i];
+    QVERIFY(qAbs(quantities["Amount"].toObject()["mean"].toDouble() - sum / (16 * 12)) < 1e-12);
+    QCOMPARE(fourPoints["map"].toObject()["quantities"].toObject().keys().join(' '),
+             QString("Amount Ratio 1 Ratio 2 Valence"));
 }
 
-void TestBatch::wrongJobs_data()
+void TestBatch::pictures()
+{
+    QTemporaryDir folder;
+    const QString pictures = folder.filePath("a/b");
+    QCOMPARE(m_sample.run({m_sample.path("four-points.json"), "--pictures", pictures}), 0);
+    const QStringList names = QDir(pictures).entryList(QDir::Files, QDir::Name);
+    QStringList expected;
+    for (const char *const name :
+         {"DMutVorA",   "Data_1",     "Data_2",      "Data_3",   "Data_4",   "Data_5", "Data_6",
+          "Data_7",     "Data_8",     "HistA",       "HistDMut", "LcfVsMps", "M2M3",   "Map_Amount",
+          "Map_Ratio1", "Map_Ratio2", "Map_Valence", "Muts",     "Ref1",     "Ref2",   "Target"})
+        expected << QStringLiteral("four-points_%1.png").arg(QLatin1String(name));
+    QCOMPARE(names, expected);
+    QVector<QByteArray> contents;
+    for (const QString &name : names) {
+        const QImage image(QDir(pictures).filePath(name));
+        QVERIFY2(image.width() > 400 && image.height() > 300, qPrintable(name));
+        const QByteArray bytes = batchtools::read(QDir(pictures).filePath(name));
+        QVERIFY2(!contents.contains(bytes), qPrintable(name)); // each shows something else
+        contents << bytes;
+    }
+}
+
+void TestBatch::refusals_data()
 {
     QTest::addColumn<QByteArray>("before");
     QTest::addColumn<QByteArray>("after");
     QTest::addColumn<QString>("message");
-    const auto row = [](const char *name, const char *before, const char *after, const char *message) {
-        QTest::newRow(name) << QByteArray(before) << QByteArray(after) << QString::fromLatin1(message);
-    };
-    row("not JSON", "\"references\":", "\"references\"", "not JSON: .* at line [0-9]+, column [0-9]+");
-    row("misspelt key", "\"references\"", "\"referenses\"", "referenses is no known key.*\"references\"");
-    row("misspelt inner key", "\"valence\"", "\"valens\"", "references\\[0\\]\\.valens is no known key.*\"valence\"");
-    row("misspelt setting", "\"EdgeE\"", "\"EdgeeE\"", "settings\\.EdgeeE is no known key.*\"EdgeE\"");
-    row("number as text", "\"valence\": 2", "\"valence\": \"2\"", "references\\[0\\]\\.valence must be a number");
-    row("text as number", "\"ref1_valence2.dat\"", "5", "references\\[0\\]\\.file must be a text");
-    row("missing spectrum", "ref2_valence3.dat", "nothing.dat", "references\\[1\\]\\.file: .*nothing.dat is missing");
-    row("a map as spectrum", "ref2_valence3.dat", "truth.txt",
-        "references\\[1\\]\\.file: .*truth.txt is missing or no");
-    row("a spectrum as target is a map", "target.dat", "truth.txt", "target\\.file: .*truth.txt");
-    row("no V point", "\"vPoint\": true", "\"vPoint\": false", "energies: none that is used");
-    row("one reference", "\"use\": true", "\"use\": false", "references: .* two that are used");
-    row("two V points", "\"vPoint\": false", "\"vPoint\": true", "energies: more than one");
-    row("V point without a map", "\"map\": \"map3_8345.400eV.txt\", ", "", "none that is used for the map");
-    row("both solutions", "\"TypeTMKisLS\": true", "\"TypeTMKisLS\": true, \"TypeTMKisExact\": true",
-        "one of TypeTMKis");
-    row("missing map", "map3", "nomap3", "energies\\[2\\]\\.map: .*nomap3");
-    row("a map file that is none", "map1_8260.000eV.txt", "truth.txt",
-        "energies\\[0\\]\\.map: .*truth.txt is missing or no");
+    QTest::addColumn<bool>("writes");
+    QTest::newRow("no V point") << QByteArray("\"vPoint\": true") << QByteArray("\"vPoint\": false")
+                                << "V Point is not selected" << false;
+    QTest::newRow("one reference") << QByteArray("\"ref2_valence3.dat\", \"use\": true")
+                                   << QByteArray("\"ref2_valence3.dat\", \"use\": false")
+                                   << "Number of valied Ref Files is 1, which is less than 2." << false;
+    QTest::newRow("no fit, but a map") << QByteArray("\"lcf\": true}") << QByteArray("\"lcf\": false, \"use\": true}")
+                                       << QString() << true;
 }
 
-void TestBatch::wrongJobs()
+void TestBatch::refusals()
 {
     QFETCH(QByteArray, before);
     QFETCH(QByteArray, after);
     QFETCH(QString, message);
-    QFile::remove(path("four-points.dat"));
-    QVERIFY2(sampleJob().contains(before), "the sample's job has changed");
-    QCOMPARE(run(sampleJob().replace(before, after)), 2);
-    QVERIFY2(QRegularExpression(message).match(m_error).hasMatch(), qPrintable(m_error));
-    QVERIFY(m_error.startsWith("flokluk-batch: " + path("job.json") + ": "));
-    QCOMPARE(m_error.count('\n'), 1);
-    QVERIFY(!QFile::exists(path("four-points.dat")));
+    QFETCH(bool, writes);
+    m_sample.removeResults();
+    const QByteArray text = job("four-points.json");
+    QVERIFY(text.contains(before));
+    QCOMPARE(m_sample.runJob(QByteArray(text).replace(before, after)), writes ? 0 : 1);
+    QCOMPARE(m_sample.mistakes().filter(message).isEmpty(), writes);
+    QVERIFY(m_sample.out.contains(message)); // the panel says it too
+    QCOMPARE(QFile::exists(m_sample.path("four-points.dat")), writes);
+    QVERIFY(QFile::exists(m_sample.path("four-points-report.json"))); // which says what happened
 }
 
-void TestBatch::unwritableResult()
+void TestBatch::unwritableOutputs_data()
 {
-    QCOMPARE(run(sampleJob().replace("four-points.dat", "missing/four-points.dat")), 3);
-    QVERIFY2(m_error.contains("output.result"), qPrintable(m_error));
+    QTest::addColumn<QByteArray>("before");
+    QTest::addColumn<QByteArray>("after");
+    QTest::addColumn<QString>("message");
+    QTest::newRow("result") << QByteArray("\"four-points.dat\"") << QByteArray("\"missing/r.dat\"")
+                            << "Can't open the file [";
+    QTest::newRow("pictures") << QByteArray("\"pictures\": \"pictures\"") << QByteArray("\"pictures\": \"truth.txt/p\"")
+                              << "cannot make the folder";
+    QTest::newRow("report") << QByteArray("\"four-points-report.json\"") << QByteArray("\"missing/r.json\"")
+                            << "cannot write the report";
+}
+
+void TestBatch::unwritableOutputs()
+{
+    QFETCH(QByteArray, before);
+    QFETCH(QByteArray, after);
+    QFETCH(QString, message);
+    const QByteArray text = job("four-points.json");
+    QVERIFY(text.contains(before));
+    QCOMPARE(m_sample.runJob(QByteArray(text).replace(before, after)), 3);
+    QVERIFY2(!m_sample.mistakes().filter(message).isEmpty(), qPrintable(m_sample.err));
 }
 
 void TestBatch::worstOutcomeOfSeveralJobs()
 {
-    QString output;
-    QString error;
-    QTextStream out(&output);
-    QTextStream err(&error);
-    QCOMPARE(runBatchCommand({path("nothing.json"), path("four-points.json")}, &out, &err), 2);
-    QVERIFY(error.contains("nothing.json: the job file cannot be read"));
-    QVERIFY(output.contains("Map: 16 x 12 pixels")); // the second job ran all the same
-    QCOMPARE(runBatchCommand({}, &out, &err), 2);
+    m_sample.removeResults();
+    QCOMPARE(m_sample.run({m_sample.path("nothing.json"), m_sample.path("four-points.json")}), 2);
+    QVERIFY(m_sample.err.contains("nothing.json: the job file cannot be read"));
+    QVERIFY(QFile::exists(m_sample.path("four-points.dat"))); // the second job ran all the same
 }
 
-void TestBatch::nearestWords()
+void TestBatch::checkWritesNothing()
 {
-    const QStringList known = {"energy", "map", "use", "vPoint", "lcf"};
-    QCOMPARE(nearestWord("vpoint", known), QString("vPoint"));
-    QCOMPARE(nearestWord("enrgy", known), QString("energy"));
-    QCOMPARE(nearestWord("mpa", known), QString("map"));
+    m_sample.removeResults();
+    QCOMPARE(m_sample.run({"--check", m_sample.path("four-points.json"), m_sample.path("non-equivalent.json")}), 0);
+    QCOMPARE(m_sample.out.count(": no mistakes\n"), 2);
+    QVERIFY(!m_sample.hasResults());
 }
 
-QTEST_GUILESS_MAIN(TestBatch)
+void TestBatch::jobsThatWouldWriteTheSameFile()
+{
+    m_sample.removeResults();
+    QVERIFY(batchtools::write(m_sample.path("twin.json"),
+                              job("four-points.json").replace("four-points-report", "twin-report")));
+    QCOMPARE(m_sample.run({m_sample.path("four-points.json"), m_sample.path("twin.json")}), 2);
+    QCOMPARE(m_sample.mistakes().size(), 1);
+    QVERIFY2(m_sample.err.contains("twin.json: ") && m_sample.err.contains("four-points.dat too"),
+             qPrintable(m_sample.err));
+}
+
+/// Runs the program itself.
+int TestBatch::start(const QStringList &arguments, QByteArray *out)
+{
+    QProcess process;
+    process.start(QStringLiteral(FLOKLUK_BATCH), arguments);
+    const bool finished = process.waitForFinished(120000) && process.exitStatus() == QProcess::NormalExit;
+    *out = process.readAllStandardOutput();
+    return finished ? process.exitCode() : -1;
+}
+
+void TestBatch::parallelJobsAreAsSerialOnes()
+{
+    QVERIFY(batchtools::write(m_sample.path("refused.json"), job("four-points.json")
+                                                                 .replace("\"vPoint\": true", "\"vPoint\": false")
+                                                                 .replace("\"four-points", "\"refused")
+                                                                 .replace("\"pictures\": \"pictures\", ", "")));
+    QStringList jobs;
+    for (const char *const name : {"four-points.json", "nothing.json", "refused.json", "non-equivalent.json"})
+        jobs << m_sample.path(QLatin1String(name));
+    const auto contents = [this] {
+        QMap<QString, QByteArray> files;
+        for (const QString &name : QDir(m_sample.path(".")).entryList({"*.dat"}))
+            files.insert(name, batchtools::read(m_sample.path(name)));
+        for (const QString &name : QDir(m_sample.path("pictures")).entryList({"*.png"}))
+            files.insert(name, batchtools::read(m_sample.path("pictures/" + name)));
+        return files;
+    };
+    m_sample.removeResults();
+    QByteArray serialOut, parallelOut;
+    QCOMPARE(start(jobs, &serialOut), 2);
+    const QMap<QString, QByteArray> serial = contents();
+    m_sample.removeResults();
+    QCOMPARE(start(QStringList{"--jobs", "3"} + jobs, &parallelOut), 2);
+    QCOMPARE(parallelOut, serialOut);
+    QVERIFY(serialOut.contains("V Point is not selected"));
+    QVERIFY(serial.contains("non-equivalent.dat") && serial.contains("four-points_Muts.png"));
+    QCOMPARE(contents(), serial);
+}
+
+/// A run that is killed while it works leaves no half file behind, and running it again gives what it would have given.
+void TestBatch::interruptedRunIsRepeated()
+{
+    batchtools::SampleJobs large;
+    QVERIFY(large.make(256, 192));
+    const QByteArray text =
+        batchtools::read(large.path("non-equivalent.json")).replace("\"pictures\": \"pictures\", ", "");
+    QVERIFY(batchtools::write(large.path("non-equivalent.json"), text));
+    QCOMPARE(large.run({large.path("non-equivalent.json")}), 0);
+    const QByteArray whole = batchtools::read(large.path("non-equivalent.dat"));
+    QVERIFY(whole.size() > 1000000);
+
+    for (const char *const moment : {"reading map5", "calculating", "writing non-equivalent.dat"}) {
+        large.removeResults();
+        QProcess process;
+        process.setReadChannel(QProcess::StandardError);
+        process.start(QStringLiteral(FLOKLUK_BATCH), {large.path("non-equivalent.json")});
+        QByteArray seen;
+        while (!seen.contains(moment) && process.waitForReadyRead(60000))
+            seen += process.readAll();
+        QVERIFY2(seen.contains(moment), seen.constData());
+        process.kill();
+        QVERIFY(process.waitForFinished(60000));
+        const QByteArray left = batchtools::read(large.path("non-equivalent.dat"));
+        QVERIFY2(left.isEmpty() || left == whole, moment);
+        QCOMPARE(large.run({large.path("non-equivalent.json")}), 0);
+        QCOMPARE(batchtools::read(large.path("non-equivalent.dat")), whole);
+    }
+}
+
+QTEST_MAIN(TestBatch)
 #include "TestBatch.moc"

@@ -1,0 +1,31 @@
+#pragma once
+
+#include "analysis/Job.h"
+
+#include <functional>
+
+class FourPs;
+class QTextStream;
+
+/// How a job ended; the values are the program's exit codes.
+enum class JobOutcome { Done = 0, Refused = 1, WrongJob = 2, CannotWrite = 3 };
+
+struct JobResult {
+    JobOutcome outcome = JobOutcome::Done;
+    QStringList errors; ///< one sentence each, beginning with the name of the job file
+    QString messages;   ///< what stands in the panel's message area
+};
+
+struct RunOptions {
+    bool checkOnly = false; ///< look for mistakes, calculate and write nothing
+    QTextStream *progress = nullptr;
+    bool isTerminal = false; ///< where the progress goes
+};
+
+/// Runs a job in a panel of its own. `job` is what readJob() gave: with its errors nothing is calculated, but all other
+/// mistakes of the job are found as well. Needs a QApplication.
+JobResult runJob(const JobOrErrors &job, const RunOptions &options);
+
+/// Takes the inputs and settings of a job into a panel; returns all mistakes of the job. `loading` hears of every file
+/// before it is read.
+QStringList loadJob(const JobOrErrors &job, FourPs *panel, const std::function<void(const QString &file)> &loading);

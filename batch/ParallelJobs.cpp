@@ -1,0 +1,131 @@
+#include "batch/ParallelJobs.h"
+
+#include "batch/JobRunner.h"
+
+#include <QCoreApplication>
+#include <QEventLoop>
+#include <QProcess>
+#include <QTextStream>
+
+#include <memory>
+#include <vector>
+
+namespace
+{
+
+/// The command line for one job alone; its outputs have been decided.
+QStringList argumentsFor(const Job &job, const BatchOptions &options)
+{
+    QStringList arguments = {options.japanese ? QStringLiteral("-j") : QStringLiteral("-e")};
+    if (options.check)
+        arguments << QStringLiteral("--check");
+    if (!job.pictures.isEmpty())
+        arguments << QStringLiteral("--pictures") << job.pictures;
+    if (!job.report.isEmpty())
+        arguments << QStringLiteral("--report") << job.report;
+    return arguments << QStringLiteral("--") << job.fileName;
+}
+
+class Pool
+{
+public:
+    Pool(const QVector<JobOrErrors> &jobs, const BatchOptions &options, QTextStream *out, QTextStream *err)
+        : m_jobs(jobs)
+        , m_options(options)
+        , m_out(*out)
+        , m_err(*err)
+        , m_processes(static_cast<std::size_t>(jobs.size()))
+        , m_codes(static_cast<std::size_t>(jobs.size()), 0)
+        , m_isDone(static_cast<std::size_t>(jobs.size()), false)
+    {
+    }
+
+    int run()
+    {
+        startNext();
+        while (m_printed < m_processes.size())
+            m_loop.processEvents(QEventLoop::WaitForMoreEvents);
+        return *std::max_element(m_codes.begin(), m_codes.end());
+    }
+
+private:
+    void startNext();
+    void start(std::size_t i);
+    void finish(std::size_t i, int code);
+    void print();
+
+    const QVector<JobOrErrors> &m_jobs;
+    const BatchOptions &m_options;
+    QTextStream &m_out;
+    QTextStream &m_err;
+    QEventLoop m_loop;
+    std::vector<std::unique_ptr<QProcess>> m_processes;
+    std::vector<int> m_codes;
+    std::vector<bool> m_isDone;
+    std::size_t m_next = 0;
+    std::size_t m_printed = 0;
+    int m_running = 0;
+};
+
+void Pool::startNext()
+{
+    while (m_running < m_options.processes && m_next < m_processes.size())
+        start(m_next++);
+}
+
+void Pool::start(std::size_t i)
+{
+    const JobOrErrors &job = m_jobs.at(static_cast<int>(i));
+    ++m_running;
+    if (!job.errors.isEmpty()) { // of which some are known here only
+        const JobResult result = runJob(job, {});
+        for (const QString &error : result.errors)
+            m_err << "flokluk-batch: " << error << '\n';
+        m_err.flush();
+        finish(i, static_cast<int>(result.outcome));
+        return;
+    }
+    m_processes[i] = std::make_unique<QProcess>();
+    QProcess *const process = m_processes[i].get();
+    process->setProcessChannelMode(QProcess::ForwardedErrorChannel);
+    QObject::connect(
+        process, QOverload<int, QProcess::ExitStatus>::of(&QProcess::finished), process,
+        [this, i](int code, QProcess::ExitStatus status) { finish(i, status == QProcess::NormalExit ? code : -1); });
+    QObject::connect(process, &QProcess::errorOccurred, process, [this, i](QProcess::ProcessError error) {
+        if (error == QProcess::FailedToStart)
+            finish(i, -1);
+    });
+    process->start(QCoreApplication::applicationFilePath(), argumentsFor(job.job, m_options));
+}
+
+void Pool::finish(std::size_t i, int code)
+{
+    if (code < 0) {
+        m_err << "flokluk-batch: " << m_jobs.at(static_cast<int>(i)).job.fileName
+              << ": the process ended unexpectedly\n";
+        m_err.flush();
+    }
+    m_codes[i] = code < 0 ? static_cast<int>(JobOutcome::CannotWrite) : code;
+    m_isDone[i] = true;
+    --m_running;
+    print();
+    startNext();
+}
+
+/// In the order of the jobs.
+void Pool::print()
+{
+    for (; m_printed < m_processes.size() && m_isDone[m_printed]; ++m_printed) {
+        m_out << "== " << m_jobs.at(static_cast<int>(m_printed)).job.fileName << '\n';
+        if (QProcess *const process = m_processes[m_printed].get())
+            m_out << QString::fromLocal8Bit(process->readAllStandardOutput());
+        m_out.flush();
+    }
+}
+
+} // namespace
+
+int runInParallel(const QVector<JobOrErrors> &jobs, const BatchOptions &options, QTextStream *out, QTextStream *err)
+{
+    return Pool(jobs, options, out, err).run();
+}

@@ -1,0 +1,46 @@
+#include "batch/Progress.h"
+
+#include <QTextStream>
+
+Progress::Progress(QTextStream *err, const QString &job, int stages, bool isTerminal)
+    : m_err(err)
+    , m_job(job)
+    , m_stages(stages)
+    , m_isTerminal(isTerminal)
+{
+}
+
+Progress::~Progress()
+{
+    if (m_isLineOpen)
+        *m_err << '\n';
+}
+
+void Progress::stage(const QString &what)
+{
+    ++m_stage;
+    show(what);
+}
+
+void Progress::done(double seconds)
+{
+    m_stage = m_stages;
+    show(QStringLiteral("done in %1 s").arg(seconds, 0, 'f', 2));
+}
+
+void Progress::show(const QString &text)
+{
+    if (!m_err)
+        return;
+    if (!m_isTerminal) {
+        *m_err << m_job << ": " << text << '\n';
+        m_err->flush();
+        return;
+    }
+    constexpr int width = 20;
+    const int full = m_stages > 0 ? width * qMin(m_stage, m_stages) / m_stages : width;
+    const QString bar = QString(full, QLatin1Char('#')) + QString(width - full, QLatin1Char('.'));
+    *m_err << "\r\033[K" << m_job << " [" << bar << "] " << text;
+    m_err->flush();
+    m_isLineOpen = true;
+}

@@ -1,0 +1,19 @@
+#pragma once
+
+#include <QByteArray>
+#include <QStringList>
+
+class FourPs;
+struct Job;
+
+/// Seconds that the parts of a run took.
+struct RunTimes {
+    double load = 0.0;
+    double calculate = 0.0;
+    double write = 0.0;
+    double pictures = 0.0;
+};
+
+/// What a run found, as JSON: edges and edge jumps, the target by every method, and mean and standard deviation of each
+/// computed quantity over the finite pixels. docs/batch.md describes it. Numbers that are not finite become null.
+QByteArray runReport(const FourPs &panel, const Job &job, const RunTimes &times, const QStringList &errors);
