@@ -9,22 +9,32 @@
 
 AFileSelect::AFileSelect(QWidget *parent)
     : QFrame(parent)
-    , m_dialog(this)
 {
     ui.setupUi(this);
     compact::fitButton(ui.SelectB);
     compact::fitButton(ui.ClearB);
     ui.FileName->setMinimumWidth(fontMetrics().averageCharWidth() * 12);
     compact::fitField(ui.dE, QStringLiteral("-00.00"), QStringLiteral("-000.000"));
-    m_dialog.setNameFilters({tr("All (* *.*)"), tr("Data Files (*.dat)")});
-    m_dialog.setDefaultSuffix(m_suffix);
     setMode(Read);
 
-    connect(ui.SelectB, &QPushButton::clicked, &m_dialog, &QFileDialog::show);
+    connect(ui.SelectB, &QPushButton::clicked, this, [this] { dialog()->show(); });
     connect(ui.ClearB, &QPushButton::clicked, this, &AFileSelect::clearFileName);
-    connect(&m_dialog, &QFileDialog::filesSelected, this, &AFileSelect::newFiles);
-    connect(&m_dialog, &QFileDialog::fileSelected, this, &AFileSelect::receiveDialogFile);
     connect(ui.dE, &QLineEdit::editingFinished, this, &AFileSelect::newDE);
+}
+
+QFileDialog *AFileSelect::dialog()
+{
+    if (m_dialog)
+        return m_dialog;
+    m_dialog = new QFileDialog(this);
+    m_dialog->setNameFilters({tr("All (* *.*)"), tr("Data Files (*.dat)")});
+    m_dialog->setDefaultSuffix(m_suffix);
+    if (!m_dir.isEmpty())
+        m_dialog->setDirectory(m_dir);
+    updateDialogMode();
+    connect(m_dialog, &QFileDialog::filesSelected, this, &AFileSelect::newFiles);
+    connect(m_dialog, &QFileDialog::fileSelected, this, &AFileSelect::receiveDialogFile);
+    return m_dialog;
 }
 
 void AFileSelect::setMode(int mode)
@@ -47,21 +57,24 @@ void AFileSelect::setMultiple(bool multiple)
 
 void AFileSelect::updateDialogMode()
 {
+    if (!m_dialog)
+        return;
     if (m_mode == Write) {
-        m_dialog.setWindowTitle(tr("Name a file to write"));
-        m_dialog.setAcceptMode(QFileDialog::AcceptSave);
-        m_dialog.setFileMode(QFileDialog::AnyFile);
+        m_dialog->setWindowTitle(tr("Name a file to write"));
+        m_dialog->setAcceptMode(QFileDialog::AcceptSave);
+        m_dialog->setFileMode(QFileDialog::AnyFile);
         return;
     }
-    m_dialog.setWindowTitle(m_multiple ? tr("Choose files") : tr("Choose a file"));
-    m_dialog.setAcceptMode(QFileDialog::AcceptOpen);
-    m_dialog.setFileMode(m_multiple ? QFileDialog::ExistingFiles : QFileDialog::ExistingFile);
+    m_dialog->setWindowTitle(m_multiple ? tr("Choose files") : tr("Choose a file"));
+    m_dialog->setAcceptMode(QFileDialog::AcceptOpen);
+    m_dialog->setFileMode(m_multiple ? QFileDialog::ExistingFiles : QFileDialog::ExistingFile);
 }
 
 void AFileSelect::setDefaultSuffix(const QString &suffix)
 {
     m_suffix = suffix;
-    m_dialog.setDefaultSuffix(suffix); // the dialog asks before it takes an existing file of the complete name
+    if (m_dialog)
+        m_dialog->setDefaultSuffix(suffix); // the dialog asks before it takes an existing file of the complete name
 }
 
 QString AFileSelect::fileText() const
@@ -156,7 +169,8 @@ void AFileSelect::setDir(const QString &dir)
     if (dir == m_dir)
         return;
     m_dir = dir;
-    m_dialog.setDirectory(dir);
+    if (m_dialog)
+        m_dialog->setDirectory(dir);
 }
 
 void AFileSelect::showDE(bool f)

@@ -45,6 +45,10 @@ public:
     /// One line: no label before the name, the information behind the buttons. At first it stands below them.
     void setSingleLine();
 
+    /// The dialog behind the "Sel." button. Made when first asked for: making one takes milliseconds, and closing one
+    /// writes to the user's settings.
+    QFileDialog *dialog();
+
     /// The path of the first dropped URL, percent signs decoded; empty when that is no local file.
     static QString droppedPath(const QMimeData &data);
 
@@ -79,5 +83,5 @@ private:
     QString m_dir;
     QString m_fileName;
     QString m_suffix = QStringLiteral("dat");
-    QFileDialog m_dialog;
+    QFileDialog *m_dialog = nullptr;
 };

@@ -68,7 +68,7 @@ public:
     void load(QWidget *onto, const QString &path) { QVERIFY(rowtools::drop(onto, QUrl::fromLocalFile(path))); }
     void choose(const QString &selector, const QStringList &paths)
     {
-        emit find<AFileSelect>(selector)->findChild<QFileDialog *>()->filesSelected(paths);
+        emit find<AFileSelect>(selector)->dialog()->filesSelected(paths);
     }
 
     /// Exactly these references are used.

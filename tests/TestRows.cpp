@@ -36,7 +36,7 @@ public:
 
 void chooseInDialog(AFileSelect *select, const QString &path)
 {
-    auto *const dialog = select->findChild<QFileDialog *>();
+    auto *const dialog = select->dialog();
     dialog->setOption(QFileDialog::DontUseNativeDialog);
     QTest::mouseClick(select->findChild<QPushButton *>("SelectB"), Qt::LeftButton);
     QVERIFY(dialog->isVisible());
@@ -149,7 +149,7 @@ void TestRows::severalFiles()
     QCOMPARE(select.fileText(), QString("a.dat b.dat c.dat "));
     const QString last = QDir(path("maps")).canonicalPath();
     QCOMPARE(signalsOf.log, QStringList({"dir " + last, "paths " + paths.join(';'), "selected"}));
-    QCOMPARE(select.findChild<QFileDialog *>()->directory(), QDir(last));
+    QCOMPARE(select.dialog()->directory(), QDir(last));
 }
 
 void TestRows::clearing()
@@ -186,7 +186,7 @@ void TestRows::dialogNamesAFile()
     select.show();
     chooseInDialog(&select, path("result"));
     QCOMPARE(select.fileText(), path("result.dat"));
-    QCOMPARE(select.findChild<QFileDialog *>()->acceptMode(), QFileDialog::AcceptSave);
+    QCOMPARE(select.dialog()->acceptMode(), QFileDialog::AcceptSave);
 }
 
 void TestRows::directoriesAreSilent()
@@ -197,7 +197,7 @@ void TestRows::directoriesAreSilent()
     select.selectingFile(path("missing.dat"));
     select.selectingFile(path("maps")); // a directory is no file
     QCOMPARE(signalsOf.log, QStringList());
-    QCOMPARE(select.findChild<QFileDialog *>()->directory(), QDir(path("maps")));
+    QCOMPARE(select.dialog()->directory(), QDir(path("maps")));
     QCOMPARE(select.dir(), path("maps"));
 
     select.showDE(false);
