@@ -1,6 +1,6 @@
 #pragma once
 
-#include "analysis/FieldNumber.h"
+#include "analysis/FieldText.h"
 
 #include <QLineEdit>
 

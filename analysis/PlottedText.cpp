@@ -1,6 +1,6 @@
 #include "analysis/PlottedText.h"
 
-#include "analysis/FieldNumber.h"
+#include "analysis/FieldText.h"
 #include "numeric/NumberText.h"
 
 #include <QCoreApplication>

@@ -1,4 +1,3 @@
-#include "analysis/FieldNumber.h"
 #include "analysis/FourPoints.h"
 #include "analysis/FourPointsMap.h"
 #include "analysis/Statistics.h"
@@ -93,7 +92,6 @@ private slots:
     void mapPixelsAreTheSolversResults();
     void mapSizesMayDiffer();
     void threadsDoNotChangeABit();
-    void fieldNumbers();
     void summaries();
 };
 
@@ -332,13 +330,6 @@ void TestAnalysis::threadsDoNotChangeABit()
         QCOMPARE(std::memcmp(one.x(), several.x(), bytes), 0);
         QCOMPARE(std::memcmp(one.y(), several.y(), bytes), 0);
     }
-}
-
-void TestAnalysis::fieldNumbers()
-{
-    QCOMPARE(fieldText(7121.934), QString("7121.93"));
-    QCOMPARE(asFieldNumber(0.123456789), 0.123457);
-    QVERIFY(std::isnan(asFieldNumber(std::nan(""))));
 }
 
 void TestAnalysis::summaries()

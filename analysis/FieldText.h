@@ -8,9 +8,3 @@ inline QString fieldText(double value)
 {
     return QString::number(value, 'g', 6);
 }
-
-/// The number that comes back when such a field is read: the four-points method calculates with what the user sees.
-inline double asFieldNumber(double value)
-{
-    return fieldText(value).toDouble();
-}
