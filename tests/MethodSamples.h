@@ -1,5 +1,6 @@
 #pragma once
 
+#include "analysis/NonEquivalent.h"
 #include "spectrum/AMutE.h"
 
 #include <algorithm>
@@ -54,4 +55,42 @@ AMutE makeSpectrum(double jump, double dE, Inside inside)
 inline AMutE referenceSpectrum(std::size_t j)
 {
     return makeSpectrum(jumps[j], 0.0, [j](double energy) { return referenceValue(j, energy) / jumps[j]; });
+}
+
+inline const std::vector<double> eightEnergies = {7000, 7060, 7112, 7119, 7124, 7135, 7400, 7900}; // eV
+
+/// The first `count` references at these energies.
+inline NonEquivalentReferences referencesAt(const std::vector<double> &energies, std::size_t count)
+{
+    std::vector<std::vector<double>> columns(count);
+    for (std::size_t j = 0; j < count; ++j) {
+        for (const double energy : energies)
+            columns[j].push_back(referenceValue(j, energy));
+    }
+    return prepareNonEquivalent(energies, columns, {jumps.begin(), jumps.begin() + static_cast<int>(count)});
+}
+
+/// A map of width x height whose absorptions come from `value(pixel)`, at the positions (ix + shift, 2 iy).
+template <class Value>
+A2DData makeMap(int width, int height, Value value, double shift = 0.0)
+{
+    A2DData map;
+    const qint64 count = qint64(width) * height;
+    const A2DData::Columns columns = map.resize(count);
+    map.setSize(width, height);
+    for (qint64 i = 0; i < count; ++i) {
+        columns.x[i] = static_cast<double>(i % width) + shift;
+        columns.y[i] = 2.0 * static_cast<double>(i / width);
+        columns.I[i] = columns.absorption[i] = value(i);
+        columns.I0[i] = 0.0;
+    }
+    return map;
+}
+
+inline std::vector<const A2DData *> pointersTo(const std::vector<A2DData> &maps)
+{
+    std::vector<const A2DData *> pointers;
+    for (const A2DData &map : maps)
+        pointers.push_back(&map);
+    return pointers;
 }

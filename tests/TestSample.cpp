@@ -210,8 +210,6 @@ private slots:
     void absorptionIsTheStatedMixture();
     void targetIsTheStatedMixture();
     void energiesSuitTheMethods();
-    void jobFilesNameWhatIsThere_data();
-    void jobFilesNameWhatIsThere();
     void arguments_data();
     void arguments();
     void unwritableFileLeavesTheOthersAsTheyWere();
@@ -537,46 +535,6 @@ void TestSample::energiesSuitTheMethods()
             return std::abs(step.energyEv - mapEnergies[k]) < 1e-5; // interpolating the spectrum loses nothing
         }));
     }
-}
-
-void TestSample::jobFilesNameWhatIsThere_data()
-{
-    QTest::addColumn<QString>("file");
-    QTest::addColumn<QString>("method");
-    QTest::addColumn<int>("references");
-    QTest::addColumn<int>("usedEnergies");
-    QTest::newRow("four points") << QStringLiteral("four-points.json") << QStringLiteral("TypeTMKisLS") << 2 << 6;
-    QTest::newRow("non-equivalent") << QStringLiteral("non-equivalent.json") << QStringLiteral("TypeNonEquiv") << 3
-                                    << 8;
-}
-
-void TestSample::jobFilesNameWhatIsThere()
-{
-    QFETCH(QString, file);
-    QFETCH(QString, method);
-    QTemporaryDir directory;
-    QVERIFY(make(directory.path(), smallSample(MapFormat::Plain, 0.0)));
-    const QDir dir(directory.path());
-    QJsonParseError error;
-    const QJsonObject job = QJsonDocument::fromJson(contents(dir.filePath(file)), &error).object();
-    QCOMPARE(error.error, QJsonParseError::NoError);
-    QTEST(job.value(QLatin1String("references")).toArray().size(), "references");
-    for (const QJsonValue &reference : job.value(QLatin1String("references")).toArray())
-        QVERIFY(dir.exists(reference.toObject().value(QLatin1String("file")).toString()));
-    QVERIFY(dir.exists(job.value(QLatin1String("target")).toObject().value(QLatin1String("file")).toString()));
-
-    int used = 0, usedVPoints = 0;
-    for (const QJsonValue &value : job.value(QLatin1String("energies")).toArray()) {
-        const QJsonObject energy = value.toObject();
-        const QByteArray map = contents(dir.filePath(energy.value(QLatin1String("map")).toString()));
-        const double inFile = map.split('\n').value(1).split(' ').value(3).toDouble();
-        QCOMPARE(energy.value(QLatin1String("energy")).toDouble(), inFile);
-        used += energy.value(QLatin1String("use")).toBool();
-        usedVPoints += energy.value(QLatin1String("use")).toBool() && energy.value(QLatin1String("vPoint")).toBool();
-    }
-    QTEST(used, "usedEnergies");
-    QCOMPARE(usedVPoints, 1);
-    QVERIFY(job.value(QLatin1String("settings")).toObject().value(method).toBool());
 }
 
 void TestSample::arguments_data()

@@ -1,0 +1,276 @@
+#include "analysis/FourPointsMap.h"
+#include "analysis/NonEquivalent.h"
+#include "tests/MethodSamples.h"
+
+#include <QtTest>
+
+#include <cmath>
+#include <cstring>
+#include <limits>
+#include <random>
+
+using namespace ResultPosition;
+
+namespace
+{
+
+constexpr double infinity = std::numeric_limits<double>::infinity();
+
+/// Equal bits, or both NaN: which of its operands' NaN an operation hands on is the processor's choice.
+bool sameNumber(double got, double wanted)
+{
+    return std::memcmp(&got, &wanted, sizeof got) == 0 || (std::isnan(got) && std::isnan(wanted));
+}
+
+bool samePlane(const double *got, const double *wanted, std::size_t count)
+{
+    for (std::size_t i = 0; i < count; ++i) {
+        if (!sameNumber(got[i], wanted[i])) {
+            qWarning("pixel %zu: %.17g instead of %.17g", i, got[i], wanted[i]);
+            return false;
+        }
+    }
+    return true;
+}
+
+/// Maps of noisy mixtures with odd pixels in between: constant, zero, huge, infinite and NaN ones. Odd ones out of the
+/// list are smaller than the first and the last.
+std::vector<A2DData> oddMaps(const std::vector<double> &energies, int width, int height)
+{
+    std::vector<A2DData> maps;
+    std::mt19937 random(11);
+    for (std::size_t k = 0; k < energies.size(); ++k) {
+        const auto value = [&](qint64 i) {
+            const double noise = static_cast<double>(random() % 4001) * 1e-4 - 0.2;
+            switch (i % 23) {
+            case 3:
+                return 1.0;
+            case 7:
+                return 0.0;
+            case 11:
+                return 1e300;
+            case 13:
+                return k == 2 ? infinity : 0.5;
+            case 17:
+                return k == 1 ? std::nan("") : noise;
+            case 19:
+                return noise * 1e-3; // sums below 1: another choice of pivots
+            default:
+                return 0.6 * referenceValue(0, energies[k]) + 0.3 * referenceValue(1, energies[k]) + noise;
+            }
+        };
+        maps.push_back(makeMap(width, k % 3 == 1 ? height - 2 : height, value, static_cast<double>(k)));
+    }
+    return maps;
+}
+
+/// Every instruction set that this processor has.
+std::vector<numeric::InstructionSet> instructionSets()
+{
+    using numeric::InstructionSet;
+    std::vector<InstructionSet> sets = {InstructionSet::Baseline};
+    if (numeric::bestInstructionSet() != InstructionSet::Baseline)
+        sets.push_back(InstructionSet::Avx2);
+    if (numeric::bestInstructionSet() == InstructionSet::Avx512)
+        sets.push_back(InstructionSet::Avx512);
+    return sets;
+}
+
+} // namespace
+
+/// Map calculations against the plain solution of each pixel.
+class TestMethodMaps : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void nonEquivalentMapIsThePlainFit_data();
+    void nonEquivalentMapIsThePlainFit();
+    void unusedQuantitiesAreZeroAgain();
+    void refusedMapsChangeNothing();
+    void fourPointsMapIsThePlainSolution_data();
+    void fourPointsMapIsThePlainSolution();
+    void valencePlane();
+};
+
+void TestMethodMaps::nonEquivalentMapIsThePlainFit_data()
+{
+    QTest::addColumn<int>("references");
+    QTest::addColumn<bool>("victoreen");
+    QTest::addColumn<int>("points");
+    for (const int references : {1, 2, 3, 4}) {
+        for (const bool victoreen : {false, true}) {
+            QTest::addRow("%d %s", references, victoreen ? "Victoreen" : "linear") << references << victoreen << 8;
+            QTest::addRow("%d %s, too few points", references, victoreen ? "Victoreen" : "linear")
+                << references << victoreen << 2;
+        }
+    }
+}
+
+/// Every pixel of a map is what the plain fit of its own column gives, to the last bit, also where that is infinite or
+/// no number, for any number of threads and every instruction set.
+void TestMethodMaps::nonEquivalentMapIsThePlainFit()
+{
+    QFETCH(int, references);
+    QFETCH(bool, victoreen);
+    QFETCH(int, points);
+    const std::vector<double> energies(eightEnergies.begin(), eightEnergies.begin() + points);
+    constexpr int width = 137, height = 97; // enough for three threads
+    std::vector<A2DData> maps = oddMaps(energies, width, height);
+    maps.front().setSize(width, height + 1); // promises a row that no map has
+    NonEquivalentMapInput input;
+    input.background = victoreen ? NonEquivalentBackground::Victoreen : NonEquivalentBackground::Linear;
+    input.references = referencesAt(energies, static_cast<std::size_t>(references));
+    input.valences.assign(fourValences.begin(), fourValences.begin() + references);
+    input.maps = pointersTo(maps);
+
+    ResultRecords first;
+    QVERIFY(calcNonEquivalentMap(input, &first, 1, numeric::InstructionSet::Baseline));
+    QCOMPARE(first.count(), std::size_t(width) * (height + 1));
+    for (std::size_t i = 0; i < first.count(); ++i) {
+        std::vector<double> y;
+        for (const A2DData &map : maps)
+            y.push_back(map.absorption(static_cast<qint64>(i)));
+        const NonEquivalentValues wanted = solveNonEquivalent(input.background, y, input.references, input.valences);
+        const ResultRecord got = first.record(i);
+        for (int q = 0; q < ResultPosition::count; ++q)
+            QVERIFY2(sameNumber(got.values[q], wanted[static_cast<std::size_t>(q)]),
+                     qPrintable(QString("pixel %1, quantity %2: %3").arg(i).arg(q).arg(got.values[q])));
+        const bool known = static_cast<qint64>(i) < maps.front().count();
+        QCOMPARE(got.x, known ? static_cast<double>(i % width) : 0.0);
+        QCOMPARE(got.y, known ? 2.0 * static_cast<double>(i / width) : 0.0);
+    }
+    for (const numeric::InstructionSet set : instructionSets()) {
+        for (const int threads : {1, 2, 3, 0}) {
+            ResultRecords other;
+            QVERIFY(calcNonEquivalentMap(input, &other, threads, set));
+            for (int q = 0; q < ResultPosition::count; ++q)
+                QVERIFY(samePlane(other.quantity(q), first.quantity(q), first.count()));
+        }
+    }
+}
+
+/// Memory stays from run to run: what the run before left must not show through.
+void TestMethodMaps::unusedQuantitiesAreZeroAgain()
+{
+    const std::vector<A2DData> maps = oddMaps(eightEnergies, 20, 11);
+    NonEquivalentMapInput two, four;
+    two.references = referencesAt(eightEnergies, 2);
+    two.valences = {2, 3};
+    four.background = NonEquivalentBackground::Victoreen;
+    four.references = referencesAt(eightEnergies, 4);
+    four.valences = fourValences;
+    two.maps = four.maps = pointersTo(maps);
+    FourPointsMapInput points;
+    points.variant = FourPointsVariant::ThreePoint;
+    points.references = {{7000, 7400, 7119}, {0, 1.3, 0.5}, {0, 0.8, 0.1}, 1.0};
+    points.maps = {&maps[0], &maps[6], &maps[3]};
+
+    ResultRecords results;
+    QVERIFY(calcNonEquivalentMap(two, &results)); // zero planes exist before the others are filled
+    for (const bool fourPointsBetween : {false, true}) {
+        QVERIFY(calcNonEquivalentMap(four, &results));
+        QVERIFY(results.record(0).values[c2] != 0.0);
+        QVERIFY(results.record(0).values[ratio + 3] != 0.0);
+        if (fourPointsBetween) {
+            QVERIFY(calcFourPointsMap(points, &results));
+            QVERIFY(static_cast<const ResultRecords &>(results).quantity(0) == nullptr);
+        }
+        QVERIFY(calcNonEquivalentMap(two, &results));
+        for (std::size_t i = 0; i < results.count(); ++i) {
+            const ResultRecord record = results.record(i);
+            for (const int q : {ratio + 2, ratio + 3, dMut + 2, dMut + 3, c2 + 0})
+                QVERIFY(record.values[q] == 0.0);
+        }
+    }
+}
+
+void TestMethodMaps::refusedMapsChangeNothing()
+{
+    std::vector<A2DData> maps = oddMaps(eightEnergies, 5, 4);
+    NonEquivalentMapInput input;
+    input.references = referencesAt(eightEnergies, 2);
+    input.valences = {2, 3};
+    input.maps = pointersTo(maps);
+    ResultRecords results;
+    QVERIFY(calcNonEquivalentMap(input, &results));
+    const double before = results.record(0).values[valence];
+    maps.front().setSize(1 << 14, (1 << 13) + 1); // one row beyond 2^27
+    QVERIFY(!calcNonEquivalentMap(input, &results));
+    maps.front().setSize(5, 4);
+    input.maps.pop_back(); // an energy without a map
+    QVERIFY(!calcNonEquivalentMap(input, &results));
+    input.maps = pointersTo(maps);
+    input.valences = {2};
+    QVERIFY(!calcNonEquivalentMap(input, &results));
+    QCOMPARE(results.count(), std::size_t(20));
+    QCOMPARE(results.record(0).values[valence], before);
+}
+
+void TestMethodMaps::fourPointsMapIsThePlainSolution_data()
+{
+    QTest::addColumn<int>("variant");
+    QTest::addColumn<std::vector<double>>("energies");
+    const auto row = [](const char *name, FourPointsVariant variant, const std::vector<double> &energies) {
+        QTest::newRow(name) << static_cast<int>(variant) << energies;
+    };
+    row("three", FourPointsVariant::ThreePoint, {7000, 7400, 7119});
+    row("exact", FourPointsVariant::Exact, {7000, 7060, 7400, 7119});
+    row("least squares, 3 anchors", FourPointsVariant::LeastSquares, {7000, 7060, 7400, 7119});
+    row("least squares, 7 anchors", FourPointsVariant::LeastSquares, eightEnergies);
+    row("energies that add up to 0", FourPointsVariant::LeastSquares, {-200, 0, 200, 10});
+    row("small energies", FourPointsVariant::LeastSquares, {0.1, 0.2, 0.4, 0.3});
+    row("one energy", FourPointsVariant::LeastSquares, {7000, 7000, 7000, 7000});
+    row("too few points", FourPointsVariant::Exact, {7000, 7060, 7119});
+}
+
+/// As for the non-equivalent method: bit for bit what the solvers for one target give.
+void TestMethodMaps::fourPointsMapIsThePlainSolution()
+{
+    QFETCH(int, variant);
+    QFETCH(std::vector<double>, energies);
+    constexpr int width = 131, height = 101;
+    const std::vector<A2DData> maps = oddMaps(energies, width, height);
+    FourPointsMapInput input;
+    input.variant = static_cast<FourPointsVariant>(variant);
+    input.maps = pointersTo(maps);
+    input.references.energies = energies;
+    for (std::size_t k = 0; k < energies.size(); ++k) {
+        input.references.a.push_back(0.1 + referenceValue(0, eightEnergies[k]));
+        input.references.b.push_back(0.2 + referenceValue(1, eightEnergies[k]));
+    }
+    input.references.r = jumps[0] / jumps[1];
+
+    std::vector<double> wantedA, wantedT;
+    numeric::LinearSystem work(3);
+    const std::size_t pixels = static_cast<std::size_t>(maps.back().nx()) * static_cast<std::size_t>(maps.back().ny());
+    for (std::size_t i = 0; i < pixels; ++i) {
+        std::vector<double> x;
+        for (const A2DData &map : maps)
+            x.push_back(map.absorption(static_cast<qint64>(i)));
+        const FourPointsResult wanted = solveFourPoints(input.variant, input.references, x.data(), &work);
+        wantedA.push_back(wanted.a);
+        wantedT.push_back(wanted.t);
+    }
+    for (const numeric::InstructionSet set : instructionSets()) {
+        for (const int threads : {1, 2, 3, 0}) {
+            ResultRecords results;
+            QVERIFY(calcFourPointsMap(input, &results, threads, set));
+            QCOMPARE(results.count(), pixels);
+            QVERIFY(samePlane(results.a(), wantedA.data(), pixels));
+            QVERIFY(samePlane(results.t(), wantedT.data(), pixels));
+        }
+    }
+}
+
+void TestMethodMaps::valencePlane()
+{
+    std::vector<double> a = {0, 1, 0.25, -2, infinity, 1e9, 0.1};
+    const std::vector<double> before = a;
+    mixedValences(2, 3, a.data(), a.size(), a.data());
+    for (std::size_t i = 0; i < a.size(); ++i)
+        QVERIFY(sameNumber(a[i], mixedValence(2, 3, before[i])));
+}
+
+QTEST_APPLESS_MAIN(TestMethodMaps)
+#include "TestMethodMaps.moc"
