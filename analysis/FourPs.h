@@ -6,6 +6,7 @@
 #include "analysis/Job.h"
 #include "analysis/LcfVsMpsDrawing.h"
 #include "analysis/LinearCombination.h"
+#include "analysis/M2M3Drawing.h"
 #include "analysis/MapDrawing.h"
 #include "analysis/MutsDrawing.h"
 #include "analysis/NonEquivalent.h"
@@ -68,6 +69,9 @@ public:
     QStringList load(const Job &job, const std::function<void(const QString &file)> &loading = {});
     /// The present inputs and settings as a job.
     Job job() const;
+
+    /// Asks for the name of the file that gets a map as text; an empty answer is a change of mind.
+    std::function<QString()> askMapFile;
 
     /// What the user asks for.
     enum class Step { Map, Target, Fit, Write };
@@ -234,7 +238,7 @@ private:
     void drawMuts(DispABase *dab, QStylePainter *p);
     void drawValenceHistogram(DispABase *dab, QStylePainter *p);
     void drawScatter(DispABase *dab, QStylePainter *p);
-    void drawM2M3(DispABase *dab, QStylePainter *p);
+    M2M3Input m2m3Input() const;
 
     Ui_FourPs ui;
     QVector<ARefFile *> m_references;

@@ -3,7 +3,6 @@
 #include "analysis/Field.h"
 #include "analysis/FourPs.h"
 #include "analysis/HistogramDrawing.h"
-#include "analysis/M2M3Drawing.h"
 #include "analysis/MapDrawing.h"
 #include "analysis/MutsDrawing.h"
 #include "analysis/ResultQuantities.h"
@@ -216,7 +215,7 @@ void FourPs::draw(Displays::DispId id, DispABase *dab, QStylePainter *p)
         drawScatter(dab, p);
         break;
     case Displays::M2M3:
-        drawM2M3(dab, p);
+        resultdrawing::drawM2M3(dab, p, m2m3Input());
         break;
     default:
         break; // the graphs of single spectra are drawn by their selectors
@@ -379,7 +378,7 @@ void FourPs::drawScatter(DispABase *dab, QStylePainter *p)
     resultdrawing::drawScatter(dab, p, input);
 }
 
-void FourPs::drawM2M3(DispABase *dab, QStylePainter *p)
+M2M3Input FourPs::m2m3Input() const
 {
     M2M3Input input;
     input.isBlue = ui.M2M3Blue->isChecked();
@@ -402,7 +401,7 @@ void FourPs::drawM2M3(DispABase *dab, QStylePainter *p)
         input.first = values(valid[0]);
         input.second = values(valid[1]);
     }
-    resultdrawing::drawM2M3(dab, p, input);
+    return input;
 }
 
 // --- files ---

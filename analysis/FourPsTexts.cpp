@@ -13,6 +13,10 @@
 
 void FourPs::offerTexts()
 {
+    askMapFile = [this] {
+        return QFileDialog::getSaveFileName(this, tr("Save shown map as text..."), ui.SaveFSelect->dir(),
+                                            QStringLiteral("*.txt"));
+    };
     for (const Displays::DispId id : qAsConst(m_displays->ids)) {
         m_displays->dabs[id]->headerMenu()->setValues([this, id] { return plottedText(id); });
     }
@@ -43,8 +47,18 @@ QString FourPs::plottedText(Displays::DispId id) const
         mixedValences(first, second, m_results.a(), m_results.count(), valences.data());
         return plottedtext::ofPoints(tr("Valence"), tr("Thick."), valences.data(), m_results.t(), m_results.count());
     }
-    case Displays::M2M3:
-        return QString();
+    case Displays::M2M3: {
+        const M2M3Input input = m2m3Input();
+        numeric::Plane m2, m3;
+        m2.resize(input.r.count);
+        m3.resize(input.r.count);
+        for (std::size_t i = 0; i < input.r.count; ++i) {
+            const QPointF point = pointOf(input, i);
+            m2.data()[i] = point.x();
+            m3.data()[i] = point.y();
+        }
+        return plottedtext::ofPoints(input.xTitle, input.yTitle, m2.data(), m3.data(), input.r.count);
+    }
     default: { // the graph of one spectrum
         const AMutE &spectrum = m_selectors.at(id)->spectrum();
         return plottedtext::ofCurves({{spectrum.fileName(), Qt::black, spectrumPoints(spectrum, AMutE::Raw)}});
@@ -54,8 +68,7 @@ QString FourPs::plottedText(Displays::DispId id) const
 
 void FourPs::saveMapText(const ShownMap &map)
 {
-    const QString path = QFileDialog::getSaveFileName(this, tr("Save shown map as text..."), ui.SaveFSelect->dir(),
-                                                      QStringLiteral("*.txt"));
+    const QString path = askMapFile();
     if (path.isEmpty())
         return;
     numeric::OutputFile file(path);

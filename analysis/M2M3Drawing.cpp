@@ -18,12 +18,6 @@ constexpr double radius = 1;            // pixels
 constexpr double lineWidth = 2;         // pixels
 const QColor edgeColour(150, 150, 150); // makes yellow visible on white
 
-QPointF pointOf(const M2M3Input &input, std::size_t i)
-{
-    const double p = input.p.at(i);
-    return {input.q.at(i) - p, input.r.at(i) - p};
-}
-
 struct Extent {
     ValueRange x{std::numeric_limits<double>::infinity(), -std::numeric_limits<double>::infinity()};
     ValueRange y = x;
@@ -85,6 +79,12 @@ void drawLine(QPainter *p, const ChCoord &cc, const QColor &colour, const M2M3Li
 }
 
 } // namespace
+
+QPointF pointOf(const M2M3Input &input, std::size_t i)
+{
+    const double p = input.p.at(i);
+    return {input.q.at(i) - p, input.r.at(i) - p};
+}
 
 M2M3Line referenceLine(const EdgeValues &reference)
 {

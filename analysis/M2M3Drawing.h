@@ -1,6 +1,7 @@
 #pragma once
 
 #include <QColor>
+#include <QPointF>
 #include <QString>
 
 #include <cstddef>
@@ -34,6 +35,9 @@ struct M2M3Input {
     QString xTitle;
     QString yTitle;
 };
+
+/// Where pixel i is drawn: (M2, M3).
+QPointF pointOf(const M2M3Input &input, std::size_t i);
 
 /// y = slope x + offset.
 struct M2M3Line {

@@ -38,6 +38,8 @@ private slots:
     void writtenSilentlyAgain();
     void failingWrites();
     void calculateAndWrite();
+    void mapsSavedAsText();
+    void scatterCopied();
 
 private:
     SampleFiles m_files;
@@ -352,6 +354,54 @@ void TestPanelResults::calculateAndWrite()
     QCOMPARE(bytesOf(path), before);
     user.click("CalcWriteB");
     QVERIFY(bytesOf(path) != before);
+}
+
+void TestPanelResults::mapsSavedAsText()
+{
+    Analyst user(m_files);
+    QString answer;
+    user.panel.askMapFile = [&answer] {
+        return answer;
+    };
+    const auto saveTo = [&](DispMBase *map, const QString &path) {
+        answer = path;
+        map->headerMenu()->menu->actions().last()->trigger();
+        return user.takeMessages();
+    };
+    QByteArray expected;
+    for (int i = 0; i < 24; ++i)
+        expected += sixDigits(user.results().record(std::size_t(i)).values.at(ResultPosition::valence)).toLatin1() +
+                    (i % 6 == 5 ? '\n' : ' ');
+    const QString path = m_files.path("map.txt");
+    QVERIFY(rowtools::write(path, QByteArray(10000, 'x')));
+    QCOMPARE(saveTo(user.map(), path), QString());
+    QCOMPARE(bytesOf(path), expected);
+    QCOMPARE(saveTo(user.map(), QString()), QString()); // a change of mind
+
+    user.clickIn(user.row(4), "ShowMapB");
+    QCOMPARE(saveTo(user.panel.dataMap(), path), QString());
+    QVERIFY(bytesOf(path).startsWith(sixDigits(user.row(4)->data().absorptions().data()[0]).toLatin1() + ' '));
+    const QString missing = m_files.path("missing/map.txt");
+    QCOMPARE(saveTo(user.map(), missing), "Can't open the file [" + missing + "]\n");
+}
+
+void TestPanelResults::scatterCopied()
+{
+    Analyst user(m_files, "TypeFourPs");
+    HeaderMenu *const menu = user.panel.displays()->dabs[Displays::M2M3]->headerMenu();
+    const QStringList lines = user.copied(menu);
+    QCOMPARE(lines.size(), 1 + 24);
+    QCOMPARE(lines.first(), QString("M2\tM3"));
+    const auto absorption = [&user](int row, int pixel) {
+        return user.row(row)->data().absorptions().data()[pixel];
+    };
+    for (const int pixel : {0, 23}) { // the anchor points are the rows 1 and 2 first
+        const double p = absorption(1, pixel);
+        QCOMPARE(lines.at(1 + pixel),
+                 sixDigits(absorption(2, pixel) - p) + '\t' + sixDigits(absorption(sample::vPoint + 1, pixel) - p));
+    }
+    user.clickIn(user.row(sample::vPoint + 1), "VPointCB");
+    QCOMPARE(user.copied(menu), QStringList("M2\tM3")); // nothing is drawn, either
 }
 
 QTEST_MAIN(TestPanelResults)
