@@ -135,6 +135,10 @@ void FourPs::connectSpectra()
             repaintDisplays();
         });
         connect(m_selectors[i], &AXafsFileSelect::updated, this, [this, i] { receiveUpdatedRef(i); });
+        connect(m_selectors[i], &AFileSelect::newFilePath, this, [this, i] {
+            if (!m_selectors[i]->valid()) // a file that is no spectrum took its place
+                receiveUpdatedRef(i);
+        });
     }
     connect(ui.TargetFS, &AXafsFileSelect::updated, this, &FourPs::receiveNewTarget);
     for (AXafsFileSelect *const selector : qAsConst(m_selectors)) {

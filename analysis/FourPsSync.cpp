@@ -84,6 +84,7 @@ void FourPs::receiveUpdatedRef(int i)
     for (AEPoint *const row : qAsConst(m_energyRows))
         row->clearReferenceValue(i);
     m_references[i]->clearResults();
+    markStale();
     repaintDisplays();
 }
 

@@ -74,6 +74,7 @@ private slots:
     void tooManyMaps();
     void mapsDropped();
     void clearedSpectra();
+    void filesThatAreNoSpectra();
 
 private:
     SampleFiles m_files;
@@ -428,6 +429,24 @@ void TestPanelInput::clearedSpectra()
     QCOMPARE(user.rowText(1, "MutT") + user.rowText(6, "MutT"), QString());
     QVERIFY(!user.target()->valid());
     QVERIFY(!user.rowText(1, "Mut1").isEmpty());
+}
+
+/// Values of a spectrum that is gone would be taken for those of the file named.
+void TestPanelInput::filesThatAreNoSpectra()
+{
+    User user;
+    user.load(user.reference(2), m_files.reference(2));
+    user.load(user.target(), m_files.target());
+    user.typeEnergy(6, "8500");
+    const QString before = user.rowText(6, "Mut2");
+    QVERIFY(!before.isEmpty());
+    user.load(user.reference(2), m_files.path("nowhere.dat")); // cannot be read: the old one stays
+    QCOMPARE(user.rowText(6, "Mut2"), before);
+    user.load(user.reference(2), m_files.map(1));
+    QCOMPARE(user.rowText(6, "Mut2"), QString());
+    QVERIFY(!user.rowText(6, "MutT").isEmpty());
+    user.load(user.target(), m_files.map(1));
+    QCOMPARE(user.rowText(6, "MutT"), QString());
 }
 
 QTEST_MAIN(TestPanelInput)
