@@ -240,18 +240,22 @@ void FourPs::connectButtons()
         connect(selector, &AFileSelect::newDir, this, &FourPs::receiveNewDir);
 }
 
-/// Whatever changes what a map calculation would find marks the "Calc." button until it is run.
+/// Whatever changes what a map calculation would find marks the "Calc." button until one has been done.
 void FourPs::connectStaleMark()
 {
     connect(&m_refFiles, &RefFiles::changedUse, this, &FourPs::markStale);
     for (ARefFile *const reference : qAsConst(m_references)) {
         m_refFiles.add(reference);
         connect(reference->valenceEdit(), &QLineEdit::textEdited, this, &FourPs::markStale);
+        connect(reference->selector(), &AXafsFileSelect::updated, this, &FourPs::markStale);
     }
+    for (const AXafsFileSelect *const selector : qAsConst(m_selectors)) // the target's edge is everybody's
+        connect(selector, &AXafsFileSelect::foundNewEdge, this, &FourPs::markStale);
     for (AEPoint *const row : qAsConst(m_energyRows)) {
         connect(row->energyEdit(), &QLineEdit::textChanged, this, &FourPs::markStale);
+        connect(row, &AEPoint::newData, this, &FourPs::markStale);
         connect(row->fileSelect(), &AFileSelect::newFilePath, this, [this, row] {
-            if (!row->loaded()) // what is loaded has been calculated by now
+            if (!row->loaded()) // what is loaded has been announced by now, and calculated where that was possible
                 markStale();
         });
         connect(row, &AEPoint::changedCB, this, &FourPs::markStale);
@@ -338,5 +342,6 @@ void FourPs::receiveMarker(QLineEdit *field)
             return;
         }
     }
+    markStale();
     setEdge();
 }

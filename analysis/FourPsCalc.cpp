@@ -81,7 +81,6 @@ void FourPs::setAutoRanges()
 void FourPs::calcMap()
 {
     const WaitCursor wait;
-    clearStaleMark();
     const UsedRows rows = usedRows(true);
     if (!ui.TypeNonEquiv->isChecked() && !rows.vPoint) {
         refuse(Step::Map, tr("V Point is not selected"));

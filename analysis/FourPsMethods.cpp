@@ -91,9 +91,10 @@ void FourPs::reportTooLarge(const A2DData &map)
     refuse(Step::Map, tr("The map of %1 x %2 pixels is too large.").arg(map.nx()).arg(map.ny()));
 }
 
-/// What follows every map calculation: header lines, histograms, pictures.
+/// What follows every map calculation: the mark of results out of date goes, header lines, histograms, pictures.
 void FourPs::finishMap(const UsedRows &rows)
 {
+    clearStaleMark();
     m_results.headerLines = rows.all.first()->data().headerLines();
     warnOfOtherSizes(rows);
     forgetOldRanges();

@@ -1,9 +1,7 @@
 // The panel's windows, markers and lists of files, and its mark of results that are out of date.
 
+#include "AnalystTools.h"
 #include "DisplayHelpers.h"
-#include "PanelTools.h"
-#include "display/DispABase.h"
-#include "display/DispMBase.h"
 
 using namespace paneltools;
 
@@ -69,9 +67,10 @@ void TestPanelControls::directoryIsShared()
         QCOMPARE(selector->dir(), m_files.dir() + "/other");
 }
 
+/// On a sample that can be calculated; `marks` starts from a calculation that was done.
 void TestPanelControls::staleMark()
 {
-    User user;
+    Analyst user(m_files, "TypeFourPs");
     const auto isMarked = [&user] {
         return !user.find<QPushButton>("CalcMapB")->icon().isNull();
     };
@@ -82,22 +81,34 @@ void TestPanelControls::staleMark()
         change();
         return !wasMarked && isMarked();
     };
-    QVERIFY(marks([&] { user.clickIn(user.row(2), "UseCB"); }));
-    QVERIFY(marks([&] { user.clickIn(user.row(2), "VPointCB"); }));
+    for (int row : {2, 8}) // which leaves four points, for every variant
+        QVERIFY(marks([&] { user.clickIn(user.row(row), "UseCB"); }));
+    QVERIFY(marks([&] { user.clickIn(user.row(7), "VPointCB"); }));
     QVERIFY(marks([&] { user.typeEnergy(1, "8400"); }));
     QVERIFY(marks([&] { rowtools::type(user.reference(1)->valenceEdit(), "2"); }));
-    QVERIFY(marks([&] { user.clickIn(user.reference(3), "UseCB"); })); // not loaded: nothing recalculates
+    QVERIFY(!marks([&] { user.clickIn(user.reference(3), "UseCB"); })); // recalculates at once
+    user.clickIn(user.reference(3), "UseCB");
+    QVERIFY(marks([&] { user.clickIn(user.reference(4), "UseCB"); })); // not loaded: nothing can be calculated
+    user.click("CalcMapB");
+    QVERIFY(isMarked()); // nor now
+    user.clickIn(user.reference(4), "UseCB");
     for (const char *const option : {"TypeNonEquiv", "TypeFourPs", "TypeTMKisExact", "TypeTMKisLS", "NonEquivBGVic"})
         QVERIFY2(marks([&] { user.click(option); }), option);
     for (const char *const bound : {"HgAFrom", "HgATo", "HgABoxes", "HgTFrom", "HgTTo", "HgTBoxes"})
         QVERIFY2(marks([&] { user.type(bound, "2"); }), bound);
 
     QVERIFY(!marks([&] { user.load(user.row(1), m_files.map(1)); })); // recalculates at once
-    QVERIFY(marks([&] { user.clickIn(user.row(1), "ClearB"); }));     // does not
+    QVERIFY(marks([&] { user.clickIn(user.row(5), "ClearB"); }));     // does not
     QVERIFY(!marks([&] { user.load(user.reference(1), m_files.reference(1)); }));
     QVERIFY(!marks([&] { user.type("EdgeE", "8341"); }));
     QVERIFY(!marks([&] { user.click("MapC1"); }));
     QVERIFY(!marks([&] { QTest::keyClick(user.row(1)->energyEdit(), Qt::Key_Return); })); // nothing was changed
+
+    QVERIFY(marks([&] { user.load(user.reference(2), m_files.map(1)); })); // no spectrum: nothing can be calculated
+
+    User beginner; // whose inputs are not complete yet
+    beginner.load(beginner.row(1), m_files.map(1));
+    QVERIFY(!beginner.find<QPushButton>("CalcMapB")->icon().isNull());
 }
 
 void TestPanelControls::moreConditions()
