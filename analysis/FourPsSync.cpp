@@ -177,10 +177,11 @@ void FourPs::removeAFile()
 
 void FourPs::changedSubBGTypeForRef(bool f)
 {
-    for (int i = 0; i < m_references.size(); ++i) {
+    // All of them first: each refresh recalculates with the values of all references.
+    for (int i = 0; i < m_references.size(); ++i)
         m_selectors[i]->setSubtractPostLine(f);
+    for (int i = 0; i < m_references.size(); ++i)
         receiveNewRef(i);
-    }
 }
 
 void FourPs::changedSubBGTypeForTarget(bool f)
