@@ -14,14 +14,16 @@ namespace
 
 constexpr double widestPart = 0.45; // of the plot
 constexpr double highestPart = 0.9;
-constexpr int gap = 6;     // pixels from the plot's outline
-constexpr int padding = 4; // pixels around the names
+constexpr int gap = 6;          // pixels from the plot's outline
+constexpr int padding = 4;      // pixels around the names
+constexpr int smallestText = 9; // pixels
 
 struct Layout {
     int lines = 0; // entries shown
     int lineHeight = 0;
     int sample = 0; // length of the sample lines
     QSize size;
+    bool isWhole = false; // no entry and no name is cut
 };
 
 Layout layoutOf(const QFontMetrics &metrics, const QRectF &inner, const QVector<LegendEntry> &entries)
@@ -33,7 +35,9 @@ Layout layoutOf(const QFontMetrics &metrics, const QRectF &inner, const QVector<
     int widest = 0;
     for (int i = 0; i < layout.lines; ++i)
         widest = std::max(widest, metrics.boundingRect(entries.at(i).name).width() + 2);
-    widest = std::min(widest, static_cast<int>(inner.width() * widestPart) - layout.sample - 3 * padding);
+    const int room = static_cast<int>(inner.width() * widestPart) - layout.sample - 3 * padding;
+    layout.isWhole = layout.lines == entries.size() && widest <= room;
+    widest = std::min(widest, room);
     layout.size = QSize(widest + layout.sample + 3 * padding, layout.lines * layout.lineHeight + padding);
     if (widest <= 0)
         layout.lines = 0;
@@ -75,12 +79,15 @@ QRectF emptiestPlace(const QRectF &inner, const QSize &size, const QVector<QPoly
 void drawLegend(QPainter *p, const ChCoord &cc, const QVector<LegendEntry> &entries, const QVector<QPolygonF> &curves)
 {
     p->save();
+    const QRectF inner = plot::innerRect(cc);
     QFont font = p->font();
-    font.setPixelSize(plot::textPixels(cc));
+    Layout layout;
+    for (int pixels = plot::textPixels(cc); pixels >= smallestText && !layout.isWhole; --pixels) {
+        font.setPixelSize(pixels);
+        layout = layoutOf(QFontMetrics(font), inner, entries);
+    }
     p->setFont(font);
     const QFontMetrics metrics(font);
-    const QRectF inner = plot::innerRect(cc);
-    const Layout layout = layoutOf(metrics, inner, entries);
     if (layout.lines > 0) {
         const QRectF box = emptiestPlace(inner, layout.size, curves);
         p->setPen(QColor(200, 200, 200));

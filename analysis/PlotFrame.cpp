@@ -1,6 +1,7 @@
 #include "analysis/PlotFrame.h"
 
 #include "display/DispArea.h"
+#include "display/GraphBoxes.h"
 #include "numeric/RealToInt.h"
 
 #include <QPainter>
@@ -54,6 +55,7 @@ bool clipEnd(double start, double change, double low, double *from, double *to)
 void plot::begin(DispArea *area, QPainter *p)
 {
     area->cc.setMargins();
+    area->cc.textLines = readableTextLines(area->cc);
     p->fillRect(area->rect(), Qt::white);
 }
 

@@ -3,6 +3,7 @@
 #include "display/ChCoord.h"
 #include "numeric/RealToInt.h"
 
+#include <algorithm>
 #include <cmath>
 
 using numeric::truncToInt;
@@ -26,4 +27,13 @@ GraphBoxes::GraphBoxes(const ChCoord &cc)
     yMinimum = QRectF(0, bottom, 0.95 * margin, -textHeight);
     xMinimum = QRectF(left, belowPlot, 2.0 * margin, textHeight);
     xMaximum = QRectF(right, belowPlot, -2.0 * margin, textHeight);
+}
+
+int readableTextLines(const ChCoord &cc)
+{
+    constexpr double readable = 16; // pixels for a line
+    constexpr int most = 20;
+    const double height = std::abs(cc.isy1() - cc.isy0());
+    const int fitting = truncToInt(std::ceil(height / std::abs(cc.sy0() - cc.isy0()))); // a line stands in the margin
+    return std::min(most, std::max(fitting, truncToInt(height / readable)));
 }

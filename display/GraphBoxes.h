@@ -13,3 +13,7 @@ struct GraphBoxes {
     QRectF yTitle; ///< a line in from the left, reading upwards: in the coordinates of a painter rotated by 270 degrees
     QRectF yMaximum, yMinimum, xMinimum, xMaximum; ///< the labels of the range's ends
 };
+
+/// How many text lines a graph gets (ChCoord::textLines) whose margins are set: 20, in a small one as many fewer as
+/// leave the labels readable and below the plot.
+int readableTextLines(const ChCoord &cc);

@@ -129,6 +129,7 @@ void AXafsFileSelect::draw(QStylePainter *p)
         return;
     ChCoord &cc = m_display->cc;
     cc.setMargins();
+    cc.textLines = readableTextLines(cc);
     const QRectF range = m_spectrum.valid() ? spectrumdrawing::naturalRange(m_spectrum, m_fullRange) : QRectF();
     if (!range.isEmpty() && !m_display->scaleFixed) {
         cc.setRealArea(range.left(), range.top(), range.right(), range.bottom());

@@ -50,6 +50,7 @@ private slots:
     void step();
     void stepAlongYUsesTheXScale();
     void boxesOfTitlesAndLabels();
+    void linesInSmallGraphs();
     void valueToBox_data();
     void valueToBox();
     void strangeBoxes_data();
@@ -209,6 +210,17 @@ void TestDisplayModel::boxesOfTitlesAndLabels()
     QCOMPARE(boxes.yMinimum, QRectF(0, 270, 38, -10));
     QCOMPARE(boxes.xMinimum, QRectF(40, 271, 80, 10));
     QCOMPARE(boxes.xMaximum, QRectF(380, 271, -80, 10));
+}
+
+void TestDisplayModel::linesInSmallGraphs()
+{
+    ChCoord cc;
+    for (const auto &[height, lines] : {std::pair(600, 20), {300, 15}, {210, 11}, {60, 9}}) {
+        setArea(&cc, 400, height);
+        QCOMPARE(readableTextLines(cc), lines);
+        cc.textLines = lines;
+        QVERIFY(GraphBoxes(cc).xTitle.bottom() <= height); // not below the area
+    }
 }
 
 void TestDisplayModel::valueToBox_data()
