@@ -154,12 +154,14 @@ void AXafsFileSelect::drawTitles(QStylePainter *p)
     p->rotate(-270);
     if (!m_spectrum.valid())
         return;
-    // At the lower right, which a spectrum that rises at its edge leaves free.
+    const QString jump = tr("Edge Jump : %1").arg(m_spectrum.edgeJump(), 0, 'g');
     const double line = (cc.isy0() - cc.isy1()) / cc.textLines;
-    const double middle = (cc.isx0() + cc.isx1()) / 2;
-    const QRectF corner(middle, cc.isy0() - 4 * line, cc.isx1() - line - middle, 1.2 * line);
-    texts.drawText(p, corner, font, Qt::AlignRight | Qt::AlignVCenter, 1,
-                   tr("Edge Jump : %1").arg(m_spectrum.edgeJump(), 0, 'g'), largestText);
+    const QRectF room(0, 0, (cc.isx1() - cc.isx0()) / 2, 1.2 * line);
+    QFont fitted = font;
+    fitted.setPointSizeF(qBound(0.1, texts.fitSize(p, room, font, Qt::AlignCenter, jump), largestText));
+    const double width = qMin(room.width(), QFontMetricsF(fitted, p->device()).boundingRect(jump).width() + line);
+    const QRectF place = spectrumdrawing::freePlace(cc, m_spectrum, QSizeF(width, room.height()));
+    texts.drawText(p, place, font, Qt::AlignCenter | Qt::TextDontClip, 1, jump, largestText);
 }
 
 void AXafsFileSelect::mPressed(MouseC *) {}

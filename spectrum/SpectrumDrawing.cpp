@@ -5,9 +5,11 @@
 
 #include <QPainter>
 #include <QPolygonF>
+#include <QVector>
 
 #include <algorithm>
 #include <cmath>
+#include <limits>
 
 namespace
 {
@@ -48,6 +50,40 @@ void drawCurve(QPainter *p, const ChCoord &cc, const AMutE &spectrum, const QCol
         run.clear();
     }
     p->drawPolyline(run);
+}
+
+/// What drawSpectrum() draws, in pixels.
+QVector<QPolygonF> drawnLines(const ChCoord &cc, const AMutE &spectrum)
+{
+    QPolygonF mu, pre, post;
+    for (int i = 0; i < spectrum.pointCount(); ++i) {
+        const double energy = spectrum.shiftedEnergy(i);
+        const double x = cc.r2sx(energy);
+        mu.append(QPointF(x, cc.r2sy(spectrum.points().at(i).mu)));
+        pre.append(QPointF(x, cc.r2sy(spectrum.preLine(energy))));
+        post.append(QPointF(x, cc.r2sy(spectrum.postLine(energy))));
+    }
+    QVector<QPolygonF> lines{mu, pre, post};
+    for (const double energy : {spectrum.preEdgeEnd(), spectrum.edgeEnergy(), spectrum.postEdgeStart()}) {
+        const double x = cc.r2sx(energy);
+        lines.append(QVector<QPointF>{QPointF(x, cc.isy0()), QPointF(x, cc.isy1())});
+    }
+    return lines;
+}
+
+/// About how many pixels of lines lie in a rectangle.
+double lengthIn(const QRectF &place, const QVector<QPolygonF> &lines)
+{
+    double length = 0;
+    for (const QPolygonF &line : lines) {
+        for (int i = 0; i + 1 < line.size(); ++i) {
+            const QRectF box = QRectF(line.at(i), line.at(i + 1)).normalized().adjusted(-0.5, -0.5, 0.5, 0.5);
+            const QRectF common = box.intersected(place);
+            const double part = std::hypot(common.width(), common.height());
+            length += std::isfinite(part) ? part : 0;
+        }
+    }
+    return length;
 }
 
 } // namespace
@@ -94,4 +130,26 @@ void spectrumdrawing::drawSpectrum(QPainter *p, const ChCoord &cc, const AMutE &
         return;
     drawCurve(p, cc, spectrum, QColor(0, 200, 0), [&](int i) { return spectrum.preLine(spectrum.shiftedEnergy(i)); });
     drawCurve(p, cc, spectrum, QColor(0, 0, 200), [&](int i) { return spectrum.postLine(spectrum.shiftedEnergy(i)); });
+}
+
+QRectF spectrumdrawing::freePlace(const ChCoord &cc, const AMutE &spectrum, const QSizeF &size)
+{
+    const QVector<QPolygonF> lines = drawnLines(cc, spectrum);
+    const double line = (cc.isy0() - cc.isy1()) / cc.textLines;
+    const QRectF corners(QPointF(cc.isx0() + line, cc.isy1() + line),
+                         QPointF(cc.isx1() - line - size.width(), cc.isy0() - 3 * line - size.height()));
+    QRectF best;
+    double least = std::numeric_limits<double>::infinity();
+    for (const double down : {1.0, 0.75, 0.5, 0.25, 0.0}) {
+        for (const double across : {1.0, 0.75, 0.5, 0.25, 0.0}) {
+            const QRectF place(
+                QPointF(corners.left() + across * corners.width(), corners.top() + down * corners.height()), size);
+            const double length = lengthIn(place, lines);
+            if (length < least) {
+                least = length;
+                best = place;
+            }
+        }
+    }
+    return best;
 }

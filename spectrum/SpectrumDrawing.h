@@ -20,4 +20,8 @@ QRectF naturalRange(const AMutE &spectrum, bool isFullRange);
 /// spectrum that is not valid gives the white area alone; points that are not finite are left out.
 void drawSpectrum(QPainter *p, const ChCoord &cc, const AMutE &spectrum);
 
+/// A rectangle of that size where the drawn spectrum and its lines leave the plot most free: at the lower right, unless
+/// another place is better.
+QRectF freePlace(const ChCoord &cc, const AMutE &spectrum, const QSizeF &size);
+
 } // namespace spectrumdrawing

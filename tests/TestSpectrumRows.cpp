@@ -55,6 +55,7 @@ private slots:
     void valueAtEnergy();
     void energyShift();
     void drawnColumns();
+    void placeForText();
     void drawnRange();
 
 private:
@@ -246,6 +247,31 @@ void TestSpectrumRows::drawnColumns()
     QImage blank(image.size(), image.format());
     blank.fill(Qt::white);
     QCOMPARE(image, blank);
+}
+
+/// Nothing is drawn where the text goes, not even when the spectrum ends at the lower right.
+void TestSpectrumRows::placeForText()
+{
+    AMutE spectrum;
+    spectrum.read(path("step.dat"));
+    setStepEdge(&spectrum);
+    const double end = spectrum.points().last().mu;
+    for (const double bottom : {-0.1, -2.0, end - 0.3, end - 0.275, end - 0.25}) {
+        const QRectF real(6990, bottom, 220, 1.5);
+        ChCoord cc;
+        cc.setScreenArea(0, 300, 440, 0);
+        cc.setRealArea(real.left(), real.top(), real.right(), real.bottom());
+        QImage image(440, 300, QImage::Format_RGB32);
+        QPainter p(&image);
+        spectrumdrawing::drawSpectrum(&p, cc, spectrum);
+        p.end();
+        const QRect place = spectrumdrawing::freePlace(cc, spectrum, QSizeF(60, 20)).toAlignedRect();
+        QVERIFY(image.rect().contains(place));
+        const QImage text = image.copy(place);
+        QImage blank(text.size(), text.format());
+        blank.fill(Qt::white);
+        QCOMPARE(text, blank);
+    }
 }
 
 void TestSpectrumRows::drawnRange()
