@@ -1,12 +1,19 @@
 #include "display/DispMBase.h"
 
 #include "display/HeaderMenu.h"
+#include "display/PlacedItem.h"
 #include "display/PopBase.h"
 
+#include <QEvent>
 #include <QStylePainter>
+
+#include <algorithm>
 
 namespace
 {
+
+constexpr int leastSide = 120;       // pixels: below that the room counts more than square cells
+constexpr int headerCharacters = 48; // of the header without its title
 
 QString numberText(double value)
 {
@@ -44,6 +51,8 @@ DispMBase::DispMBase(QWidget *parent)
         },
         this);
     connectArea();
+    placeArea();
+    ui.frame->installEventFilter(this);
     connect(this, &DispMBase::draw, pop, &PopBase::updateAround);
     connect(ui.PopDockB, &QPushButton::clicked, this, &DispMBase::popDock);
     connect(pop, &PopBase::closed, this, &DispMBase::popDock);
@@ -71,6 +80,59 @@ void DispMBase::connectArea()
     connect(ui.DispA, &DispArea::mDragging, this, &DispMBase::mDragging);
     connect(ui.DispA, &DispArea::mReleased, this, &DispMBase::mReleased);
     connect(ui.DispA, &DispArea::mDClicked, this, &DispMBase::mDClicked);
+}
+
+/// The colour column stands beside the drawing area, as high as it is.
+void DispMBase::placeArea()
+{
+    ui.gridLayout_3->removeWidget(ui.DispA);
+    ui.gridLayout_3->removeWidget(ui.frame_2);
+    ui.gridLayout_3->addItem(new PlacedItem(ui.DispA, [this](const QRect &room) { return areaIn(room); }), 1, 0);
+    const auto besideArea = [this](const QRect &room) {
+        const QRect area = areaIn(ui.gridLayout_3->cellRect(1, 0));
+        return QRect(room.left(), area.top(), room.width(), area.height());
+    };
+    ui.gridLayout_3->addItem(new PlacedItem(ui.frame_2, besideArea), 1, 1);
+}
+
+QRect DispMBase::areaIn(const QRect &room) const
+{
+    if (m_cells.isEmpty())
+        return room;
+    // The margins are the same part of the width and of the height, so that the plot has the area's proportions.
+    const QSize least = QSize(leastSide, leastSide).boundedTo(room.size());
+    const QSize size = m_cells.scaled(room.size(), Qt::KeepAspectRatio).expandedTo(least);
+    return QRect(QPoint(room.right() + 1 - size.width(), room.top() + (room.height() - size.height()) / 2), size);
+}
+
+void DispMBase::setCells(const QSize &cells)
+{
+    if (cells == m_cells)
+        return;
+    m_cells = cells;
+    ui.gridLayout_3->invalidate();
+    ui.gridLayout_3->activate();
+}
+
+void DispMBase::setTitle(const QString &title)
+{
+    ui.Title->setText(title);
+    pop->setWindowTitle(title);
+}
+
+void DispMBase::showValue(const QString &text)
+{
+    ui.Val->setText(text);
+    ui.Val->setCursorPosition(0);
+}
+
+bool DispMBase::eventFilter(QObject *watched, QEvent *event)
+{
+    if (watched == ui.frame && event->type() == QEvent::Resize) {
+        const int readOuts = headerCharacters * fontMetrics().averageCharWidth();
+        ui.Title->setVisible(ui.frame->width() - ui.Title->sizeHint().width() >= readOuts);
+    }
+    return QFrame::eventFilter(watched, event);
 }
 
 void DispMBase::setRealRange(double x0, double y0, double x1, double y1)

@@ -27,6 +27,13 @@ public:
     void setRealRange(double x0, double y0, double x1, double y1);
     /// Sets the limits of the colour bar and shows them. Announces nothing, so that a drawing routine may call it.
     void setLimits(double min, double max);
+    /// The header's title, which makes room for the read-outs where both do not fit, and the window's.
+    void setTitle(const QString &title);
+    /// Shows the value under the mouse.
+    void showValue(const QString &text);
+    /// The columns and rows of the map: the drawing area gets its proportions, so that cells are square. None: it
+    /// takes all the room.
+    void setCells(const QSize &cells);
     DispArea *area() const { return ui.DispA; }
     cBar *bar() const { return ui.CBar; }
     /// The context menu of the header row.
@@ -52,11 +59,17 @@ public slots:
     void newZmax();
     void newZmin();
 
+protected:
+    bool eventFilter(QObject *watched, QEvent *event) override;
+
 private:
     void connectArea();
+    void placeArea();
+    QRect areaIn(const QRect &room) const;
     void showLimits();
     void renderPicture(QStylePainter *p);
     QSize pictureSize() const;
 
     HeaderMenu *m_menu;
+    QSize m_cells;
 };

@@ -97,6 +97,9 @@ private slots:
     void limitsKeepTheirDigits();
     void scaleRecoloursTheMap_data();
     void scaleRecoloursTheMap();
+    void squareCells_data();
+    void squareCells();
+    void titleMakesRoom();
     void popAndDock();
     void copiedPictureHasTheBar();
 };
@@ -367,6 +370,50 @@ void TestMapDisplay::scaleRecoloursTheMap()
     QTRY_VERIFY(shown.draws > draws);
     QVERIFY(shown.cell(1, 0).green() > 250); // 1 of 0 ... 2 has come to the top of the colours
     QCOMPARE(shown.cell(0, 0), colors.at(0));
+}
+
+void TestMapDisplay::squareCells_data()
+{
+    QTest::addColumn<QSize>("cells");
+    QTest::addColumn<bool>("square");
+    QTest::newRow("wide") << QSize(128, 96) << true;
+    QTest::newRow("high") << QSize(50, 100) << true;
+    QTest::newRow("a few lines of a scan") << QSize(2000, 4) << false; // would be flat
+    QTest::newRow("no map") << QSize() << false;
+}
+
+void TestMapDisplay::squareCells()
+{
+    QFETCH(const QSize, cells);
+    QFETCH(const bool, square);
+    DispMBase display;
+    display.resize(600, 500);
+    display.grab();
+    const QSize room = display.area()->size();
+    display.setCells(cells);
+    display.grab();
+    const QWidget *const area = display.area();
+    const double proportions = double(area->width()) * cells.height() / (double(area->height()) * cells.width());
+    QCOMPARE(qAbs(proportions - 1) < 0.01, square);
+    QVERIFY(area->width() == room.width() || area->height() == room.height()); // as large as it can be
+    QVERIFY(qMin(area->width(), area->height()) >= 100);
+    QCOMPARE(display.ui.frame_2->y(), area->y()); // the colours stand beside it
+    QCOMPARE(display.ui.frame_2->height(), area->height());
+    display.setCells(QSize());
+    display.grab();
+    QCOMPARE(area->size(), room);
+}
+
+void TestMapDisplay::titleMakesRoom()
+{
+    DispMBase display;
+    display.setTitle("Result map, Valence");
+    for (const int width : {900, 250, 900}) {
+        display.resize(width, 400);
+        display.grab();
+        QCOMPARE(display.ui.Title->isHidden(), width < 300);
+        QCOMPARE(display.ui.Title->text(), QString("Result map, Valence")); // pictures carry it
+    }
 }
 
 void TestMapDisplay::popAndDock()
