@@ -12,6 +12,11 @@
 #include <QStylePainter>
 #include <QTextCursor>
 
+namespace
+{
+constexpr QSize separateWindow(560, 500);
+}
+
 FourPs::FourPs(QWidget *parent)
     : QFrame(parent)
     , m_displays(new Displays)
@@ -86,12 +91,13 @@ void FourPs::setUpDisplays()
     m_dataMap->setWindowTitle(tr("Data map"));
     m_dataMap->setAttribute(Qt::WA_QuitOnClose, false);
     m_dataMap->ui.Title->setText(tr("Data map"));
-    ui.ResultMap->ui.Title->setText(tr("Result map"));
+    m_dataMap->resize(separateWindow);
     new WindowButton(ui.ShowDAB, m_displays.get(), this);
     new WindowButton(ui.ShowDMap, m_dataMap.get(), this);
     for (int i = 0; i < m_selectors.size(); ++i)
         m_selectors[i]->setDisplay(m_displays->dabs[i]->area());
     auto *const scatter = m_displays->dabs[Displays::M2M3];
+    scatter->resize(separateWindow);
     scatter->setWindowTitle(scatter->ui.Title->text());
     scatter->setAttribute(Qt::WA_QuitOnClose, false);
     new WindowButton(ui.ShowM2M3, scatter, this);
@@ -120,6 +126,7 @@ void FourPs::setUpQuantities()
         m_mapButtons.append(findChild<QRadioButton *>(QLatin1String(quantity.mapButton)));
         m_histogramButtons.append(findChild<QRadioButton *>(QLatin1String(quantity.histogramButton)));
     }
+    showMapTitle();
 }
 
 void FourPs::connectSpectra()
@@ -144,6 +151,7 @@ void FourPs::connectSpectra()
     for (AXafsFileSelect *const selector : qAsConst(m_selectors)) {
         connect(selector, &AXafsFileSelect::foundNewEdge, this, &FourPs::noticedNewEdge);
         connect(selector, &AFileSelect::newFilePath, this, &FourPs::receiveNewFile);
+        connect(selector, &AFileSelect::newFilePath, this, &FourPs::showAllSpectra);
         connect(selector, &AFileSelect::newDir, this, &FourPs::receiveNewDir);
     }
 }
@@ -158,6 +166,8 @@ void FourPs::connectEnergyRows()
             placeEnergyMarkers();
             repaintDisplays();
         });
+        for (const auto changed : {&AEPoint::newData, &AEPoint::changedCB}) // other points, other ranges
+            connect(row, changed, m_displays->dabs[Displays::M2M3], &DispABase::clearScale);
     }
 }
 
@@ -169,7 +179,7 @@ void FourPs::connectConditions()
     connect(ui.SubPostEforTarget, &QRadioButton::toggled, this, &FourPs::changedSubBGTypeForTarget);
     for (QAbstractButton *const button :
          std::initializer_list<QAbstractButton *>{ui.NNone, ui.NByEJ, ui.NBySubPre, ui.NBy2Vics})
-        connect(button, &QAbstractButton::toggled, this, &FourPs::repaintDisplays);
+        connect(button, &QAbstractButton::toggled, this, &FourPs::showAllSpectra);
     connect(ui.FullRangeCB, &QCheckBox::toggled, this, &FourPs::showEnergyWindow);
 }
 
@@ -286,6 +296,13 @@ void FourPs::repaintDisplays()
 {
     for (DispABase *const display : qAsConst(m_displays->dabs))
         display->area()->update();
+}
+
+/// Other spectra, or values on another scale: a zoom into the former ones would show nothing.
+void FourPs::showAllSpectra()
+{
+    m_displays->dabs[Displays::Muts]->clearScale();
+    repaintDisplays();
 }
 
 void FourPs::markStale()

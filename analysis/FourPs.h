@@ -21,6 +21,7 @@
 #include "ui_FourPs.h"
 
 #include <QFrame>
+#include <QMap>
 #include <QVector>
 
 #include <functional>
@@ -183,6 +184,7 @@ private:
     bool loadSpectrum(AXafsFileSelect *selector, const QString &file, double dE);
     bool loadEnergy(AEPoint *row, const Job::Energy &energy);
     void repaintDisplays();
+    void showAllSpectra();
     void markStale();
     void clearStaleMark();
     void showEnergyWindow(bool full);
@@ -222,6 +224,8 @@ private:
     bool recordsQuantity(int position) const;
     std::pair<double, double> usedValences() const;
     std::optional<ValueRange> rangeOf(int position) const;
+    void showMapTitle();
+    void followOwnRange();
     void refreshShownMap();
     void refreshShownHistograms();
     void showOtherHistogram();
@@ -256,14 +260,15 @@ private:
     QVector<QRadioButton *> m_histogramButtons;
     CColors m_colours;
     ResultRecords m_results;
-    const double *m_shown = nullptr; ///< the plane that the result map shows; null: not computed
-    QSize m_shownMapSize;            ///< and histogram fields: those of the last map calculation
-    QStringList m_shownRanges;
-    numeric::Plane m_shownWork;               ///< for planes that do not stand in the records
-    std::vector<quint8> m_mask;               ///< empty: nothing is hidden
-    std::optional<ValueRange> m_chosenLimits; ///< colour range chosen by double click; none: the quantity's own
-    AEPoint *m_dataMapRow = nullptr;          ///< whose map the data map shows
-    HistogramBins m_quantityHistogram;        ///< of the chosen quantity, unless that is the valence
+    const double *m_shown = nullptr;               ///< the plane that the result map shows; null: not computed
+    QSize m_shownMapSize;                          ///< of the last map calculation
+    QMap<Displays::DispId, QString> m_shownRanges; ///< what the ranges of the graphs followed from at that time
+    numeric::Plane m_shownWork;                    ///< for planes that do not stand in the records
+    std::vector<quint8> m_mask;                    ///< empty: nothing is hidden
+    std::optional<ValueRange> m_chosenLimits;      ///< colour range chosen by double click; none: the quantity's own
+    std::optional<ValueRange> m_ownLimits;         ///< the quantity's own colour range when the map was drawn last
+    AEPoint *m_dataMapRow = nullptr;               ///< whose map the data map shows
+    HistogramBins m_quantityHistogram;             ///< of the chosen quantity, unless that is the valence
     ValueRange m_quantityRange;
     QVector<HistogramBins> m_valenceParts; ///< per reference, where wanted
     QVector<HistogramBins> m_thicknessParts;

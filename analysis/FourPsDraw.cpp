@@ -88,12 +88,31 @@ void FourPs::refreshShownMap()
     m_mask.clear();
     if (m_shown && !ui.MaskBelow->text().isEmpty())
         maskBelow(m_results, number(ui.MaskBelow), &m_mask);
+    followOwnRange();
+    ui.ResultMap->setCells(QSize(m_results.width(), m_results.height()));
     ui.ResultMap->picture.invalidate();
     ui.ResultMap->area()->update();
 }
 
+void FourPs::showMapTitle()
+{
+    ui.ResultMap->setTitle(tr("Result map, %1").arg(quantityName(mapQuantity())));
+}
+
+/// The quantity's own range may have become another one; limits that the user chose stay.
+void FourPs::followOwnRange()
+{
+    const std::optional<ValueRange> range = rangeOf(mapQuantity());
+    const cBar *const bar = ui.ResultMap->bar();
+    const bool isShown = m_ownLimits && bar->zmin() == m_ownLimits->min && bar->zmax() == m_ownLimits->max;
+    if (range && isShown && !m_chosenLimits)
+        ui.ResultMap->setLimits(range->min, range->max);
+    m_ownLimits = range;
+}
+
 bool FourPs::selectedNewMap()
 {
+    showMapTitle();
     m_chosenLimits.reset();
     const std::optional<ValueRange> range = rangeOf(mapQuantity());
     if (range)
@@ -120,7 +139,7 @@ void FourPs::drawMap(QStylePainter *p)
 
 void FourPs::receiveNowPosInMap(double x, double y)
 {
-    ui.ResultMap->ui.Val->setText(cellText(m_shown, m_results.width(), m_results.height(), x, y));
+    ui.ResultMap->showValue(cellText(m_shown, m_results.width(), m_results.height(), x, y));
 }
 
 void FourPs::dClickedInMap(MouseC *m)
@@ -162,7 +181,9 @@ void FourPs::showDataMap(AEPoint *row, bool isShown)
 
 void FourPs::updateDMap()
 {
-    m_dataMap->ui.Title->setText(m_dataMapRow ? tr("Data map, %1 eV").arg(m_dataMapRow->energyText()) : tr("Data map"));
+    m_dataMap->setTitle(m_dataMapRow ? tr("Data map, %1 eV").arg(m_dataMapRow->energyText()) : tr("Data map"));
+    const ShownMap map = dataMap(m_dataMapRow);
+    m_dataMap->setCells(QSize(map.width, map.height));
     m_dataMap->picture.invalidate();
     m_dataMap->area()->update();
 }
@@ -184,7 +205,7 @@ void FourPs::receiveNowPosInDMap(double x, double y)
 {
     const ShownMap map = dataMap(m_dataMapRow);
     const bool isWhole = map.count >= static_cast<std::size_t>(qint64(map.width) * map.height);
-    m_dataMap->ui.Val->setText(isWhole ? cellText(map.values, map.width, map.height, x, y) : QString());
+    m_dataMap->showValue(isWhole ? cellText(map.values, map.width, map.height, x, y) : QString());
 }
 
 // --- graphs ---

@@ -97,7 +97,6 @@ void FourPs::finishMap(const UsedRows &rows)
     clearStaleMark();
     m_results.headerLines = rows.all.first()->data().headerLines();
     warnOfOtherSizes(rows);
-    forgetOldRanges();
     if (m_results.method() == ResultRecords::Method::FourPoints)
         m_chosenLimits.reset(); // which only a double click on a non-equivalent result can choose
     m_valenceHistogram.setUp();
@@ -108,6 +107,7 @@ void FourPs::finishMap(const UsedRows &rows)
     if (const double *const valence = shownPlane(m_results, ResultPosition::valence, first, second, &m_shownWork))
         m_valenceHistogram.addValues(m_results.count(), [valence](std::size_t i) { return valence[i]; });
     refreshShownHistograms();
+    forgetOldRanges();
     refreshShownMap();
     repaintDisplays();
 }
@@ -120,14 +120,20 @@ void FourPs::forgetOldRanges()
         ui.ResultMap->clearScale();
     m_shownMapSize = mapSize;
 
-    QStringList ranges;
+    QString fields;
     for (const QLineEdit *const field : {ui.HgAFrom, ui.HgATo, ui.HgABoxes, ui.HgTFrom, ui.HgTTo, ui.HgTBoxes})
-        ranges << field->text();
-    if (ranges != m_shownRanges) {
-        for (const Displays::DispId id : {Displays::HistA, Displays::HistDMut, Displays::DMutVorA, Displays::LcfVsMps})
+        fields += field->text() + QLatin1Char(' ');
+    const HistogramBins &counted = m_quantityHistogram.isSet() ? m_quantityHistogram : m_valenceHistogram;
+    const std::pair<Displays::DispId, QString> ranges[] = {
+        {Displays::HistA, fields + QString::number(counted.largestCount())},
+        {Displays::HistDMut, fields + QString::number(m_thicknessHistogram.largestCount())},
+        {Displays::DMutVorA, fields},
+        {Displays::LcfVsMps, fields}};
+    for (const auto &[id, range] : ranges) {
+        if (m_shownRanges.value(id) != range)
             m_displays->dabs[id]->clearScale();
+        m_shownRanges[id] = range;
     }
-    m_shownRanges = ranges;
 }
 
 /// Data sets of another size than the map calculated say so in their rows.

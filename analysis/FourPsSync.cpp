@@ -162,7 +162,7 @@ void FourPs::receiveNewDispFiles(const QStringList &paths)
         ui.SelectedFs->setCurrentRow(ui.SelectedFs->count() - 1);
         m_displaySpectra.push_back(std::move(spectrum));
     }
-    repaintDisplays();
+    showAllSpectra();
 }
 
 void FourPs::removeAFile()
@@ -172,7 +172,7 @@ void FourPs::removeAFile()
         return;
     delete ui.SelectedFs->takeItem(row);
     m_displaySpectra.erase(m_displaySpectra.begin() + row);
-    repaintDisplays();
+    showAllSpectra();
 }
 
 void FourPs::changedSubBGTypeForRef(bool f)

@@ -47,6 +47,8 @@ private slots:
 
     void mapRanges_data();
     void mapRanges();
+    void limitsFollowTheirRange();
+    void graphRangesFollow();
     void doubleClickedLimits();
     void doubleClickFourPoints();
     void mapColours_data();
@@ -105,6 +107,46 @@ void TestPanelPictures::mapRanges()
     }
     QCOMPARE(user.limits(), isSet ? range : QString("-7 to 7"));
     QCOMPARE(user.panel.selectedNewMap(), isSet);
+}
+
+/// The next calculation would be shown in the colours of the one before.
+void TestPanelPictures::limitsFollowTheirRange()
+{
+    Analyst user(m_files);
+    user.panel.show();
+    shot(user.map()->area());
+    QCOMPARE(user.limits(), QString("1.5 to 4.5"));
+    const auto recalculated = [&user](const QString &valence) {
+        rowtools::type(user.reference(3)->valenceEdit(), valence);
+        user.click("CalcMapB");
+        shot(user.map()->area());
+        return user.limits();
+    };
+    QCOMPARE(recalculated("5"), QString("1.5 to 5.5"));
+    user.map()->setLimits(2, 3); // the user's own
+    QCOMPARE(recalculated("6"), QString("2 to 3"));
+    user.click("MapRatio1");
+    QCOMPARE(user.limits(), QString("-0.1 to 1.1"));
+    QVERIFY(user.map()->ui.Title->text().endsWith("Ratio 1"));
+}
+
+void TestPanelPictures::graphRangesFollow()
+{
+    Analyst user(m_files);
+    const auto top = [&user](Displays::DispId id) {
+        user.panel.displays()->grab();
+        return user.panel.displays()->dabs[id]->area()->cc.ry1();
+    };
+    const double spread = top(Displays::HistA);
+    QVERIFY(spread < 1.1 * 24);
+    user.click("HgAAuto");
+    for (int i = 1; i <= 3; ++i)
+        rowtools::type(user.reference(i)->valenceEdit(), "3");
+    user.click("CalcMapB"); // every pixel is in one box
+    QCOMPARE(top(Displays::HistA), 1.1 * 24);
+    QVERIFY(top(Displays::Muts) > 2); // as measured
+    user.click("NBy2Vics");
+    QVERIFY(top(Displays::Muts) < 1.9);
 }
 
 void TestPanelPictures::doubleClickedLimits()

@@ -1112,6 +1112,10 @@
         <source>The conditions are on the clipboard.</source>
         <translation>条件をクリップボードにコピーしました。</translation>
     </message>
+    <message>
+        <source>Result map, %1</source>
+        <translation>結果マップ、%1</translation>
+    </message>
 </context>
 <context>
     <name>HeaderMenu</name>
