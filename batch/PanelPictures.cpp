@@ -141,7 +141,6 @@ bool saveResultMaps(FourPs *panel, PictureFolder *folder)
         const PoppedOut<DispMBase> popped(map, mapArea(results.width(), results.height()));
         if (const auto range = percentileRange(values, results.count()); range && !panel->selectedNewMap())
             map->setLimits(range->min, range->max); // it has no range of its own
-        map->ui.Title->setText(FourPs::tr(quantity.name));
         if (!folder->save(*map->headerMenu(), QLatin1String("Map_") + fileNamePart(quantity.name)))
             return false;
     }

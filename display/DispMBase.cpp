@@ -93,6 +93,14 @@ void DispMBase::placeArea()
         return QRect(room.left(), area.top(), room.width(), area.height());
     };
     ui.gridLayout_3->addItem(new PlacedItem(ui.frame_2, besideArea), 1, 1);
+
+    // What the map leaves free is paper, as its margins are.
+    QPalette paper = palette();
+    ui.frame->setPalette(paper);
+    ui.frame->setAutoFillBackground(true);
+    paper.setColor(QPalette::Window, Qt::white);
+    ui.DispABFrame->setPalette(paper);
+    ui.DispABFrame->setAutoFillBackground(true);
 }
 
 QRect DispMBase::areaIn(const QRect &room) const

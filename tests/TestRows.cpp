@@ -69,6 +69,7 @@ private slots:
     void mapReports_data();
     void mapReports();
     void energyRowFields();
+    void narrowFieldsShowTheWholeNumber();
     void ticksAreAnnouncedWhenClicked();
 
 private:
@@ -306,6 +307,23 @@ void TestRows::energyRowFields()
              QVector<double>({0, 3, 0, 0}));
     type(field(&row, "Mut1"), "7"); // only shown
     QCOMPARE(row.referenceValue(0), 1.0);
+}
+
+/// A number cut before its exponent reads as another one.
+void TestRows::narrowFieldsShowTheWholeNumber()
+{
+    AEPoint row;
+    row.resize(row.minimumSizeHint());
+    row.grab(); // lays it out
+    QLineEdit *const shown = field(&row, "Mut1");
+    const int width = shown->width();
+    const QFont font = shown->font();
+    row.setReferenceValue(0, -4.07114e-05);
+    row.grab();
+    QCOMPARE(shown->width(), width); // the columns stay where they are
+    QVERIFY(QFontMetrics(shown->font()).horizontalAdvance(shown->text()) < width);
+    row.setReferenceValue(0, 1);
+    QCOMPARE(shown->font(), font);
 }
 
 void TestRows::ticksAreAnnouncedWhenClicked()
