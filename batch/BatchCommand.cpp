@@ -35,23 +35,53 @@ QVector<JobOrErrors> readJobs(const BatchOptions &options)
     return jobs;
 }
 
-/// Jobs that would write the same files are wrong, whichever comes first.
+QStringList inputsOf(const Job &job)
+{
+    QStringList files = {job.fileName, job.target.file};
+    for (const Job::Reference &reference : job.references)
+        files << reference.file;
+    for (const Job::Energy &energy : job.energies)
+        files << energy.map;
+    files.removeAll(QString());
+    return files;
+}
+
+/// The pictures as one pattern, without the histograms: they are named after the result file.
+QStringList outputsOf(const Job &job)
+{
+    QStringList files = {job.resultFile, job.report};
+    if (!job.pictures.isEmpty())
+        files << QDir(job.pictures).filePath(QFileInfo(job.fileName).completeBaseName() + QLatin1String("_*.png"));
+    files.removeAll(QString());
+    return files;
+}
+
+/// The same text for every name of a file.
+QString identity(const QString &file)
+{
+    const QFileInfo info(file);
+    const QString canonical = info.canonicalFilePath(); // empty when there is no such file
+    return canonical.isEmpty() ? QDir::cleanPath(info.absoluteFilePath()) : canonical;
+}
+
+/// A job that would overwrite what any of the jobs reads, or what it or an earlier one writes, is wrong.
 void findCollisions(QVector<JobOrErrors> *jobs)
 {
-    QHash<QString, int> writers;
-    for (int i = 0; i < jobs->size(); ++i) {
-        const Job &job = jobs->at(i).job;
-        QStringList files = {job.resultFile, job.report};
-        if (!job.pictures.isEmpty())
-            files << QDir(job.pictures).filePath(QFileInfo(job.fileName).completeBaseName() + QLatin1String("_*.png"));
-        for (const QString &file : qAsConst(files)) {
-            if (file.isEmpty())
+    QHash<QString, QString> taken;
+    for (const JobOrErrors &job : qAsConst(*jobs)) {
+        for (const QString &file : inputsOf(job.job))
+            taken.insert(identity(file), QStringLiteral("an input of %1").arg(job.job.fileName));
+    }
+    for (JobOrErrors &job : *jobs) {
+        for (const QString &file : outputsOf(job.job)) {
+            const QFileInfo info(file);
+            if (info.exists() && !info.isFile()) // a device takes everything
                 continue;
-            const QString path = QDir::cleanPath(QFileInfo(file).absoluteFilePath());
-            const int first = writers.value(path, i);
-            writers.insert(path, first);
-            if (first != i)
-                (*jobs)[i].errors << QStringLiteral("%1 would write %2 too").arg(jobs->at(first).job.fileName, file);
+            const QString path = identity(file);
+            if (taken.contains(path))
+                job.errors << QStringLiteral("%1 cannot be written: it is %2").arg(file, taken.value(path));
+            else
+                taken.insert(path, QStringLiteral("an output of %1").arg(job.job.fileName));
         }
     }
 }

@@ -30,7 +30,8 @@ private slots:
     void unwritableOutputs();
     void worstOutcomeOfSeveralJobs();
     void checkWritesNothing();
-    void jobsThatWouldWriteTheSameFile();
+    void overwritingOutputs_data();
+    void overwritingOutputs();
     void parallelJobsAreAsSerialOnes();
     void interruptedRunIsRepeated();
 
@@ -246,15 +247,35 @@ void TestBatch::checkWritesNothing()
     QVERIFY(!m_sample.hasResults());
 }
 
-void TestBatch::jobsThatWouldWriteTheSameFile()
+void TestBatch::overwritingOutputs_data()
 {
+    QTest::addColumn<QByteArray>("report"); // of twin.json, which has the result file of four-points.json
+    QTest::addColumn<QString>("other");     // job that runs with it
+    QTest::addColumn<QString>("message");
+    QTest::newRow("two jobs, one file") << QByteArray("twin-report.json") << "four-points.json"
+                                        << "four-points.dat cannot be written: it is an output of .*four-points.json";
+    QTest::newRow("one job, one file") << QByteArray("x/../four-points.dat") << "non-equivalent.json"
+                                       << "four-points.dat cannot be written: it is an output of .*twin.json";
+    QTest::newRow("its own spectrum") << QByteArray("target.dat") << "non-equivalent.json"
+                                      << "target.dat cannot be written: it is an input of ";
+    QTest::newRow("another job") << QByteArray("non-equivalent.json") << "non-equivalent.json"
+                                 << "cannot be written: it is an input of .*non-equivalent.json";
+}
+
+void TestBatch::overwritingOutputs()
+{
+    QFETCH(QByteArray, report);
+    QFETCH(QString, other);
+    QFETCH(QString, message);
     m_sample.removeResults();
     QVERIFY(batchtools::write(m_sample.path("twin.json"),
-                              job("four-points.json").replace("four-points-report", "twin-report")));
-    QCOMPARE(m_sample.run({m_sample.path("four-points.json"), m_sample.path("twin.json")}), 2);
-    QCOMPARE(m_sample.mistakes().size(), 1);
-    QVERIFY2(m_sample.err.contains("twin.json: ") && m_sample.err.contains("four-points.dat too"),
-             qPrintable(m_sample.err));
+                              job("four-points.json").replace("four-points-report.json", report)));
+    const QByteArray target = job("target.dat");
+    QCOMPARE(m_sample.run({m_sample.path(other), m_sample.path("twin.json")}), 2);
+    const QStringList found = m_sample.mistakes();
+    QCOMPARE(found.size(), 1);
+    QVERIFY2(found.filter(QRegularExpression("twin.json: .*" + message)).size() == 1, qPrintable(m_sample.err));
+    QCOMPARE(job("target.dat"), target);
 }
 
 /// Runs the program itself.
