@@ -139,7 +139,7 @@ JobResult Run::run()
             writeReport();
         m_result.messages = m_panel.messages();
     }
-    m_progress.done(static_cast<double>(whole.elapsed()) * 1e-3);
+    m_progress.finish(m_result.outcome == JobOutcome::Done, static_cast<double>(whole.elapsed()) * 1e-3);
     return m_result;
 }
 

@@ -87,7 +87,11 @@ void Pool::start(std::size_t i)
     }
     m_processes[i] = std::make_unique<QProcess>();
     QProcess *const process = m_processes[i].get();
-    process->setProcessChannelMode(QProcess::ForwardedErrorChannel);
+    // Not handed on as it is: bars of several jobs would run into each other on a terminal. Lines do not.
+    QObject::connect(process, &QProcess::readyReadStandardError, process, [this, process] {
+        m_err << QString::fromLocal8Bit(process->readAllStandardError());
+        m_err.flush();
+    });
     QObject::connect(
         process, QOverload<int, QProcess::ExitStatus>::of(&QProcess::finished), process,
         [this, i](int code, QProcess::ExitStatus status) { finish(i, status == QProcess::NormalExit ? code : -1); });

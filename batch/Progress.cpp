@@ -12,8 +12,10 @@ Progress::Progress(QTextStream *err, const QString &job, int stages, bool isTerm
 
 Progress::~Progress()
 {
-    if (m_isLineOpen)
+    if (m_isLineOpen) {
         *m_err << '\n';
+        m_err->flush();
+    }
 }
 
 void Progress::stage(const QString &what)
@@ -22,10 +24,11 @@ void Progress::stage(const QString &what)
     show(what);
 }
 
-void Progress::done(double seconds)
+void Progress::finish(bool isDone, double seconds)
 {
-    m_stage = m_stages;
-    show(QStringLiteral("done in %1 s").arg(seconds, 0, 'f', 2));
+    if (isDone)
+        m_stage = m_stages;
+    show(QStringLiteral("%1 %2 s").arg(QLatin1String(isDone ? "done in" : "failed after")).arg(seconds, 0, 'f', 2));
 }
 
 void Progress::show(const QString &text)

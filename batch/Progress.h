@@ -14,7 +14,7 @@ public:
     ~Progress();
 
     void stage(const QString &what);
-    void done(double seconds);
+    void finish(bool isDone, double seconds);
 
 private:
     void show(const QString &text);

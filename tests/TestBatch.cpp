@@ -1,6 +1,7 @@
 #include "AnalystTools.h"
 #include "BatchTools.h"
 
+#include <QBuffer>
 #include <QImage>
 #include <QJsonArray>
 #include <QJsonDocument>
@@ -30,6 +31,8 @@ private slots:
     void unwritableOutputs();
     void worstOutcomeOfSeveralJobs();
     void checkWritesNothing();
+    void progressOnATerminal_data();
+    void progressOnATerminal();
     void overwritingOutputs_data();
     void overwritingOutputs();
     void parallelJobsAreAsSerialOnes();
@@ -245,6 +248,28 @@ void TestBatch::checkWritesNothing()
     QCOMPARE(m_sample.run({"--check", m_sample.path("four-points.json"), m_sample.path("non-equivalent.json")}), 0);
     QCOMPARE(m_sample.out.count(": no mistakes\n"), 2);
     QVERIFY(!m_sample.hasResults());
+}
+
+void TestBatch::progressOnATerminal_data()
+{
+    QTest::addColumn<QByteArray>("job");
+    QTest::addColumn<QByteArray>("end");
+    QTest::newRow("good") << QByteArray("four-points.json") << QByteArray("[####################] done in 0.");
+    QTest::newRow("wrong") << QByteArray("nothing.json") << QByteArray("[....................] failed after 0.");
+}
+
+/// The bar's line ends before anything else is printed.
+void TestBatch::progressOnATerminal()
+{
+    QFETCH(QByteArray, job);
+    QFETCH(QByteArray, end);
+    QBuffer terminal;
+    QVERIFY(terminal.open(QIODevice::WriteOnly));
+    QTextStream out(&terminal), err(&terminal);
+    runBatchCommand(parseBatchOptions({"flokluk-batch", "--check", m_sample.path(job)}), &out, &err, true);
+    const QList<QByteArray> lines = terminal.data().split('\n');
+    QCOMPARE(lines.size(), 3); // the bar, the outcome, nothing
+    QVERIFY2(lines[0].split('\r').last().startsWith("\033[K" + job + ' ' + end), lines[0].constData());
 }
 
 void TestBatch::overwritingOutputs_data()
