@@ -44,7 +44,7 @@ Job readContents(const QJsonObject &root, const QDir &directory, QStringList *er
     reader.require({"references", "energies"});
     readList(&reader, "references", Job::maxReferences, errors, [&job, &directory](JobReader *entry) {
         entry->allowOnly({"file", "use", "valence", "dE"});
-        entry->require({"file", "valence"});
+        entry->require({"valence"});
         job.references.append({inDirectory(directory, entry->text("file")), entry->truth("use", true),
                                entry->number("valence"), entry->number("dE")});
     });
@@ -103,25 +103,26 @@ JobOrErrors readJob(const QString &path)
 QByteArray Job::toJson() const
 {
     QJsonArray referenceList;
-    for (const Reference &reference : references)
-        referenceList.append(QJsonObject{
-            {"file", reference.file}, {"use", reference.use}, {"valence", reference.valence}, {"dE", reference.dE}});
+    const auto insertPath = [](QJsonObject *object, const char *key, const QString &path) {
+        if (!path.isEmpty())
+            object->insert(QLatin1String(key), path);
+    };
+    for (const Reference &reference : references) {
+        QJsonObject entry{{"use", reference.use}, {"valence", reference.valence}, {"dE", reference.dE}};
+        insertPath(&entry, "file", reference.file);
+        referenceList.append(entry);
+    }
     QJsonArray energyList;
     for (const Energy &energy : energies) {
         QJsonObject entry{
             {"energy", energy.energy}, {"use", energy.use}, {"vPoint", energy.vPoint}, {"lcf", energy.lcf}};
-        if (!energy.map.isEmpty())
-            entry.insert("map", energy.map);
+        insertPath(&entry, "map", energy.map);
         energyList.append(entry);
     }
     QJsonObject output;
-    const auto insertPath = [&output](const char *key, const QString &path) {
-        if (!path.isEmpty())
-            output.insert(QLatin1String(key), path);
-    };
-    insertPath("result", resultFile);
-    insertPath("pictures", pictures);
-    insertPath("report", report);
+    insertPath(&output, "result", resultFile);
+    insertPath(&output, "pictures", pictures);
+    insertPath(&output, "report", report);
     QJsonObject root{
         {"references", referenceList}, {"energies", energyList}, {"settings", settings}, {"output", output}};
     if (!target.file.isEmpty())

@@ -9,7 +9,7 @@
 /// file. Paths are absolute or relative to the working directory.
 struct Job {
     struct Reference {
-        QString file;
+        QString file; ///< empty: none, for a reference that is not used
         bool use = true;
         double valence = 0.0;
         double dE = 0.0; ///< energy shift, eV

@@ -63,6 +63,7 @@ QString JobReader::text(const QString &key)
 {
     const QJsonValue value = m_object.value(key);
     check(value.isUndefined() || value.isString(), nameOf(key) + QLatin1String(" must be a text"));
+    check(value != QJsonValue(QString()), nameOf(key) + QLatin1String(" must not be empty"));
     return value.toString();
 }
 

@@ -15,16 +15,25 @@
 namespace
 {
 
+template <class Condition>
+bool hasEnergy(const Job &job, Condition condition)
+{
+    return std::any_of(job.energies.begin(), job.energies.end(), condition);
+}
+
 bool wantsMap(const Job &job)
 {
-    return std::any_of(job.energies.begin(), job.energies.end(),
-                       [](const Job::Energy &energy) { return energy.use && !energy.map.isEmpty(); });
+    return hasEnergy(job, [](const Job::Energy &energy) { return energy.use && !energy.map.isEmpty(); });
+}
+
+bool wantsTarget(const Job &job)
+{
+    return !job.target.file.isEmpty() && hasEnergy(job, [](const Job::Energy &energy) { return energy.use; });
 }
 
 bool wantsFit(const Job &job)
 {
-    return !job.target.file.isEmpty() &&
-           std::any_of(job.energies.begin(), job.energies.end(), [](const Job::Energy &energy) { return energy.lcf; });
+    return !job.target.file.isEmpty() && hasEnergy(job, [](const Job::Energy &energy) { return energy.lcf; });
 }
 
 /// A refusal counts only where the job asks for the step: the panel always tries them all.
@@ -34,7 +43,7 @@ bool wants(const Job &job, FourPs::Step step)
     case FourPs::Step::Map:
         return wantsMap(job);
     case FourPs::Step::Target:
-        return !job.target.file.isEmpty();
+        return wantsTarget(job);
     case FourPs::Step::Fit:
         return wantsFit(job);
     case FourPs::Step::Write:
@@ -43,11 +52,17 @@ bool wants(const Job &job, FourPs::Step step)
     return true;
 }
 
-QStringList pointlessRequests(const Job &job)
+/// What a job that is run must have besides. One that is only shown may be unfinished.
+QStringList missingParts(const Job &job)
 {
     QStringList errors;
-    if (!wantsMap(job) && job.target.file.isEmpty())
-        errors << QStringLiteral("there is nothing to calculate: neither a used energy with a map nor a target");
+    for (int i = 0; i < job.references.size(); ++i) {
+        if (job.references[i].use && job.references[i].file.isEmpty())
+            errors << QStringLiteral("references[%1].file is missing").arg(i);
+    }
+    if (!wantsMap(job) && !wantsTarget(job) && !wantsFit(job))
+        errors << QStringLiteral("there is nothing to calculate: neither a used energy with a map, nor a target with "
+                                 "a used energy or one with lcf");
     else if (!wantsMap(job) && !job.resultFile.isEmpty())
         errors << QStringLiteral("output.result: there is no map that could be written");
     return errors;
@@ -148,7 +163,10 @@ void Run::load()
     const auto announce = [this](const QString &file) {
         m_progress.stage(QStringLiteral("reading %1").arg(QFileInfo(file).fileName()));
     };
-    for (const QString &error : loadJob(m_given, &m_panel, announce))
+    QStringList errors = loadJob(m_given, &m_panel, announce);
+    if (m_given.errors.isEmpty())
+        errors += missingParts(m_job);
+    for (const QString &error : qAsConst(errors))
         fail(JobOutcome::WrongJob, error);
     m_times.load = lap();
 }
@@ -188,10 +206,7 @@ void Run::writeReport()
 
 QStringList loadJob(const JobOrErrors &job, FourPs *panel, const std::function<void(const QString &file)> &loading)
 {
-    QStringList errors = job.errors + PanelSettings(panel).mistakes(job.job.settings);
-    if (job.errors.isEmpty())
-        errors += pointlessRequests(job.job);
-    return errors + panel->load(job.job, loading);
+    return job.errors + PanelSettings(panel).mistakes(job.job.settings) + panel->load(job.job, loading);
 }
 
 JobResult runJob(const JobOrErrors &job, const RunOptions &options)

@@ -26,6 +26,6 @@ struct RunOptions {
 /// mistakes of the job are found as well. Needs a QApplication.
 JobResult runJob(const JobOrErrors &job, const RunOptions &options);
 
-/// Takes the inputs and settings of a job into a panel; returns all mistakes of the job. `loading` hears of every file
-/// before it is read.
+/// Takes the inputs and settings of a job into a panel; returns all mistakes of the job, which need not ask for any
+/// calculation. `loading` hears of every file before it is read.
 QStringList loadJob(const JobOrErrors &job, FourPs *panel, const std::function<void(const QString &file)> &loading);

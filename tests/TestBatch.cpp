@@ -27,6 +27,7 @@ private slots:
     void pictures();
     void refusals_data();
     void refusals();
+    void targetByFitAlone();
     void unwritableOutputs_data();
     void unwritableOutputs();
     void worstOutcomeOfSeveralJobs();
@@ -208,6 +209,14 @@ void TestBatch::refusals()
     QVERIFY(m_sample.out.contains(message)); // the panel says it too
     QCOMPARE(QFile::exists(m_sample.path("four-points.dat")), writes);
     QVERIFY(QFile::exists(m_sample.path("four-points-report.json"))); // which says what happened
+}
+
+/// Without a used energy the target is not asked for by the four-points method, which would refuse.
+void TestBatch::targetByFitAlone()
+{
+    const QByteArray text = job("four-points.json").replace("\"use\": true, \"vPoint\"", "\"use\": false, \"vPoint\"");
+    QCOMPARE(m_sample.runJob(QByteArray(text).replace("\"result\": \"four-points.dat\", ", "")), 0);
+    QVERIFY(m_sample.out.contains("Result of LCF :: "));
 }
 
 void TestBatch::unwritableOutputs_data()

@@ -2,6 +2,7 @@
 #include "BatchTools.h"
 #include "analysis/JobReader.h"
 #include "analysis/PanelSettings.h"
+#include "batch/JobRunner.h"
 
 #include <QJsonDocument>
 #include <QtTest>
@@ -24,6 +25,7 @@ private slots:
     void edgeOfTheJob();
     void oneJobLeavesNothingForTheNext();
     void copiedConditionsGiveTheSameResult();
+    void unfinishedConditionsCanBeShown();
 
 private:
     batchtools::SampleJobs m_sample;
@@ -59,6 +61,7 @@ void TestJobs::wrongJobs_data()
     row("a map as target", "target.dat", "truth.txt", "target\\.file: .*truth.txt is no spectrum");
     row("missing map", "map3", "nomap3", "energies\\[2\\]\\.map: .*nomap3.* cannot be read");
     row("a map file that is none", "map1_8260.000eV.txt", "truth.txt", "energies\\[0\\]\\.map: .*truth.txt is no map");
+    row("empty name", "\"four-points.dat\"", "\"\"", "output\\.result must not be empty");
     row("nothing to calculate", "\"use\": true, \"vPoint\"", "\"use\": false, \"vPoint\"", "no map that could be");
 }
 
@@ -224,6 +227,21 @@ void TestJobs::copiedConditionsGiveTheSameResult()
         QVERIFY(hand.size() > 100);
         QCOMPARE(batchtools::read(files.path(QLatin1String("again") + QLatin1String(part))), hand);
     }
+}
+
+/// The second of two references that are to be used has a file, and nothing else does.
+void TestJobs::unfinishedConditionsCanBeShown()
+{
+    paneltools::User user;
+    user.load(user.reference(2), m_sample.path("ref2_valence3.dat"));
+    const QString path = m_sample.path("job.json");
+    QVERIFY(batchtools::write(path, user.panel.job().toJson()));
+    FourPs panel;
+    QCOMPARE(loadJob(readJob(path), &panel, {}), QStringList());
+    QVERIFY(panel.references()[0]->isUsed() && panel.references()[1]->selector()->valid());
+    QCOMPARE(m_sample.run({path}), 2);
+    QCOMPARE(m_sample.mistakes().filter("references[0].file is missing").size(), 1);
+    QCOMPARE(m_sample.mistakes().filter("nothing to calculate").size(), 1);
 }
 
 QTEST_MAIN(TestJobs)
