@@ -114,10 +114,15 @@ int runBatchCommand(const BatchOptions &options, QTextStream *out, QTextStream *
     }
     QVector<JobOrErrors> jobs = readJobs(options);
     findCollisions(&jobs);
-    if (options.processes > 1 && jobs.size() > 1)
-        return runInParallel(jobs, options, out, err);
     int code = 0;
-    for (const JobOrErrors &job : qAsConst(jobs))
-        code = qMax(code, runOne(job, options, out, err, isTerminal));
-    return code;
+    if (options.processes > 1 && jobs.size() > 1) {
+        code = runInParallel(jobs, options, out, err);
+    } else {
+        for (const JobOrErrors &job : qAsConst(jobs))
+            code = qMax(code, runOne(job, options, out, err, isTerminal));
+    }
+    if (out->status() == QTextStream::Ok)
+        return code;
+    *err << "flokluk-batch: cannot write to standard output\n";
+    return qMax(code, static_cast<int>(JobOutcome::CannotWrite));
 }

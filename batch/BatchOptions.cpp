@@ -42,8 +42,8 @@ BatchOptions parseBatchOptions(const QStringList &arguments)
     const QCommandLineOption show(QStringLiteral("show"), QStringLiteral("Open the window with one job loaded."));
     const QCommandLineOption japanese(QStringLiteral("j"), QStringLiteral("Japanese texts."));
     const QCommandLineOption english(QStringLiteral("e"), QStringLiteral("English texts (default)."));
-    parser.addOptions({pictures, report, processes, check, show, japanese, english});
-    const QCommandLineOption help = parser.addHelpOption();
+    const QCommandLineOption help({QStringLiteral("h"), QStringLiteral("help")}, QStringLiteral("Show this help."));
+    parser.addOptions({pictures, report, processes, check, show, japanese, english, help});
     const QCommandLineOption version = parser.addVersionOption();
 
     BatchOptions options;

@@ -10,17 +10,11 @@
 
 #include <algorithm>
 #include <cstdio>
-#include <cstring>
 
 #include <unistd.h>
 
 namespace
 {
-
-bool hasArgument(int argc, char *argv[], const char *argument)
-{
-    return std::any_of(argv, argv + argc, [argument](const char *given) { return std::strcmp(given, argument) == 0; });
-}
 
 /// Standard error is for progress and mistakes: leaves out notes, and what Qt says about a platform without a screen.
 void handleQtMessage(QtMsgType type, const QMessageLogContext &, const QString &text)
@@ -50,9 +44,9 @@ int showJob(const QString &file, QTextStream *err)
 
 int main(int argc, char *argv[])
 {
-    // Jobs need no screen; who wants one says so.
-    const bool needsScreen = hasArgument(argc, argv, "--show") || hasArgument(argc, argv, "-platform");
-    if (!needsScreen && !qEnvironmentVariableIsSet("QT_QPA_PLATFORM"))
+    // Only a window needs a screen. Who wants one all the same says so; Qt takes -platform before the environment.
+    const bool isShown = std::any_of(argv, argv + argc, [](const char *word) { return qstrcmp(word, "--show") == 0; });
+    if (!isShown && !qEnvironmentVariableIsSet("QT_QPA_PLATFORM"))
         qputenv("QT_QPA_PLATFORM", "offscreen");
     qInstallMessageHandler(handleQtMessage);
     QCoreApplication::setAttribute(Qt::AA_EnableHighDpiScaling);
