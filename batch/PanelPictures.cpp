@@ -139,8 +139,10 @@ bool saveResultMaps(FourPs *panel, PictureFolder *folder)
             continue;
         panel->showQuantity(quantity.position);
         const PoppedOut<DispMBase> popped(map, mapArea(results.width(), results.height()));
-        if (const auto range = percentileRange(values, results.count()); range && !panel->selectedNewMap())
-            map->setLimits(range->min, range->max); // it has no range of its own
+        if (!panel->selectedNewMap()) { // it has no range of its own
+            if (const auto range = percentileRange(values, results.count()))
+                map->setLimits(range->min, range->max);
+        }
         if (!folder->save(*map->headerMenu(), QLatin1String("Map_") + fileNamePart(quantity.name)))
             return false;
     }
