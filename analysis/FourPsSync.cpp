@@ -7,6 +7,8 @@
 #include <QFileInfo>
 #include <QScopedValueRollback>
 
+#include <algorithm>
+
 void FourPs::noticedNewEdge(double e)
 {
     if (!ui.EdgeFixed->isChecked())
@@ -104,6 +106,13 @@ void FourPs::receiveNewEnergy(double)
 
 void FourPs::receiveNewMap()
 {
+    if (auto *const row = qobject_cast<AEPoint *>(sender())) {
+        const auto other = std::find_if(m_energyRows.begin(), m_energyRows.end(), [row](const AEPoint *candidate) {
+            return candidate != row && candidate->loaded();
+        });
+        if (other != m_energyRows.end())
+            row->sharePositions(**other);
+    }
     calcBoth();
     repaintDisplays();
 }

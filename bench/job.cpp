@@ -27,7 +27,7 @@ namespace
 {
 
 constexpr int side = 1024;
-constexpr int turns = 3;
+constexpr int turns = 5;
 constexpr double failed = 1e300;
 
 /// A process that ran to its end: seconds and the most memory it held.

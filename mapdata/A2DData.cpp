@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <cstring>
 
 QStringList A2DData::headerLines() const
 {
@@ -39,6 +40,17 @@ void A2DData::setSizeFromPositions()
         return equal > std::numeric_limits<int>::max() ? 0 : static_cast<int>(equal);
     };
     setSize(equalToFirst(m_y), equalToFirst(m_x));
+}
+
+void A2DData::sharePositions(const A2DData &other)
+{
+    const auto same = [](const numeric::Plane &l, const numeric::Plane &r) {
+        return l.size() == r.size() && std::memcmp(l.data(), r.data(), l.size() * sizeof(double)) == 0;
+    };
+    if (count() == 0 || &other == this || !same(m_x, other.m_x) || !same(m_y, other.m_y))
+        return;
+    m_x = other.m_x.share();
+    m_y = other.m_y.share();
 }
 
 A2DData::Columns A2DData::resize(qint64 count)

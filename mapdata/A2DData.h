@@ -67,6 +67,10 @@ public:
     /// number whose x is the first one's. 1 x 1 with one pixel, 0 x 0 with none; a NaN in the first position gives 0.
     void setSizeFromPositions();
 
+    /// Keeps the positions of `other` in the place of its own where they are the same, bit for bit: the maps of one
+    /// sample were measured at the same points, and need the memory for them once.
+    void sharePositions(const A2DData &other);
+
     /// Makes room for `count` pixels, contents undefined, to be filled through the returned columns.
     /// Throws std::bad_alloc.
     Columns resize(qint64 count);

@@ -21,6 +21,8 @@ public:
     /// What the file loaded last holds; to be used only when loaded().
     const A2DData &data() const { return m_data; }
     bool loaded() const { return m_loaded; }
+    /// Saves memory where the other map was measured at the same points.
+    void sharePositions(const AEPoint &other) { m_data.sharePositions(other.m_data); }
 
     /// eV; 0 when the field holds no number.
     double energy() const;

@@ -89,6 +89,7 @@ private slots:
     void whatCannotBeOpened_data();
     void whatCannotBeOpened();
     void loadingAgain();
+    void sharedPositions();
     void hostileFiles_data();
     void hostileFiles();
     void fileThatChangesMeanwhile();
@@ -370,6 +371,24 @@ void TestMapData::loadingAgain()
         QVERIFY(parseMapText("# 2003901\n0 0 1\n", &data).loaded);
         QCOMPARE(data.headerLines().size(), 1);
     }
+}
+
+/// Maps of the same points hold them once; neither notices when the other loads another file.
+void TestMapData::sharedPositions()
+{
+    A2DData first, second, other;
+    parseMapText("# 1301\n0 0 1 2\n0.5 0 3 4\n", &first);
+    parseMapText("# 1301\n0 0 5 6\n0.5 0 7 8\n", &second);
+    parseMapText("# 1301\n0 0 5 6\n0.5 -0 7 8\n", &other);
+    second.sharePositions(first);
+    other.sharePositions(first); // -0 is another position in a result file
+    QCOMPARE(second.x().data(), first.x().data());
+    QCOMPARE(second.y().data(), first.y().data());
+    QVERIFY(other.x().data() != first.x().data());
+    QCOMPARE(second.record(1).I, 7.0);
+    parseMapText("# 1301\n9 9 1 2\n8 8 3 4\n", &first);
+    QCOMPARE(second.record(1).x, 0.5);
+    QCOMPARE(first.record(0).x, 9.0);
 }
 
 void TestMapData::hostileFiles_data()
