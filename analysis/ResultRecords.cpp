@@ -27,58 +27,54 @@ bool ResultRecords::reset(Method method, const A2DData &map)
     if (pixels > mostPixels)
         return false;
     const auto count = static_cast<std::size_t>(pixels);
-    const auto isNeeded = [method](std::size_t i) {
-        return method == Method::NonEquivalent || i == ResultPosition::ratio || i == ResultPosition::amount;
+    const bool isNonEquivalent = method == Method::NonEquivalent;
+    const auto isNeeded = [isNonEquivalent](std::size_t i) {
+        return isNonEquivalent || i == ResultPosition::ratio || i == ResultPosition::amount;
     };
     try {
         // Larger planes are made beside the old ones, so that these survive a failure.
         numeric::Plane x = positions(map.x(), count);
         numeric::Plane y = positions(map.y(), count);
         std::array<numeric::Plane, quantityCount> larger;
-        const auto grow = [count](const numeric::Plane &old, numeric::Plane *plane) {
-            if (old.capacity() < count)
-                plane->resize(count);
-        };
         for (std::size_t i = 0; i < larger.size(); ++i) {
-            if (isNeeded(i))
-                grow(m_planes[i], &larger[i]);
+            if (isNeeded(i) && (m_isZero[i] || m_planes[i].capacity() < count))
+                larger[i].resize(count);
         }
-        const auto take = [](numeric::Plane *old, numeric::Plane *plane) {
-            if (plane->size() > 0)
-                *old = std::move(*plane);
-        };
+        numeric::Plane zeros;
+        if (isNonEquivalent && m_zeros.capacity() < count)
+            zeros.resize(count);
+
         for (std::size_t i = 0; i < larger.size(); ++i) {
-            if (larger[i].size() > 0)
-                m_zeros[i] = 0;
-            take(&m_planes[i], &larger[i]);
+            if (larger[i].size() > 0 || m_isZero[i])
+                m_planes[i] = std::move(larger[i]);
+        }
+        if (zeros.size() > 0) {
+            m_zeros = std::move(zeros);
+            m_zerosKnown = 0;
         }
         m_x = std::move(x);
         m_y = std::move(y);
     } catch (const std::bad_alloc &) {
         return false;
     }
+    m_isZero.fill(false);
     for (std::size_t i = 0; i < m_planes.size(); ++i) {
-        if (isNeeded(i)) {
+        if (isNeeded(i))
             m_planes[i].resize(count);
-        } else {
+        else
             m_planes[i].clear();
-            m_zeros[i] = 0;
-        }
     }
-    if (method == Method::FourPoints)
-        m_zeros.fill(0); // a() and t() are filled past quantity()
+    if (isNonEquivalent) {
+        m_zeros.resize(count); // nothing shares it now
+    } else {
+        m_zeros.clear();
+        m_zerosKnown = 0;
+    }
     m_method = method;
     m_width = map.nx();
     m_height = map.ny();
     m_count = count;
     return true;
-}
-
-double *ResultRecords::quantity(int position)
-{
-    const auto i = static_cast<std::size_t>(position);
-    m_zeros[i] = 0;
-    return m_planes[i].data();
 }
 
 const double *ResultRecords::quantity(int position) const
@@ -88,11 +84,11 @@ const double *ResultRecords::quantity(int position) const
 
 void ResultRecords::setZero(int position)
 {
-    const auto i = static_cast<std::size_t>(position);
-    numeric::Plane &plane = m_planes[i];
-    if (m_zeros[i] < plane.size())
-        std::fill(plane.data() + m_zeros[i], plane.data() + plane.size(), 0.0);
-    m_zeros[i] = std::max(m_zeros[i], plane.size());
+    if (m_zerosKnown < m_count)
+        std::fill(m_zeros.data() + m_zerosKnown, m_zeros.data() + m_count, 0.0);
+    m_zerosKnown = std::max(m_zerosKnown, m_count);
+    m_planes[static_cast<std::size_t>(position)] = m_zeros.share();
+    m_isZero[static_cast<std::size_t>(position)] = true;
 }
 
 ResultRecord ResultRecords::record(std::size_t index) const

@@ -47,12 +47,12 @@ public:
     /// In a non-equivalent result, a and t are the quantities at ResultPosition::ratio and amount.
     double *a() { return m_planes[ResultPosition::ratio].data(); }
     double *t() { return m_planes[ResultPosition::amount].data(); }
-    /// To be filled; non-equivalent results only.
-    double *quantity(int position);
-    /// Makes the whole plane 0; costs nothing when setZero() left it so and quantity() was not called since.
+    /// To be filled; non-equivalent results only, and not after setZero().
+    double *quantity(int position) { return m_planes[static_cast<std::size_t>(position)].data(); }
+    /// Makes the whole quantity 0; all such quantities share one plane.
     void setZero(int position);
-    /// Whether setZero() made the plane 0: the method knows no such quantity.
-    bool isZero(int position) const { return m_count > 0 && m_zeros[static_cast<std::size_t>(position)] >= m_count; }
+    /// Whether setZero() made the quantity 0: the method knows no such quantity.
+    bool isZero(int position) const { return m_isZero[static_cast<std::size_t>(position)]; }
     const double *x() const { return m_x.data(); }
     const double *y() const { return m_y.data(); }
     const double *a() const { return m_planes[ResultPosition::ratio].data(); }
@@ -70,5 +70,7 @@ private:
     std::size_t m_count = 0;
     numeric::Plane m_x, m_y; ///< at least m_count values
     std::array<numeric::Plane, quantityCount> m_planes;
-    std::array<std::size_t, quantityCount> m_zeros = {}; // so many leading values of the plane are known to be 0
+    std::array<bool, quantityCount> m_isZero = {}; ///< these planes are m_zeros
+    numeric::Plane m_zeros;
+    std::size_t m_zerosKnown = 0; ///< so many leading values of it are 0
 };
