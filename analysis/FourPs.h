@@ -66,7 +66,7 @@ public:
 
     /// Takes the inputs and settings of a job in the place of all present ones; calculates and writes nothing.
     /// `loading` hears of every file before it is read. Returns one sentence, beginning with the key in the job, for
-    /// each file that could not be loaded. The names of the settings must be right (see PanelSettings::mistakes).
+    /// each file that could not be loaded. Settings that the panel does not have are left out (see PanelSettings).
     QStringList load(const Job &job, const std::function<void(const QString &file)> &loading = {});
     /// The present inputs and settings as a job.
     Job job() const;

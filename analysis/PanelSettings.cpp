@@ -8,6 +8,8 @@
 #include <QCheckBox>
 #include <QRadioButton>
 
+#include <cmath>
+
 namespace
 {
 
@@ -27,10 +29,11 @@ QList<Control *> ownControls(const QWidget *panel)
     return controls;
 }
 
-/// Fields say what they count as: a text that is no number counts as 0.
+/// Fields say what they count as: a text that is no number counts as 0. "inf" and "nan" have no other form in JSON.
 QJsonValue fieldValue(const QLineEdit *field)
 {
-    return field->text().isEmpty() ? QJsonValue(QString()) : QJsonValue(number(field));
+    const bool isText = field->text().isEmpty() || !std::isfinite(number(field));
+    return isText ? QJsonValue(field->text()) : QJsonValue(number(field));
 }
 
 QString settingName(const QString &key)

@@ -1,11 +1,10 @@
 #pragma once
 
+#include "PanelTools.h"
 #include "batch/BatchCommand.h"
-#include "samples/SampleWriter.h"
 
 #include <QDir>
 #include <QFile>
-#include <QTemporaryDir>
 #include <QTextStream>
 
 /// What the tests of flokluk-batch share: the sample without noise, with its two jobs, and a command line to run.
@@ -24,33 +23,22 @@ inline bool write(const QString &path, const QByteArray &text)
     return file.open(QIODevice::WriteOnly) && file.write(text) == text.size();
 }
 
-class SampleJobs
+/// The sample and its two jobs in a folder of their own, and what running them there printed.
+class SampleJobs : public paneltools::SampleFiles
 {
 public:
-    bool make(int width = 16, int height = 12)
-    {
-        sample::SampleOptions options;
-        options.directory = m_dir.path();
-        options.width = width;
-        options.height = height;
-        options.noise = 0;
-        QStringList written;
-        QString error;
-        return sample::writeSample(options, &written, &error);
-    }
-    QString path(const QString &name) const { return m_dir.filePath(name); }
+    bool make(int width = 16, int height = 12) { return SampleFiles::make(width, height); }
+
     /// What lies beside the inputs.
     void removeResults() const
     {
-        for (const QString &name : QDir(m_dir.path()).entryList({"*points*.dat", "*equivalent*.dat", "*report.json"}))
+        for (const QString &name : QDir(dir()).entryList({"*points*.dat", "*equivalent*.dat", "*report.json"}))
             QFile::remove(path(name));
         QDir(path("pictures")).removeRecursively();
     }
     bool hasResults() const
     {
-        return !QDir(m_dir.path())
-                    .entryList({"*points*.dat", "*equivalent*.dat", "*report.json", "pictures"})
-                    .isEmpty();
+        return !QDir(dir()).entryList({"*points*.dat", "*equivalent*.dat", "*report.json", "pictures"}).isEmpty();
     }
 
     /// Runs the arguments; what comes out is in `out` and `err`.
@@ -69,9 +57,6 @@ public:
 
     QString out;
     QString err;
-
-private:
-    QTemporaryDir m_dir;
 };
 
 } // namespace batchtools
