@@ -59,40 +59,39 @@ bool JobReader::check(bool good, const QString &message)
     return good;
 }
 
-QString JobReader::text(const QString &key)
+/// The value of a key; undefined when it is missing, and a mistake when it is not of that type.
+QJsonValue JobReader::typed(const QString &key, QJsonValue::Type type, const char *name)
 {
     const QJsonValue value = m_object.value(key);
-    check(value.isUndefined() || value.isString(), nameOf(key) + QLatin1String(" must be a text"));
+    check(value.isUndefined() || value.type() == type, nameOf(key) + QLatin1String(" must be ") + QLatin1String(name));
+    return value;
+}
+
+QString JobReader::text(const QString &key)
+{
+    const QJsonValue value = typed(key, QJsonValue::String, "a text");
     check(value != QJsonValue(QString()), nameOf(key) + QLatin1String(" must not be empty"));
     return value.toString();
 }
 
 double JobReader::number(const QString &key)
 {
-    const QJsonValue value = m_object.value(key);
-    check(value.isUndefined() || value.isDouble(), nameOf(key) + QLatin1String(" must be a number"));
-    return value.toDouble();
+    return typed(key, QJsonValue::Double, "a number").toDouble();
 }
 
 bool JobReader::truth(const QString &key, bool absent)
 {
-    const QJsonValue value = m_object.value(key);
-    check(value.isUndefined() || value.isBool(), nameOf(key) + QLatin1String(" must be true or false"));
-    return value.toBool(absent);
+    return typed(key, QJsonValue::Bool, "true or false").toBool(absent);
 }
 
 QJsonObject JobReader::object(const QString &key)
 {
-    const QJsonValue value = m_object.value(key);
-    check(value.isUndefined() || value.isObject(), nameOf(key) + QLatin1String(" must be an object { }"));
-    return value.toObject();
+    return typed(key, QJsonValue::Object, "an object { }").toObject();
 }
 
 QJsonArray JobReader::array(const QString &key, int atMost)
 {
-    const QJsonValue value = m_object.value(key);
-    check(value.isUndefined() || value.isArray(), nameOf(key) + QLatin1String(" must be a list [ ]"));
-    const QJsonArray array = value.toArray();
+    const QJsonArray array = typed(key, QJsonValue::Array, "a list [ ]").toArray();
     check(array.size() <= atMost, QStringLiteral("%1 has %2 entries where at most %3 are possible")
                                       .arg(nameOf(key), QString::number(array.size()), QString::number(atMost)));
     return array;

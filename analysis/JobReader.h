@@ -29,6 +29,7 @@ public:
 
 private:
     bool check(bool good, const QString &message);
+    QJsonValue typed(const QString &key, QJsonValue::Type type, const char *name);
 
     QJsonObject m_object;
     QString m_where;

@@ -7,6 +7,7 @@
 #include <QProcess>
 #include <QTextStream>
 
+#include <algorithm>
 #include <memory>
 #include <vector>
 
