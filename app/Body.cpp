@@ -1,6 +1,6 @@
 #include "app/Body.h"
 
-#include "analysis/FourPs.h"
+#include "analysis/panel/FourPs.h"
 
 #include <QApplication>
 #include <QCloseEvent>

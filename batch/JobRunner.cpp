@@ -1,7 +1,7 @@
 #include "batch/JobRunner.h"
 
-#include "analysis/FourPs.h"
-#include "analysis/PanelSettings.h"
+#include "analysis/panel/FourPs.h"
+#include "analysis/panel/PanelSettings.h"
 #include "batch/PanelPictures.h"
 #include "batch/Progress.h"
 #include "batch/RunReport.h"

@@ -1,7 +1,7 @@
 #include "batch/PanelPictures.h"
 
-#include "analysis/FourPs.h"
-#include "analysis/ResultQuantities.h"
+#include "analysis/panel/FourPs.h"
+#include "analysis/results/ResultQuantities.h"
 #include "display/DispABase.h"
 #include "display/DispMBase.h"
 #include "display/HeaderMenu.h"

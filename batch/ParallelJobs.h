@@ -1,6 +1,6 @@
 #pragma once
 
-#include "analysis/Job.h"
+#include "analysis/job/Job.h"
 #include "batch/BatchOptions.h"
 
 class QTextStream;

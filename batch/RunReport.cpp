@@ -1,9 +1,9 @@
 #include "batch/RunReport.h"
 
-#include "analysis/FourPs.h"
-#include "analysis/QuantityRange.h"
-#include "analysis/ResultQuantities.h"
-#include "analysis/Statistics.h"
+#include "analysis/panel/FourPs.h"
+#include "analysis/results/QuantityRange.h"
+#include "analysis/results/ResultQuantities.h"
+#include "analysis/results/Statistics.h"
 
 #include <QFileInfo>
 #include <QJsonArray>

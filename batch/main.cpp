@@ -1,4 +1,4 @@
-#include "analysis/FourPs.h"
+#include "analysis/panel/FourPs.h"
 #include "app/Body.h"
 #include "app/StartUp.h"
 #include "batch/BatchCommand.h"

@@ -1,12 +1,12 @@
 // Drawing each result display with 2048 x 2048 results, first and again, at 800 x 600 pixels. Every time is the best of
 // several rounds, but the first drawing of a map, which colours it, is among them. The points of the scatters are
 // checked against drawing them one by one.
-#include "analysis/HistogramDrawing.h"
-#include "analysis/LcfVsMpsDrawing.h"
-#include "analysis/M2M3Drawing.h"
-#include "analysis/MapDrawing.h"
-#include "analysis/MutsDrawing.h"
-#include "analysis/ScatterDrawing.h"
+#include "analysis/drawing/HistogramDrawing.h"
+#include "analysis/drawing/LcfVsMpsDrawing.h"
+#include "analysis/drawing/M2M3Drawing.h"
+#include "analysis/drawing/MapDrawing.h"
+#include "analysis/drawing/MutsDrawing.h"
+#include "analysis/drawing/ScatterDrawing.h"
 #include "display/DispABase.h"
 #include "display/DispMBase.h"
 #include "display/HistogramBins.h"

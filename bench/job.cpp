@@ -2,7 +2,7 @@
 // the result file and the histograms; the same is done by a script with pandas and numpy. Both are whole processes, the
 // start of the program included; they take turns, several runs each, and the best of each counts: a virtual machine may
 // have to fetch memory from its host that lay idle while the other one ran.
-#include "analysis/NonEquivalent.h"
+#include "analysis/methods/NonEquivalent.h"
 #include "samples/EdgeModel.h"
 #include "samples/SampleTexts.h"
 #include "samples/SampleWriter.h"

@@ -1,8 +1,9 @@
 // The map calculations with one and with all threads, against numpy in the same run on the same counts. Every time is
 // the best of several rounds into memory that the first round has made; both sides take turns several times, because a
 // machine shared with others is slower at some times than at others.
-#include "analysis/FourPointsMap.h"
-#include "analysis/NonEquivalent.h"
+#include "analysis/methods/FourPointsMap.h"
+#include "analysis/methods/NonEquivalent.h"
+#include "analysis/results/MapRecords.h"
 #include "numeric/ParallelRanges.h"
 
 #include <QElapsedTimer>
@@ -131,7 +132,7 @@ Case nonEquivalentCase(const std::vector<A2DData> &maps, int references, NonEqui
                     {"points", toJson(c.points)},
                     {"valences", toJson(input.valences)}};
     c.run = [input](ResultRecords *results, int threads) {
-        return calcNonEquivalentMap(input, results, threads);
+        return fillRecords(input, results, threads);
     };
     c.column1 = ResultPosition::valence;
     c.column2 = ResultPosition::amount;
@@ -161,7 +162,7 @@ Case fourPointsCase(const std::vector<A2DData> &maps, const char *kind, FourPoin
                     {"e", toJson(input.references.energies)},
                     {"r", input.references.r}};
     c.run = [input](ResultRecords *results, int threads) {
-        return calcFourPointsMap(input, results, threads);
+        return fillRecords(input, results, threads);
     };
     c.column1 = c.column2 = -1;
     return c;

@@ -1,8 +1,8 @@
 #include "mapdata/AEPoint.h"
 
-#include "mapdata/CompactControls.h"
+#include "controls/CompactControls.h"
+#include "controls/WaitCursor.h"
 #include "mapdata/MapFileReader.h"
-#include "mapdata/WaitCursor.h"
 
 #include <QDragEnterEvent>
 #include <QFileInfo>

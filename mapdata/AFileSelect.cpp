@@ -1,6 +1,6 @@
 #include "mapdata/AFileSelect.h"
 
-#include "mapdata/CompactControls.h"
+#include "controls/CompactControls.h"
 
 #include <QDragEnterEvent>
 #include <QFileInfo>

@@ -1,6 +1,6 @@
 #include "spectrum/ARefFile.h"
 
-#include "mapdata/CompactControls.h"
+#include "controls/CompactControls.h"
 
 #include <QDragEnterEvent>
 

@@ -1,8 +1,8 @@
 #include "spectrum/AXafsFileSelect.h"
 
+#include "controls/WaitCursor.h"
 #include "display/DispArea.h"
 #include "display/GraphBoxes.h"
-#include "mapdata/WaitCursor.h"
 #include "spectrum/SpectrumDrawing.h"
 
 #include <QDebug>

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "analysis/NonEquivalent.h"
+#include "analysis/methods/NonEquivalent.h"
 #include "spectrum/AMutE.h"
 
 #include <algorithm>

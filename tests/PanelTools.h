@@ -1,7 +1,7 @@
 #pragma once
 
 #include "RowTools.h"
-#include "analysis/FourPs.h"
+#include "analysis/panel/FourPs.h"
 #include "samples/EdgeModel.h"
 #include "samples/SampleWriter.h"
 

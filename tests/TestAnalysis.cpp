@@ -1,6 +1,7 @@
-#include "analysis/FourPoints.h"
-#include "analysis/FourPointsMap.h"
-#include "analysis/Statistics.h"
+#include "analysis/methods/FourPoints.h"
+#include "analysis/methods/FourPointsMap.h"
+#include "analysis/results/MapRecords.h"
+#include "analysis/results/Statistics.h"
 #include "mapdata/MapFileReader.h"
 
 #include <QtTest>
@@ -245,7 +246,7 @@ void TestAnalysis::mapPixelsAreTheSolversResults()
         for (const A2DData &map : maps)
             input.maps.push_back(&map);
         ResultRecords results;
-        QVERIFY(calcFourPointsMap(input, &results));
+        QVERIFY(fillRecords(input, &results));
         QCOMPARE(results.width(), 3);
         QCOMPARE(results.height(), 2);
         const double wanted[] = {0.3, 0.8, 0.3, 0.8, 0.8, 0.3};
@@ -275,7 +276,7 @@ void TestAnalysis::mapSizesMayDiffer()
     input.references.b = {0, 1, 1};
     input.maps = {&p, &q, &r};
     ResultRecords results;
-    QVERIFY(calcFourPointsMap(input, &results));
+    QVERIFY(fillRecords(input, &results));
     QCOMPARE(results.count(), std::size_t(2));
     QCOMPARE(results.record(0).a, 0.5);
     QCOMPARE(results.record(1).a, 1 - (0.5 + 1) / (1.0 + 1));
@@ -284,7 +285,7 @@ void TestAnalysis::mapSizesMayDiffer()
     A2DData high = mapOf({{0.5}, {0.5}}, 7); // its second row is at y = 1
     input.maps = {&p, &q, &high};
     high.setSize(2, 2); // promises four pixels, holds two
-    QVERIFY(calcFourPointsMap(input, &results));
+    QVERIFY(fillRecords(input, &results));
     QCOMPARE(results.count(), std::size_t(4));
     QCOMPARE(results.record(1).y, 1.0);
     QCOMPARE(results.record(3).x, 0.0);
@@ -294,7 +295,7 @@ void TestAnalysis::mapSizesMayDiffer()
     // A map that promises more than can be is refused, and the last result stays.
     for (const int side : {std::numeric_limits<int>::max(), 11586}) { // 11585 squared is just below 2^27
         high.setSize(side, side);
-        QVERIFY(!calcFourPointsMap(input, &results));
+        QVERIFY(!fillRecords(input, &results));
         QCOMPARE(results.count(), std::size_t(4));
         QCOMPARE(results.record(1).y, 1.0);
     }
@@ -319,10 +320,10 @@ void TestAnalysis::threadsDoNotChangeABit()
     for (const A2DData &map : maps)
         input.maps.push_back(&map);
     ResultRecords one;
-    QVERIFY(calcFourPointsMap(input, &one, 1));
+    QVERIFY(fillRecords(input, &one, 1));
     for (const int threads : {2, 3, 0}) {
         ResultRecords several;
-        QVERIFY(calcFourPointsMap(input, &several, threads));
+        QVERIFY(fillRecords(input, &several, threads));
         QCOMPARE(several.count(), one.count());
         const std::size_t bytes = one.count() * sizeof(double);
         QCOMPARE(std::memcmp(one.a(), several.a(), bytes), 0);

@@ -1,13 +1,13 @@
 #include "DrawingHelpers.h"
 
-#include "analysis/HistogramDrawing.h"
-#include "analysis/LcfVsMpsDrawing.h"
-#include "analysis/M2M3Drawing.h"
-#include "analysis/MutsDrawing.h"
-#include "analysis/PlotFrame.h"
-#include "analysis/ScatterDrawing.h"
+#include "analysis/drawing/HistogramDrawing.h"
+#include "analysis/drawing/LcfVsMpsDrawing.h"
+#include "analysis/drawing/M2M3Drawing.h"
+#include "analysis/drawing/MutsDrawing.h"
+#include "analysis/drawing/ScatterDrawing.h"
 #include "display/DispABase.h"
 #include "display/HistogramBins.h"
+#include "display/PlotFrame.h"
 #include "spectrum/AMutE.h"
 
 #include <QPicture>

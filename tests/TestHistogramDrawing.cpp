@@ -1,9 +1,9 @@
 #include "DrawingHelpers.h"
 
-#include "analysis/HistogramDrawing.h"
-#include "analysis/PlotFrame.h"
+#include "analysis/drawing/HistogramDrawing.h"
 #include "display/DispABase.h"
 #include "display/HistogramBins.h"
+#include "display/PlotFrame.h"
 
 #include <QtTest>
 

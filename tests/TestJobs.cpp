@@ -1,7 +1,7 @@
 #include "AnalystTools.h"
 #include "BatchTools.h"
-#include "analysis/JobReader.h"
-#include "analysis/PanelSettings.h"
+#include "analysis/job/JobReader.h"
+#include "analysis/panel/PanelSettings.h"
 #include "batch/JobRunner.h"
 
 #include <QJsonDocument>

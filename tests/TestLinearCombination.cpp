@@ -1,5 +1,5 @@
-#include "analysis/LinearCombination.h"
-#include "analysis/ResultText.h"
+#include "analysis/methods/LinearCombination.h"
+#include "analysis/model/ResultText.h"
 #include "tests/MethodSamples.h"
 
 #include <QtTest>

@@ -1,6 +1,6 @@
 #include "DrawingHelpers.h"
 
-#include "analysis/MapDrawing.h"
+#include "analysis/drawing/MapDrawing.h"
 #include "display/DispMBase.h"
 
 #include <QtTest>

@@ -1,5 +1,6 @@
-#include "analysis/FourPointsMap.h"
-#include "analysis/NonEquivalent.h"
+#include "analysis/methods/FourPointsMap.h"
+#include "analysis/methods/NonEquivalent.h"
+#include "analysis/results/MapRecords.h"
 #include "tests/MethodSamples.h"
 
 #include <QtTest>
@@ -125,7 +126,7 @@ void TestMethodMaps::nonEquivalentMapIsThePlainFit()
     input.maps = pointersTo(maps);
 
     ResultRecords first;
-    QVERIFY(calcNonEquivalentMap(input, &first, 1, numeric::InstructionSet::Baseline));
+    QVERIFY(fillRecords(input, &first, 1, numeric::InstructionSet::Baseline));
     QCOMPARE(first.count(), std::size_t(width) * (height + 1));
     for (std::size_t i = 0; i < first.count(); ++i) {
         std::vector<double> y;
@@ -143,7 +144,7 @@ void TestMethodMaps::nonEquivalentMapIsThePlainFit()
     for (const numeric::InstructionSet set : instructionSets()) {
         for (const int threads : {1, 2, 3, 0}) {
             ResultRecords other;
-            QVERIFY(calcNonEquivalentMap(input, &other, threads, set));
+            QVERIFY(fillRecords(input, &other, threads, set));
             for (int q = 0; q < ResultPosition::count; ++q)
                 QVERIFY(samePlane(other.quantity(q), first.quantity(q), first.count()));
         }
@@ -167,16 +168,16 @@ void TestMethodMaps::unusedQuantitiesAreZeroAgain()
     points.maps = {&maps[0], &maps[6], &maps[3]};
 
     ResultRecords results;
-    QVERIFY(calcNonEquivalentMap(two, &results)); // zero planes exist before the others are filled
+    QVERIFY(fillRecords(two, &results)); // zero planes exist before the others are filled
     for (const bool fourPointsBetween : {false, true}) {
-        QVERIFY(calcNonEquivalentMap(four, &results));
+        QVERIFY(fillRecords(four, &results));
         QVERIFY(results.record(0).values[c2] != 0.0);
         QVERIFY(results.record(0).values[ratio + 3] != 0.0);
         if (fourPointsBetween) {
-            QVERIFY(calcFourPointsMap(points, &results));
+            QVERIFY(fillRecords(points, &results));
             QVERIFY(static_cast<const ResultRecords &>(results).quantity(0) == nullptr);
         }
-        QVERIFY(calcNonEquivalentMap(two, &results));
+        QVERIFY(fillRecords(two, &results));
         for (std::size_t i = 0; i < results.count(); ++i) {
             const ResultRecord record = results.record(i);
             for (const int q : {ratio + 2, ratio + 3, dMut + 2, dMut + 3, c2 + 0})
@@ -193,16 +194,16 @@ void TestMethodMaps::refusedMapsChangeNothing()
     input.valences = {2, 3};
     input.maps = pointersTo(maps);
     ResultRecords results;
-    QVERIFY(calcNonEquivalentMap(input, &results));
+    QVERIFY(fillRecords(input, &results));
     const double before = results.record(0).values[valence];
     maps.front().setSize(1 << 14, (1 << 13) + 1); // one row beyond 2^27
-    QVERIFY(!calcNonEquivalentMap(input, &results));
+    QVERIFY(!fillRecords(input, &results));
     maps.front().setSize(5, 4);
     input.maps.pop_back(); // an energy without a map
-    QVERIFY(!calcNonEquivalentMap(input, &results));
+    QVERIFY(!fillRecords(input, &results));
     input.maps = pointersTo(maps);
     input.valences = {2};
-    QVERIFY(!calcNonEquivalentMap(input, &results));
+    QVERIFY(!fillRecords(input, &results));
     QCOMPARE(results.count(), std::size_t(20));
     QCOMPARE(results.record(0).values[valence], before);
 }
@@ -255,7 +256,7 @@ void TestMethodMaps::fourPointsMapIsThePlainSolution()
     for (const numeric::InstructionSet set : instructionSets()) {
         for (const int threads : {1, 2, 3, 0}) {
             ResultRecords results;
-            QVERIFY(calcFourPointsMap(input, &results, threads, set));
+            QVERIFY(fillRecords(input, &results, threads, set));
             QCOMPARE(results.count(), pixels);
             QVERIFY(samePlane(results.a(), wantedA.data(), pixels));
             QVERIFY(samePlane(results.t(), wantedT.data(), pixels));

@@ -1,4 +1,6 @@
-#include "analysis/NonEquivalent.h"
+#include "analysis/methods/NonEquivalent.h"
+#include "analysis/results/MapRecords.h"
+#include "analysis/results/ResultQuantities.h"
 #include "tests/MethodSamples.h"
 
 #include <QtTest>
@@ -177,7 +179,7 @@ void TestMethods::nonEquivalentMixtures()
     for (const double value : y)
         maps.push_back(makeMap(3, 2, [value](qint64) { return value; }));
     ResultRecords results;
-    QVERIFY(calcNonEquivalentMap({form, prepared, valences, pointersTo(maps)}, &results));
+    QVERIFY(fillRecords(NonEquivalentMapInput{form, prepared, valences, pointersTo(maps)}, &results));
     const ResultRecord pixel = results.record(4);
 
     double mean = 0.0;

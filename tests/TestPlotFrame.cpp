@@ -1,4 +1,4 @@
-#include "analysis/PlotFrame.h"
+#include "display/PlotFrame.h"
 
 #include <QtTest>
 

@@ -1,6 +1,6 @@
 // The plotted values as text for a spreadsheet: columns, rows and digits.
 
-#include "analysis/PlottedText.h"
+#include "analysis/drawing/PlottedText.h"
 
 #include <QtTest>
 

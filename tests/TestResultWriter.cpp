@@ -1,5 +1,5 @@
-#include "analysis/FourPoints.h"
-#include "analysis/ResultWriter.h"
+#include "analysis/methods/FourPoints.h"
+#include "analysis/results/ResultWriter.h"
 #include "tests/SmallDisk.h"
 
 #include <QtTest>

@@ -1,7 +1,7 @@
-#include "analysis/QuantityRange.h"
-#include "analysis/ResultQuantities.h"
-#include "analysis/ResultRecords.h"
-#include "analysis/ShownQuantity.h"
+#include "analysis/results/QuantityRange.h"
+#include "analysis/results/ResultQuantities.h"
+#include "analysis/results/ResultRecords.h"
+#include "analysis/results/ShownQuantity.h"
 
 #include <QtTest>
 

@@ -1,4 +1,4 @@
-#include "analysis/FourPs.h"
+#include "analysis/panel/FourPs.h"
 #include "app/StartUp.h"
 
 #include <QtTest>
@@ -88,8 +88,8 @@ void TestTranslation::noTextIsMissing()
     QVERIFY(QFile::copy(catalogue, copy));
     QProcess process;
     process.setWorkingDirectory(QFileInfo(catalogue).path());
-    process.start(lupdate, {"../app", "../analysis", "../display", "../mapdata", "../spectrum", "../forms", "-ts", copy,
-                            "-locations", "none", "-no-obsolete", "-silent"});
+    process.start(lupdate, {"../app", "../analysis", "../controls", "../display", "../mapdata", "../spectrum",
+                            "../forms", "-ts", copy, "-locations", "none", "-no-obsolete", "-silent"});
     QVERIFY(process.waitForFinished(60000));
     for (const Entry &entry : entriesOf(copy))
         QVERIFY2(!entry.isUnfinished, qPrintable(entry.context + ": " + entry.source));

@@ -1,0 +1,175 @@
+#include "analysis/drawing/HistogramDrawing.h"
+
+#include "display/DispABase.h"
+#include "display/HistogramBins.h"
+#include "display/Legend.h"
+#include "display/PlotFrame.h"
+#include "numeric/RealToInt.h"
+
+#include <QStylePainter>
+
+#include <algorithm>
+#include <cmath>
+#include <vector>
+
+using numeric::truncToInt;
+
+namespace
+{
+
+constexpr int narrowestOutlined = 3;  // pixels: outlines of narrower boxes would be all there is to see
+constexpr double partLineWidth = 1.5; // pixels
+
+/// Columns of pixels, first to last.
+struct Columns {
+    int first, last;
+};
+
+Columns columnsOfPlot(const ChCoord &cc)
+{
+    const QRectF inner = plot::innerRect(cc);
+    return {truncToInt(inner.left()), truncToInt(inner.right())};
+}
+
+/// The column of the lower edge of box i, beyond the plot for one outside of it.
+int columnOfEdge(const ChCoord &cc, const HistogramBins &bins, const Columns &all, int i)
+{
+    return truncToInt(std::max(all.first - 1.0, std::min(all.last + 1.0, cc.r2sx(bins.lowerEdge(i)))));
+}
+
+/// Calls use(count, columns) for every box that has a count, from its lower to its upper edge. A single box is
+/// infinitely wide.
+template <class Use>
+void forEachBox(const ChCoord &cc, const HistogramBins &bins, Use use)
+{
+    const Columns all = columnsOfPlot(cc);
+    if (bins.n == 1 && bins.counts.at(0) > 0)
+        use(bins.counts.at(0), Columns{all.first - 1, all.last + 1});
+    if (bins.n < 2)
+        return;
+    int lower = columnOfEdge(cc, bins, all, 0);
+    for (int i = 0; i < bins.n; ++i) {
+        const int upper = columnOfEdge(cc, bins, all, i + 1);
+        const Columns box{std::min(lower, upper), std::max(lower, upper)};
+        if (bins.counts.at(i) > 0 && box.last >= all.first && box.first <= all.last)
+            use(bins.counts.at(i), box);
+        lower = upper;
+    }
+}
+
+/// Half a pixel row beyond the plot at most.
+int rowOfCount(const ChCoord &cc, int count)
+{
+    const QRectF inner = plot::innerRect(cc);
+    return truncToInt(std::max(inner.top() - 1, std::min(inner.bottom() + 1, cc.r2sy(count))));
+}
+
+/// The largest count in each pixel column of the plot.
+std::vector<int> countsOfColumns(const ChCoord &cc, const HistogramBins &bins)
+{
+    const Columns all = columnsOfPlot(cc);
+    std::vector<int> counts(static_cast<std::size_t>(all.last - all.first + 1));
+    forEachBox(cc, bins, [&](int boxCount, const Columns &box) {
+        for (int column = std::max(all.first, box.first); column <= std::min(all.last, box.last); ++column) {
+            int &count = counts[static_cast<std::size_t>(column - all.first)];
+            count = std::max(count, boxCount);
+        }
+    });
+    return counts;
+}
+
+void drawWideBoxes(QPainter *p, const ChCoord &cc, const HistogramBins &bins)
+{
+    p->setPen(resultdrawing::boxOutlineColour);
+    p->setBrush(resultdrawing::boxColour);
+    const int base = rowOfCount(cc, 0);
+    forEachBox(cc, bins, [&](int count, const Columns &box) {
+        const int top = rowOfCount(cc, count);
+        p->drawRect(QRect(box.first, std::min(top, base), box.last - box.first, std::abs(base - top)));
+    });
+    p->setBrush(Qt::NoBrush);
+}
+
+/// The upper edge of a histogram in pixels.
+QPolygonF outline(const ChCoord &cc, const HistogramBins &bins)
+{
+    const Columns all = columnsOfPlot(cc);
+    const std::vector<int> counts = countsOfColumns(cc, bins);
+    QPolygonF line;
+    for (std::size_t i = 0; i < counts.size(); ++i) {
+        const double row = rowOfCount(cc, counts[i]) + 0.5;
+        const double column = all.first + static_cast<int>(i) + 0.5;
+        if (i > 0 && i + 1 < counts.size() && counts[i] == counts[i - 1] && counts[i] == counts[i + 1])
+            continue;
+        if (i > 0 && counts[i] != counts[i - 1])
+            line.append(QPointF(column, line.last().y()));
+        line.append(QPointF(column, row));
+    }
+    return line;
+}
+
+void drawNarrowBoxes(QPainter *p, const ChCoord &cc, const HistogramBins &bins)
+{
+    const Columns all = columnsOfPlot(cc);
+    const std::vector<int> counts = countsOfColumns(cc, bins);
+    const int base = rowOfCount(cc, 0);
+    for (std::size_t i = 0; i < counts.size(); ++i) {
+        const int top = rowOfCount(cc, counts[i]);
+        if (counts[i] > 0)
+            p->fillRect(QRect(all.first + static_cast<int>(i), std::min(top, base), 1, std::abs(base - top) + 1),
+                        resultdrawing::boxColour);
+    }
+    p->setPen(resultdrawing::boxOutlineColour);
+    plot::drawCurve(p, cc, outline(cc, bins));
+}
+
+void drawParts(QPainter *p, const ChCoord &cc, const HistogramInput &input)
+{
+    QVector<LegendEntry> names;
+    QVector<QPolygonF> outlines;
+    for (const HistogramPart &part : input.parts) {
+        const QPen pen(part.colour, partLineWidth);
+        names.append({part.name, pen});
+        outlines.append(outline(cc, *part.bins));
+        p->setPen(pen);
+        plot::drawCurve(p, cc, outlines.last());
+    }
+    outlines.append(outline(cc, *input.bins)); // not to be covered either
+    drawLegend(p, cc, names, outlines);
+}
+
+void setRange(DispABase *display, const HistogramInput &input)
+{
+    int largest = input.bins->largestCount();
+    for (const HistogramPart &part : input.parts)
+        largest = std::max(largest, part.bins->largestCount());
+    if (largest > 0)
+        display->setRealRange(input.range.min, -0.1 * largest, input.range.max, 1.1 * largest);
+    else if (!display->area()->scaleFixed) // for this picture only: the counts are still to come
+        display->area()->cc.setRealArea(input.range.min, -0.1, input.range.max, 1.1);
+}
+
+} // namespace
+
+void resultdrawing::drawHistogram(DispABase *display, QStylePainter *p, const HistogramInput &input)
+{
+    display->setXYTitle(input.xTitle, input.yTitle);
+    DispArea *const area = display->area();
+    plot::begin(area, p);
+    if (!input.bins || !input.bins->isSet())
+        return;
+    setRange(display, input);
+    const ChCoord &cc = area->cc;
+    if (plot::isDrawable(cc)) {
+        plot::drawVerticals(p, cc, plot::gridColour, {0, cc.calcStep(0.1, 20)});
+        plot::drawHorizontals(p, cc, plot::gridColour, {0, cc.calcStepY(10.0, 20)});
+        const bool isWide = input.bins->n == 1 || std::abs(cc.r2sdx(input.bins->width)) >= narrowestOutlined;
+        if (isWide)
+            drawWideBoxes(p, cc, *input.bins);
+        else
+            drawNarrowBoxes(p, cc, *input.bins);
+        if (!input.parts.isEmpty())
+            drawParts(p, cc, input);
+    }
+    area->drawScale(p, true);
+}

@@ -1,0 +1,131 @@
+#include "analysis/job/Job.h"
+
+#include "analysis/job/JobReader.h"
+
+#include <QDir>
+#include <QFile>
+#include <QFileInfo>
+#include <QJsonArray>
+#include <QJsonDocument>
+
+namespace
+{
+
+QString inDirectory(const QDir &directory, const QString &path)
+{
+    return path.isEmpty() ? path : QDir::cleanPath(directory.filePath(path));
+}
+
+QString entryName(const char *list, int index)
+{
+    return QStringLiteral("%1[%2]").arg(QLatin1String(list)).arg(index);
+}
+
+/// Reads every entry of a list of objects with `readEntry(reader)`.
+template <class ReadEntry>
+void readList(JobReader *reader, const char *key, int atMost, QStringList *errors, ReadEntry readEntry)
+{
+    const QJsonArray entries = reader->array(QLatin1String(key), atMost);
+    for (int i = 0; i < entries.size(); ++i) {
+        if (!entries.at(i).isObject()) {
+            errors->append(entryName(key, i) + QLatin1String(" must be an object { }"));
+            continue;
+        }
+        JobReader entry(entries.at(i).toObject(), entryName(key, i), errors);
+        readEntry(&entry);
+    }
+}
+
+Job readContents(const QJsonObject &root, const QDir &directory, QStringList *errors)
+{
+    Job job;
+    JobReader reader(root, QString(), errors);
+    reader.allowOnly({"references", "target", "energies", "settings", "output"});
+    reader.require({"references", "energies"});
+    readList(&reader, "references", Job::maxReferences, errors, [&job, &directory](JobReader *entry) {
+        entry->allowOnly({"file", "use", "valence", "dE"});
+        entry->require({"valence"});
+        job.references.append({inDirectory(directory, entry->text("file")), entry->truth("use", true),
+                               entry->number("valence"), entry->number("dE")});
+    });
+    readList(&reader, "energies", Job::maxEnergies, errors, [&job, &directory](JobReader *entry) {
+        entry->allowOnly({"energy", "map", "use", "vPoint", "lcf"});
+        entry->require({"energy"});
+        job.energies.append({entry->number("energy"), inDirectory(directory, entry->text("map")),
+                             entry->truth("use", true), entry->truth("vPoint", false), entry->truth("lcf", false)});
+    });
+    if (reader.has("target")) {
+        JobReader target(reader.object("target"), "target", errors);
+        target.allowOnly({"file", "dE"});
+        target.require({"file"});
+        job.target = {inDirectory(directory, target.text("file")), target.number("dE")};
+    }
+    job.settings = reader.object("settings");
+    JobReader output(reader.object("output"), "output", errors);
+    output.allowOnly({"result", "pictures", "report"});
+    job.resultFile = inDirectory(directory, output.text("result"));
+    job.pictures = inDirectory(directory, output.text("pictures"));
+    job.report = inDirectory(directory, output.text("report"));
+    return job;
+}
+
+/// "line 3, column 7" of a byte offset.
+QString placeOf(const QByteArray &text, int offset)
+{
+    const QByteArray before = text.left(offset);
+    return QStringLiteral("line %1, column %2").arg(before.count('\n') + 1).arg(offset - before.lastIndexOf('\n'));
+}
+
+} // namespace
+
+JobOrErrors readJob(const QString &path)
+{
+    JobOrErrors result;
+    result.job.fileName = path;
+    QFile file(path);
+    if (!QFileInfo(path).isFile() || !file.open(QIODevice::ReadOnly)) {
+        result.errors << QStringLiteral("the job file cannot be read");
+        return result;
+    }
+    const QByteArray text = file.readAll();
+    QJsonParseError outcome;
+    const QJsonDocument document = QJsonDocument::fromJson(text, &outcome);
+    if (outcome.error != QJsonParseError::NoError)
+        result.errors << QStringLiteral("not JSON: %1 at %2").arg(outcome.errorString(), placeOf(text, outcome.offset));
+    else if (!document.isObject())
+        result.errors << QStringLiteral("the job must be an object { }");
+    else
+        result.job = readContents(document.object(), QFileInfo(path).absoluteDir(), &result.errors);
+    result.job.fileName = path;
+    return result;
+}
+
+QByteArray Job::toJson() const
+{
+    QJsonArray referenceList;
+    const auto insertPath = [](QJsonObject *object, const char *key, const QString &path) {
+        if (!path.isEmpty())
+            object->insert(QLatin1String(key), path);
+    };
+    for (const Reference &reference : references) {
+        QJsonObject entry{{"use", reference.use}, {"valence", reference.valence}, {"dE", reference.dE}};
+        insertPath(&entry, "file", reference.file);
+        referenceList.append(entry);
+    }
+    QJsonArray energyList;
+    for (const Energy &energy : energies) {
+        QJsonObject entry{
+            {"energy", energy.energy}, {"use", energy.use}, {"vPoint", energy.vPoint}, {"lcf", energy.lcf}};
+        insertPath(&entry, "map", energy.map);
+        energyList.append(entry);
+    }
+    QJsonObject output;
+    insertPath(&output, "result", resultFile);
+    insertPath(&output, "pictures", pictures);
+    insertPath(&output, "report", report);
+    QJsonObject root{
+        {"references", referenceList}, {"energies", energyList}, {"settings", settings}, {"output", output}};
+    if (!target.file.isEmpty())
+        root.insert("target", QJsonObject{{"file", target.file}, {"dE", target.dE}});
+    return QJsonDocument(root).toJson();
+}

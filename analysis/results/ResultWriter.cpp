@@ -1,0 +1,149 @@
+#include "analysis/results/ResultWriter.h"
+
+#include "analysis/methods/FourPoints.h"
+#include "numeric/NumberLines.h"
+#include "numeric/OutputFile.h"
+
+#include <QFuture>
+#include <QThread>
+#include <QtConcurrent>
+
+#include <algorithm>
+#include <vector>
+
+namespace
+{
+
+constexpr std::size_t blockPixels = 4096;
+constexpr std::size_t blockRoom =
+    blockPixels * (numeric::longestNumberLine(2 + ResultRecords::quantityCount) + 1) + numeric::g6Room;
+
+/// The pixel lines of a result file; every method may be called by several threads at once.
+class PixelLines
+{
+public:
+    PixelLines(const ResultRecords &results, const ValencePair &valences, const RecordSelection &selection)
+        : m_results(results)
+        , m_valences(valences)
+    {
+        m_columns.push_back({results.x()});
+        m_columns.push_back({results.y()});
+        if (results.method() == ResultRecords::Method::FourPoints) {
+            m_columns.push_back({results.a(), 4});
+            m_columns.push_back({nullptr}); // the valence, which each block works out for itself
+            m_columns.push_back({results.t()});
+            return;
+        }
+        for (int position = 0; position < ResultRecords::quantityCount; ++position) {
+            if (selection[static_cast<std::size_t>(position)])
+                m_columns.push_back({results.quantity(position)});
+        }
+    }
+
+    std::size_t blocks() const { return (m_results.count() + blockPixels - 1) / blockPixels; }
+
+    /// Writes the lines of one block of pixels and the empty line behind each map row that ends in it; returns the
+    /// number of characters, blockRoom at most.
+    std::size_t writeBlock(std::size_t block, char *out) const
+    {
+        const std::size_t first = block * blockPixels;
+        const std::size_t last = std::min(first + blockPixels, m_results.count());
+        std::vector<numeric::NumberColumn> columns = m_columns;
+        for (numeric::NumberColumn &column : columns) {
+            if (column.values != nullptr)
+                column.values += first;
+        }
+        std::vector<double> valence;
+        if (m_results.method() == ResultRecords::Method::FourPoints) {
+            valence = valencesOf(first, last);
+            columns[valenceColumn].values = valence.data();
+        }
+
+        const char *const begin = out;
+        const auto width = static_cast<std::size_t>(m_results.width());
+        for (std::size_t i = first; i < last;) {
+            const std::size_t endOfRow = i - i % width + width;
+            const std::size_t end = std::min(last, endOfRow);
+            out = numeric::writeG6Lines(columns, i - first, end - first, out);
+            if (end == endOfRow)
+                *out++ = '\n';
+            i = end;
+        }
+        return static_cast<std::size_t>(out - begin);
+    }
+
+private:
+    static constexpr std::size_t valenceColumn = 3;
+
+    std::vector<double> valencesOf(std::size_t first, std::size_t last) const
+    {
+        std::vector<double> valence(last - first, 0.0);
+        for (std::size_t i = first; m_valences.known && i < last; ++i)
+            valence[i - first] = mixedValence(m_valences.first, m_valences.second, m_results.a()[i]);
+        return valence;
+    }
+
+    const ResultRecords &m_results;
+    const ValencePair m_valences;
+    std::vector<numeric::NumberColumn> m_columns;
+};
+
+/// Stops at the first failure, as does the other; it shows when the file is committed.
+void writeBlocks(const PixelLines &lines, numeric::OutputFile *file)
+{
+    std::vector<char> text(blockRoom);
+    for (std::size_t block = 0; block < lines.blocks(); ++block) {
+        const auto length = static_cast<qint64>(lines.writeBlock(block, text.data()));
+        if (!file->write(text.data(), length))
+            return;
+    }
+}
+
+/// The calling thread writes the blocks in their order while others fill the buffers behind, `threads` of them.
+void writeBlocksInParallel(const PixelLines &lines, std::size_t threads, numeric::OutputFile *file)
+{
+    struct Buffer {
+        std::vector<char> text = std::vector<char>(blockRoom);
+        QFuture<std::size_t> length;
+    };
+    std::vector<Buffer> buffers(threads);
+    const auto fill = [&lines, &buffers](std::size_t block) {
+        Buffer *const buffer = &buffers[block % buffers.size()];
+        buffer->length =
+            QtConcurrent::run([&lines, buffer, block] { return lines.writeBlock(block, buffer->text.data()); });
+    };
+    for (std::size_t block = 0; block < threads; ++block)
+        fill(block);
+    bool good = true;
+    for (std::size_t block = 0; good && block < lines.blocks(); ++block) {
+        Buffer &buffer = buffers[block % threads];
+        const auto length = static_cast<qint64>(buffer.length.result());
+        good = file->write(buffer.text.data(), length);
+        if (good && block + threads < lines.blocks())
+            fill(block + threads);
+    }
+    for (Buffer &buffer : buffers)
+        buffer.length.waitForFinished(); // what a failure left behind
+}
+
+} // namespace
+
+WriteOutcome writeResultFile(const QString &path, const ResultRecords &results, const ValencePair &valences,
+                             const RecordSelection &selection, int threads)
+{
+    numeric::OutputFile file(path);
+    if (!file.open())
+        return WriteOutcome::CannotOpen;
+    for (const QString &line : results.headerLines)
+        file.write((line + QLatin1Char('\n')).toUtf8());
+    file.write("\n");
+
+    const PixelLines lines(results, valences, selection);
+    const auto wanted = static_cast<std::size_t>(threads > 0 ? threads : QThread::idealThreadCount());
+    const std::size_t useful = std::min(wanted, lines.blocks());
+    if (useful > 1)
+        writeBlocksInParallel(lines, useful, &file);
+    else
+        writeBlocks(lines, &file);
+    return file.commit() ? WriteOutcome::Written : WriteOutcome::CannotWrite;
+}

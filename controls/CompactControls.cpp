@@ -1,0 +1,29 @@
+#include "controls/CompactControls.h"
+
+#include <QAbstractButton>
+#include <QLineEdit>
+
+namespace
+{
+constexpr int fieldPadding = 10; // pixels that a line edit keeps beside its text
+constexpr int buttonPadding = 14;
+} // namespace
+
+void compact::fitButton(QAbstractButton *button)
+{
+    const QFontMetrics metrics = button->fontMetrics();
+    button->setFixedWidth(metrics.size(Qt::TextShowMnemonic, button->text()).width() + buttonPadding);
+}
+
+void compact::fitField(QLineEdit *field, const QString &least, const QString &most)
+{
+    const QFontMetrics metrics = field->fontMetrics();
+    field->setMinimumWidth(metrics.horizontalAdvance(least) + fieldPadding);
+    field->setMaximumWidth(metrics.horizontalAdvance(most) + fieldPadding);
+}
+
+void compact::showNumber(QLineEdit *field, double value)
+{
+    field->setText(QString::number(value, 'g', 6));
+    field->setCursorPosition(0);
+}
