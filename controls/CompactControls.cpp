@@ -21,9 +21,3 @@ void compact::fitField(QLineEdit *field, const QString &least, const QString &mo
     field->setMinimumWidth(metrics.horizontalAdvance(least) + fieldPadding);
     field->setMaximumWidth(metrics.horizontalAdvance(most) + fieldPadding);
 }
-
-void compact::showNumber(QLineEdit *field, double value)
-{
-    field->setText(QString::number(value, 'g', 6));
-    field->setCursorPosition(0);
-}

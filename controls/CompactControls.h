@@ -14,7 +14,4 @@ void fitButton(QAbstractButton *button);
 /// Wide enough for the text `least`; where the layout has room, up to the width of the text `most`.
 void fitField(QLineEdit *field, const QString &least, const QString &most);
 
-/// Shows a number in a field: general format, six significant digits, from its first character on.
-void showNumber(QLineEdit *field, double value);
-
 } // namespace compact

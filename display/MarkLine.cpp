@@ -1,5 +1,7 @@
 #include "display/MarkLine.h"
 
+#include "controls/Field.h"
+
 #include <QLineEdit>
 
 MarkLine::MarkLine(int kindOfLine, QLineEdit *field, QObject *parent)
@@ -16,15 +18,13 @@ MarkLine::~MarkLine()
         delete edit;
 }
 
-double MarkLine::number() const
+double MarkLine::fieldNumber() const
 {
-    return edit ? edit->text().toDouble() : 0.0;
+    return edit ? number(edit) : 0.0;
 }
 
 void MarkLine::setNumber(double value)
 {
-    if (!edit)
-        return;
-    edit->setText(QString::number(value, 'g', 6));
-    edit->setCursorPosition(0);
+    if (edit)
+        showNumber(edit, value);
 }

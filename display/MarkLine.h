@@ -17,7 +17,7 @@ public:
     ~MarkLine() override;
 
     /// The number in the line edit, 0 when it holds none; for a relative marker that is its offset.
-    double number() const;
+    double fieldNumber() const;
     /// Shows a number in the line edit, six significant digits, from its first character on.
     void setNumber(double value);
     bool isVertical() const { return kind == 0; }

@@ -27,12 +27,13 @@ void MarkLines::clear()
 double MarkLines::baseNumber(const MarkLine &mark) const
 {
     const bool hasBase = mark.relative && mark.baseIndex >= 0 && mark.baseIndex < marks.size();
-    return hasBase ? marks.at(mark.baseIndex)->number() : 0.0; // the base may be relative itself: not followed further
+    return hasBase ? marks.at(mark.baseIndex)->fieldNumber()
+                   : 0.0; // the base may be relative itself: not followed further
 }
 
 double MarkLines::position(int i) const
 {
-    return marks.at(i)->number() + baseNumber(*marks.at(i));
+    return marks.at(i)->fieldNumber() + baseNumber(*marks.at(i));
 }
 
 void MarkLines::pick(const ChCoord &cc, const MouseC &mouse)

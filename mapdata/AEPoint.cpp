@@ -1,6 +1,7 @@
 #include "mapdata/AEPoint.h"
 
 #include "controls/CompactControls.h"
+#include "controls/Field.h"
 #include "controls/WaitCursor.h"
 #include "mapdata/MapFileReader.h"
 
@@ -63,7 +64,7 @@ void AEPoint::showTitles(bool areShown)
 
 double AEPoint::energy() const
 {
-    return ui.Energy->text().toDouble();
+    return number(ui.Energy);
 }
 
 QString AEPoint::energyText() const
@@ -109,18 +110,18 @@ void AEPoint::setForLCF(bool forLCF)
 
 double AEPoint::targetValue() const
 {
-    return ui.MutT->text().toDouble();
+    return number(ui.MutT);
 }
 
 double AEPoint::referenceValue(int reference) const
 {
     const QLineEdit *const field = m_mutFields.value(reference);
-    return field ? field->text().toDouble() : 0.0;
+    return field ? number(field) : 0.0;
 }
 
 void AEPoint::setTargetValue(double value)
 {
-    compact::showNumber(ui.MutT, value);
+    showNumber(ui.MutT, value);
 }
 
 void AEPoint::clearTargetValue()
@@ -131,7 +132,7 @@ void AEPoint::clearTargetValue()
 void AEPoint::setReferenceValue(int reference, double value)
 {
     if (QLineEdit *const field = m_mutFields.value(reference))
-        compact::showNumber(field, value);
+        showNumber(field, value);
 }
 
 void AEPoint::clearReferenceValue(int reference)
@@ -140,9 +141,9 @@ void AEPoint::clearReferenceValue(int reference)
         field->clear();
 }
 
-void AEPoint::setNumber(int number)
+void AEPoint::setNumber(int place)
 {
-    ui.NumDisp->setText(QString::number(number));
+    ui.NumDisp->setText(QString::number(place));
 }
 
 void AEPoint::warnOfSize(bool isOther)

@@ -52,7 +52,7 @@ public:
     void warnOfSize(bool isOther);
 
     /// The number shown in front, counted from 1.
-    void setNumber(int number);
+    void setNumber(int place);
     /// Titles above the controls, for the first row of a list. Off at first.
     void showTitles(bool areShown);
     AFileSelect *fileSelect() const { return ui.FileSelect; }

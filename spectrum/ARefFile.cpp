@@ -1,6 +1,7 @@
 #include "spectrum/ARefFile.h"
 
 #include "controls/CompactControls.h"
+#include "controls/Field.h"
 
 #include <QDragEnterEvent>
 
@@ -28,7 +29,7 @@ void ARefFile::setUsed(bool used)
 
 double ARefFile::valence() const
 {
-    return ui.Valence->text().toDouble();
+    return number(ui.Valence);
 }
 
 QString ARefFile::valenceText() const
@@ -48,12 +49,12 @@ void ARefFile::setTitle(const QString &title)
 
 void ARefFile::setRatio(double ratio)
 {
-    compact::showNumber(ui.RatioDisp, ratio);
+    showNumber(ui.RatioDisp, ratio);
 }
 
 void ARefFile::setAmount(double amount)
 {
-    compact::showNumber(ui.AmountDisp, amount);
+    showNumber(ui.AmountDisp, amount);
 }
 
 void ARefFile::clearResults()

@@ -1,3 +1,4 @@
+#include "numeric/FieldText.h"
 #include "numeric/NumberLines.h"
 #include "numeric/NumberText.h"
 #include "tests/NumbersToWrite.h"
@@ -87,6 +88,8 @@ void TestNumberText::sixDigits()
     QFETCH(double, value);
     QFETCH(QByteArray, text);
     QCOMPARE(unpadded(value), text);
+    QCOMPARE(fieldText(value), QString(text));
+    QCOMPARE(QString::number(value, 'g', 6), QString(text));
     QCOMPARE(padded(value), text.rightJustified(10));
     QCOMPARE(QStringLiteral("%1").arg(value, 10, 'g', 6).toLatin1(), text.rightJustified(10)); // the wanted bytes
     const QByteArray line = ' ' + text.rightJustified(10) + '\n';
