@@ -6,6 +6,7 @@
 #include "mapdata/MapFileReader.h"
 
 #include <QDragEnterEvent>
+#include <QDropEvent>
 #include <QFileInfo>
 
 AEPoint::LoadReport AEPoint::reportOf(const MapLoadResult &result, const QString &path)
@@ -188,5 +189,5 @@ void AEPoint::dropEvent(QDropEvent *event)
     if (path.isEmpty())
         return;
     event->acceptProposedAction();
-    ui.FileSelect->newFile(path);
+    ui.FileSelect->choose(path);
 }

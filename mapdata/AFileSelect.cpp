@@ -2,10 +2,47 @@
 
 #include "controls/CompactControls.h"
 
+#include <QDir>
 #include <QDragEnterEvent>
+#include <QDropEvent>
 #include <QFileInfo>
+#include <QMessageBox>
 #include <QMimeData>
 #include <QUrl>
+
+#include <utility>
+
+namespace
+{
+
+/// A file dialog that closes only when the file to write is accepted by a check. The check is given the path as the
+/// dialog has it, and takes the place of the dialog's own question, which would name a file without the suffix.
+class CheckedFileDialog : public QFileDialog
+{
+public:
+    using Check = std::function<bool(const QString &path)>;
+
+    CheckedFileDialog(QWidget *parent, Check check)
+        : QFileDialog(parent)
+        , m_check(std::move(check))
+    {
+        setOption(DontConfirmOverwrite);
+    }
+
+protected:
+    void accept() override
+    {
+        const QStringList paths = selectedFiles();
+        const bool isFileToWrite = acceptMode() == AcceptSave && paths.size() == 1 && !QFileInfo(paths.first()).isDir();
+        if (!isFileToWrite || m_check(paths.first()))
+            QFileDialog::accept();
+    }
+
+private:
+    Check m_check;
+};
+
+} // namespace
 
 AFileSelect::AFileSelect(QWidget *parent)
     : QFrame(parent)
@@ -16,6 +53,11 @@ AFileSelect::AFileSelect(QWidget *parent)
     ui.FileName->setMinimumWidth(fontMetrics().averageCharWidth() * 12);
     compact::fitField(ui.dE, QStringLiteral("-00.00"), QStringLiteral("-000.000"));
     setMode(Read);
+    m_mayReplace = [this](const QString &path) {
+        const QString question = tr("%1 exists already.\nDo you want to replace it?").arg(QFileInfo(path).fileName());
+        return QMessageBox::warning(m_dialog, tr("Name a file to write"), question, QMessageBox::Yes | QMessageBox::No,
+                                    QMessageBox::No) == QMessageBox::Yes;
+    };
 
     connect(ui.SelectB, &QPushButton::clicked, this, [this] { dialog()->show(); });
     connect(ui.ClearB, &QPushButton::clicked, this, &AFileSelect::clearFileName);
@@ -26,9 +68,8 @@ QFileDialog *AFileSelect::dialog()
 {
     if (m_dialog)
         return m_dialog;
-    m_dialog = new QFileDialog(this);
+    m_dialog = new CheckedFileDialog(this, [this](const QString &path) { return mayWrite(path); });
     m_dialog->setNameFilters({tr("All (* *.*)"), tr("Data Files (*.dat)")});
-    m_dialog->setDefaultSuffix(m_suffix);
     if (!m_dir.isEmpty())
         m_dialog->setDirectory(m_dir);
     updateDialogMode();
@@ -59,6 +100,7 @@ void AFileSelect::updateDialogMode()
 {
     if (!m_dialog)
         return;
+    m_dialog->setDefaultSuffix(m_mode == Write ? m_suffix : QString()); // a name to read is taken as it is typed
     if (m_mode == Write) {
         m_dialog->setWindowTitle(tr("Name a file to write"));
         m_dialog->setAcceptMode(QFileDialog::AcceptSave);
@@ -73,8 +115,7 @@ void AFileSelect::updateDialogMode()
 void AFileSelect::setDefaultSuffix(const QString &suffix)
 {
     m_suffix = suffix;
-    if (m_dialog)
-        m_dialog->setDefaultSuffix(suffix); // the dialog asks before it takes an existing file of the complete name
+    updateDialogMode();
 }
 
 QString AFileSelect::fileText() const
@@ -148,14 +189,31 @@ void AFileSelect::selectingFile(const QString &path)
 {
     const QFileInfo info(path);
     if (info.isFile() && info.isReadable())
-        newFile(path);
+        choose(path);
 }
 
 void AFileSelect::newFile(const QString &path)
 {
-    QString complete = path;
-    if (m_mode == Write && !m_suffix.isEmpty() && QFileInfo(path).suffix() != m_suffix)
-        complete += QLatin1Char('.') + m_suffix;
+    choose(path);
+}
+
+/// The path under which a file is read or, in write mode, written.
+QString AFileSelect::withSuffix(const QString &path) const
+{
+    const bool isComplete = m_mode != Write || m_suffix.isEmpty() || QFileInfo(path).suffix() == m_suffix;
+    return isComplete ? path : path + QLatin1Char('.') + m_suffix;
+}
+
+/// Whether the user lets the file that follows from a chosen path be written.
+bool AFileSelect::mayWrite(const QString &path) const
+{
+    const QString complete = withSuffix(path);
+    return !QFileInfo::exists(complete) || m_mayReplace(complete);
+}
+
+void AFileSelect::choose(const QString &path)
+{
+    const QString complete = withSuffix(path);
     setFileText(complete);
     rememberDirOf(complete);
     m_fileName = QFileInfo(complete).fileName();
@@ -182,7 +240,7 @@ void AFileSelect::showDE(bool f)
 void AFileSelect::receiveDialogFile(const QString &path)
 {
     if (m_mode == Write)
-        newFile(path);
+        choose(path);
     else if (!m_multiple)
         selectingFile(path);
 }
@@ -216,5 +274,5 @@ void AFileSelect::dropEvent(QDropEvent *event)
     if (path.isEmpty())
         return;
     event->acceptProposedAction();
-    newFile(path);
+    choose(path);
 }

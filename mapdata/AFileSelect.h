@@ -4,6 +4,10 @@
 
 #include <QFileDialog>
 #include <QFrame>
+#include <QString>
+#include <QStringList>
+
+#include <functional>
 
 class QMimeData;
 
@@ -26,6 +30,13 @@ public:
     /// The suffix (no dot) that names of files to write get when theirs differs; empty for none. At first "dat".
     void setDefaultSuffix(const QString &suffix);
 
+    /// Acts as if the user had chosen the file: shows its name, which gets the default suffix in write mode, and
+    /// announces it. A row that loads what is chosen loads it.
+    void choose(const QString &path);
+    /// Asks whether the existing file `path` may be replaced. Set by whoever wants no message box.
+    using Question = std::function<bool(const QString &path)>;
+    void setOverwriteQuestion(const Question &question) { m_mayReplace = question; }
+
     /// The text of the file name field: the path of a single file, in write mode as the user left it.
     QString fileText() const;
     /// Shows a path without choosing it; nothing is announced.
@@ -45,8 +56,9 @@ public:
     /// One line: no label before the name, the information behind the buttons. At first it stands below them.
     void setSingleLine();
 
-    /// The dialog behind the "Sel." button. Made when first asked for: making one takes milliseconds, and closing one
-    /// writes to the user's settings.
+    /// The dialog behind the "Sel." button. In write mode it asks before it takes an existing file: the one that will
+    /// be written, suffix included. Refused, it stays open. Made when first asked for: making one takes milliseconds,
+    /// and closing one writes to the user's settings.
     QFileDialog *dialog();
 
     /// The path of the first dropped URL, percent signs decoded; empty when that is no local file.
@@ -63,6 +75,7 @@ public slots:
     void newFiles(const QStringList &paths);
     void clearFileName();
     void selectingFile(const QString &path);
+    /// What choose() does; hidden in rows that load what is chosen.
     void newFile(const QString &path);
     /// The directory in which the dialog opens next; nothing is announced.
     void setDir(const QString &dir);
@@ -73,6 +86,8 @@ protected:
     void dropEvent(QDropEvent *event) override;
 
 private:
+    QString withSuffix(const QString &path) const;
+    bool mayWrite(const QString &path) const;
     void receiveDialogFile(const QString &path);
     void updateDialogMode();
     void rememberDirOf(const QString &path);
@@ -84,4 +99,5 @@ private:
     QString m_fileName;
     QString m_suffix = QStringLiteral("dat");
     QFileDialog *m_dialog = nullptr;
+    Question m_mayReplace;
 };

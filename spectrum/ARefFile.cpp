@@ -4,6 +4,7 @@
 #include "controls/Field.h"
 
 #include <QDragEnterEvent>
+#include <QDropEvent>
 
 ARefFile::ARefFile(QWidget *parent)
     : QFrame(parent)
@@ -75,5 +76,5 @@ void ARefFile::dropEvent(QDropEvent *event)
     if (path.isEmpty())
         return;
     event->acceptProposedAction();
-    ui.XafsFS->AFileSelect::newFile(path); // takes the name and so loads
+    ui.XafsFS->choose(path);
 }

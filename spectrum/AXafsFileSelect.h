@@ -41,7 +41,7 @@ signals:
     void updated();
 
 public slots:
-    /// Loads a spectrum; hides the base's slot, which only takes the name. An empty path forgets the spectrum.
+    /// Loads a spectrum without taking its name, as choose() does in the end. An empty path forgets the spectrum.
     void newFile(const QString &path);
     void setNewDE();
     void draw(QStylePainter *p);

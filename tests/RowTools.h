@@ -1,7 +1,9 @@
 #pragma once
 
+#include "tests/Tables.h"
+
+#include <QApplication>
 #include <QDropEvent>
-#include <QFile>
 #include <QLineEdit>
 #include <QMimeData>
 #include <QUrl>
@@ -13,8 +15,7 @@ namespace rowtools
 
 inline bool write(const QString &path, const QByteArray &bytes)
 {
-    QFile file(path);
-    return file.open(QIODevice::WriteOnly) && file.write(bytes) == bytes.size();
+    return tables::writeBytes(path, bytes);
 }
 
 /// Drags the URL over a widget and drops it there; whether it was taken.

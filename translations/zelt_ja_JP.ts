@@ -151,6 +151,12 @@
         <translation>データファイル (*.dat)</translation>
     </message>
     <message>
+        <source>%1 exists already.
+Do you want to replace it?</source>
+        <translation>%1 は既にあります。
+置き換えますか？</translation>
+    </message>
+    <message>
         <source>Name a file to write</source>
         <translation>書き込むファイルの名前</translation>
     </message>

@@ -82,7 +82,7 @@ bool FourPs::loadSpectrum(AXafsFileSelect *selector, const QString &file, double
     selector->setNewDE();
     if (file.isEmpty())
         return true;
-    selector->AFileSelect::newFile(file); // takes the name and so loads
+    selector->choose(file);
     return selector->valid();
 }
 
@@ -95,7 +95,7 @@ bool FourPs::loadEnergy(AEPoint *row, const Job::Energy &energy)
     row->setVPoint(energy.vPoint);
     row->setForLCF(energy.lcf);
     if (!energy.map.isEmpty())
-        row->fileSelect()->newFile(energy.map);
+        row->fileSelect()->choose(energy.map);
     row->setEnergyText(energy.energy == 0.0 ? QString() : exactText(energy.energy));
     row->inNewEnergy();
     return energy.map.isEmpty() || row->loaded();

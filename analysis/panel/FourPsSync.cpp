@@ -150,7 +150,7 @@ void FourPs::receiveNewPaths(const QStringList &paths)
     {
         const QScopedValueRollback<bool> loading(m_isLoading, true);
         for (int i = 0; i < qMin(paths.size(), m_energyRows.size()); ++i)
-            m_energyRows[i]->fileSelect()->newFile(paths[i]);
+            m_energyRows[i]->fileSelect()->choose(paths[i]);
     }
     if (paths.size() > m_energyRows.size())
         message(tr("%1 map files were chosen; the first %2 were taken.").arg(paths.size()).arg(m_energyRows.size()));
