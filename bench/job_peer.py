@@ -1,7 +1,7 @@
 """Peer of the whole-job measurement: the sample's non-equivalent analysis with pandas and numpy.
 
 job_peer.py CONDITIONS OUT reads the conditions (JSON: map files, energies, the references' columns, edge jumps and
-valences), loads the maps, fits every pixel and writes the result file with its thirteen quantities and the two
+valences), loads the maps, fits every pixel and writes the result file with all its quantities and the two
 histograms beside it.
 """
 import json

@@ -32,7 +32,7 @@ result = np.zeros((13, pixels))
 
 
 def non_equivalent(method):
-    """The pseudo-inverse times all pixels, then fractions, amounts, valence and t: the same thirteen quantities."""
+    """The pseudo-inverse times all pixels, then fractions, amounts, valence and t: the same quantities."""
     columns = np.array(method["columns"])
     length = 12398.424360387684 / energies
     ones = np.ones_like(energies)

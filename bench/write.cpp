@@ -55,15 +55,16 @@ bool makeResults(ResultRecords::Method method, int side, ResultRecords *results)
         results->t()[i] = t;
         if (method == ResultRecords::Method::FourPoints)
             continue;
-        for (int k = 0; k < 4; ++k) {
-            results->quantity(k)[i] = f[k];
-            results->quantity(4 + k)[i] = t * f[k];
+        for (int k = 0; k < ResultPosition::referenceRows; ++k) {
+            results->quantity(ResultPosition::ratio + k)[i] = f[k];
+            results->quantity(ResultPosition::dMut + k)[i] = t * f[k];
         }
-        results->quantity(8)[i] = -0.7 + noise(0.1);
-        results->quantity(9)[i] = 0.031 + noise(0.02); // of the cube and of the fourth power of a wavelength
-        results->quantity(10)[i] = -0.0042 + noise(0.004);
-        results->quantity(11)[i] = 2.0 * f[0] + 3.0 * f[1] + 8.0 / 3.0 * f[2] + 4.0 * f[3];
-        results->quantity(12)[i] = t;
+        results->quantity(ResultPosition::mut0)[i] = -0.7 + noise(0.1);
+        results->quantity(ResultPosition::c1)[i] =
+            0.031 + noise(0.02); // of the cube and of the fourth power of a wavelength
+        results->quantity(ResultPosition::c2)[i] = -0.0042 + noise(0.004);
+        results->quantity(ResultPosition::valence)[i] = 2.0 * f[0] + 3.0 * f[1] + 8.0 / 3.0 * f[2] + 4.0 * f[3];
+        results->quantity(ResultPosition::amount)[i] = t;
     }
     return true;
 }
@@ -73,7 +74,7 @@ bool writeColumns(const ResultRecords &results, const QString &path)
 {
     std::vector<double> valence(results.count());
     for (std::size_t i = 0; i < valence.size(); ++i)
-        valence[i] = mixedValence(valences.first, valences.second, results.a()[i]);
+        valence[i] = valences.mixed(results.a()[i]);
     std::vector<const double *> columns = {results.x(), results.y()};
     if (results.method() == ResultRecords::Method::FourPoints) {
         columns.insert(columns.end(), {results.a(), valence.data(), results.t()});

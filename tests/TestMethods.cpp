@@ -1,6 +1,5 @@
 #include "analysis/methods/NonEquivalent.h"
 #include "analysis/results/MapRecords.h"
-#include "analysis/results/ResultQuantities.h"
 #include "tests/MethodSamples.h"
 
 #include <QtTest>
@@ -72,7 +71,6 @@ class TestMethods : public QObject
     Q_OBJECT
 
 private slots:
-    void quantityTable();
     void preparation();
     void preparationFromSpectra();
     void nonEquivalentMixtures_data();
@@ -80,25 +78,6 @@ private slots:
     void nonEquivalentAgainstLongDouble();
     void singularSystems();
 };
-
-/// A wrong name here would leave a control without effect.
-void TestMethods::quantityTable()
-{
-    QStringList names;
-    for (const ResultQuantity &quantity : resultQuantities) {
-        QCOMPARE(quantity.position, names.size());
-        names.append(quantity.name);
-        QString stem = QString(quantity.name).remove(' ');
-        stem[0] = stem[0].toUpper();
-        QCOMPARE(QString(quantity.recordBox), "Rec" + stem);
-        QCOMPARE(QString(quantity.mapButton), "Map" + stem);
-        const bool isAmountOfOne = quantity.position >= dMut && quantity.position < mut0;
-        QCOMPARE(QString(quantity.histogramButton),
-                 "Hg" + (isAmountOfOne ? QString("dMut%1").arg(quantity.position - 3) : stem));
-    }
-    QCOMPARE(names.join(','), QString("Ratio 1,Ratio 2,Ratio 3,Ratio 4,dMut 1,dMut 2,dMut 3,dMut 4,mut0,C1,C2,"
-                                      "Valence,Amount"));
-}
 
 void TestMethods::preparation()
 {

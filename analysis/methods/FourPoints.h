@@ -66,5 +66,15 @@ inline double mixedValence(double valenceA, double valenceB, double a)
 {
     return valenceA * a + valenceB * (1 - a);
 }
+
+/// The valences of two references; known is false where there were no two, and every valence is then 0.
+struct ValencePair {
+    bool known = false;
+    double first = 0.0;
+    double second = 0.0;
+
+    /// The mean valence at the fraction `a` of the first.
+    double mixed(double a) const { return known ? mixedValence(first, second, a) : 0.0; }
+};
 /// mixedValence() of a plane of fractions; `valences` may be `a` itself.
 void mixedValences(double valenceA, double valenceB, const double *a, std::size_t count, double *valences);

@@ -46,7 +46,7 @@ inline int nonEquivalentUnknowns(int references, NonEquivalentBackground backgro
     return references + (background == NonEquivalentBackground::Victoreen ? 3 : 2);
 }
 
-/// The thirteen result quantities, see ResultPosition.
+/// One value per result quantity, see ResultPosition.
 using NonEquivalentValues = std::array<double, ResultPosition::count>;
 
 /// The fit of one column `y` of values, one per energy. Writes the fractions (0 beyond the last reference) and the
@@ -54,7 +54,7 @@ using NonEquivalentValues = std::array<double, ResultPosition::count>;
 double fitNonEquivalent(NonEquivalentBackground background, const double *y, const NonEquivalentReferences &references,
                         numeric::LinearSystem *work, NonEquivalentValues *values);
 
-/// All thirteen quantities of one column, for the target spectrum: the fit, then t = S J, the amounts t f_j and the
+/// All quantities of one column, for the target spectrum: the fit, then t = S J, the amounts t f_j and the
 /// valence f_1 V_1 + ... + f_m V_m. `y` and `valences` hold one value per energy and reference.
 NonEquivalentValues solveNonEquivalent(NonEquivalentBackground background, const std::vector<double> &y,
                                        const NonEquivalentReferences &references, const std::vector<double> &valences);
@@ -70,11 +70,8 @@ struct NonEquivalentMapInput {
 /// Whether there is a map for each energy and a valence for each reference, and at least one of both.
 bool isComplete(const NonEquivalentMapInput &input);
 
-/// Whether the method with so many references finds the quantity at `position` (see ResultPosition); the others are 0.
-bool isFilled(int position, int references, NonEquivalentBackground background);
-
 /// Where the results go, by ResultPosition: planes of as many values as pixels are calculated, not owned; null for a
-/// quantity that is not filled.
+/// quantity that is not wanted.
 using NonEquivalentPlanes = std::array<double *, ResultPosition::count>;
 
 /// Calculates the first `pixels` pixels of the maps. A pixel that a map does not have counts there with the absorption

@@ -1,7 +1,10 @@
+#include "analysis/methods/NonEquivalent.h"
 #include "analysis/methods/NonEquivalentBasis.h"
 #include "analysis/methods/PixelBlocks.h"
 
-#include <type_traits>
+#include <algorithm>
+#include <array>
+#include <cstddef>
 
 using namespace ResultPosition;
 using numeric::InstructionSet;
@@ -153,13 +156,6 @@ BlockSolver chooseSolver(int components, NonEquivalentBackground background, Ins
 }
 
 } // namespace
-
-bool isFilled(int position, int references, NonEquivalentBackground background)
-{
-    if (position < mut0)
-        return position % referenceRows < references;
-    return position != c2 || background == NonEquivalentBackground::Victoreen;
-}
 
 bool isComplete(const NonEquivalentMapInput &input)
 {

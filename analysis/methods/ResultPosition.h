@@ -1,6 +1,6 @@
 #pragma once
 
-/// Positions of the thirteen quantities that a result holds per pixel. `2 * referenceRows + 5` in all: the fractions,
+/// Positions of the quantities that a result holds per pixel. `2 * referenceRows + 5` in all: the fractions,
 /// the amounts, the background's coefficients, the valence and the total edge jump.
 namespace ResultPosition
 {

@@ -5,6 +5,7 @@
 #include "analysis/drawing/MutsDrawing.h"
 #include "analysis/drawing/ScatterDrawing.h"
 #include "analysis/panel/FourPs.h"
+#include "analysis/results/ResultHistograms.h"
 #include "analysis/results/ResultQuantities.h"
 #include "analysis/results/ResultWriter.h"
 #include "analysis/results/ShownQuantity.h"
@@ -63,10 +64,9 @@ std::pair<double, double> FourPs::usedValences() const
 /// The colour range of a quantity; none for those that have none.
 std::optional<ValueRange> FourPs::rangeOf(int position) const
 {
-    const bool isFourPoints = m_results.count() > 0 && m_results.method() == ResultRecords::Method::FourPoints;
-    if (position == ResultPosition::amount && isFourPoints)
-        return ValueRange{number(ui.HgTFrom), number(ui.HgTTo)};
     RangeConditions conditions;
+    conditions.isFourPoints = m_results.count() > 0 && m_results.method() == ResultRecords::Method::FourPoints;
+    conditions.thickness = {number(ui.HgTFrom), number(ui.HgTTo)};
     for (const ARefFile *const reference : validReferences())
         conditions.edgeJumps += reference->selector()->spectrum().edgeJump();
     const QVector<ARefFile *> used = usedReferences();
@@ -75,8 +75,7 @@ std::optional<ValueRange> FourPs::rangeOf(int position) const
         conditions.smallestValence = i == 0 ? valence : std::min(conditions.smallestValence, valence);
         conditions.largestValence = i == 0 ? valence : std::max(conditions.largestValence, valence);
     }
-    ValueRange range;
-    return quantityRange(position, conditions, &range) ? std::optional<ValueRange>(range) : std::nullopt;
+    return quantityRange(position, conditions);
 }
 
 // --- maps ---
@@ -84,7 +83,7 @@ std::optional<ValueRange> FourPs::rangeOf(int position) const
 void FourPs::refreshShownMap()
 {
     const auto [first, second] = usedValences();
-    m_shown = m_results.count() > 0 ? shownPlane(m_results, mapQuantity(), first, second, &m_shownWork) : nullptr;
+    m_shown = shownPlane(m_results, mapQuantity(), {true, first, second}, &m_shownWork);
     m_mask.clear();
     if (m_shown && !ui.MaskBelow->text().isEmpty())
         maskBelow(m_results, number(ui.MaskBelow), &m_mask);

@@ -133,5 +133,5 @@ void FourPs::copyConditions()
 const double *FourPs::quantity(int position, numeric::Plane *work) const
 {
     const auto [first, second] = usedValences();
-    return m_results.count() > 0 ? shownPlane(m_results, position, first, second, work) : nullptr;
+    return shownPlane(m_results, position, {true, first, second}, work);
 }

@@ -105,7 +105,8 @@ void FourPs::finishMap(const UsedRows &rows)
     const double *const t = m_results.t();
     m_thicknessHistogram.addValues(m_results.count(), [t](std::size_t i) { return t[i]; });
     const auto [first, second] = usedValences();
-    if (const double *const valence = shownPlane(m_results, ResultPosition::valence, first, second, &m_shownWork))
+    if (const double *const valence =
+            shownPlane(m_results, ResultPosition::valence, {true, first, second}, &m_shownWork))
         m_valenceHistogram.addValues(m_results.count(), [valence](std::size_t i) { return valence[i]; });
     refreshShownHistograms();
     forgetOldRanges();

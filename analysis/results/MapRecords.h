@@ -3,6 +3,7 @@
 #include "analysis/methods/FourPointsMap.h"
 #include "analysis/methods/NonEquivalent.h"
 #include "analysis/results/ResultRecords.h"
+#include "numeric/Lanes.h"
 
 /// The methods' maps as result records. A four-points result has the size and the positions of the V point's map, a
 /// non-equivalent one those of the first map; a position that this map has no record for is (0, 0).

@@ -5,23 +5,30 @@
 
 #include <algorithm>
 #include <cmath>
+#include <iterator>
 #include <limits>
 #include <mutex>
 #include <vector>
 
-bool quantityRange(int position, const RangeConditions &conditions, ValueRange *range)
+std::optional<ValueRange> quantityRange(int position, const RangeConditions &conditions)
 {
-    if (position < 0 || position >= ResultPosition::count)
-        return false;
-    if (position == ResultPosition::c1 || position == ResultPosition::c2)
-        return false;
-    if (position == ResultPosition::valence)
-        *range = {conditions.smallestValence - 0.5, conditions.largestValence + 0.5};
-    else if (position < ResultPosition::dMut)
-        *range = {-0.1, 1.1};
-    else
-        *range = {-conditions.edgeJumps / 10, 1.1 * conditions.edgeJumps};
-    return true;
+    const ResultQuantity *const quantity = quantityAt(position);
+    if (!quantity)
+        return std::nullopt;
+    const ValueRange ofEdgeJumps = {-conditions.edgeJumps / 10, 1.1 * conditions.edgeJumps};
+    switch (quantity->range) {
+    case RangeRule::Fraction:
+        return ValueRange{-0.1, 1.1};
+    case RangeRule::EdgeJump:
+        return ofEdgeJumps;
+    case RangeRule::Valence:
+        return ValueRange{conditions.smallestValence - 0.5, conditions.largestValence + 0.5};
+    case RangeRule::TotalAmount:
+        return conditions.isFourPoints ? conditions.thickness : ofEdgeJumps;
+    case RangeRule::None:
+        break;
+    }
+    return std::nullopt;
 }
 
 std::optional<ValueRange> finiteRange(const double *values, std::size_t count, int threads)

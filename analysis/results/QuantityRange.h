@@ -14,13 +14,15 @@ struct RangeConditions {
     double edgeJumps = 0.0;       ///< sum of the edge jumps of the references that are used and valid
     double smallestValence = 0.0; ///< of the references in use
     double largestValence = 0.0;
+    bool isFourPoints = false; ///< of a four-points result, whose amount is a relative thickness
+    ValueRange thickness;      ///< bounds of the thickness histogram
 };
 
-/// The colour range of the result quantity at `position` (see ResultPosition): fractions -0.1 to 1.1, valences half a
-/// unit beyond those of the references, amounts and mut0 from -1/10 to 11/10 of the edge jumps. False, `range`
-/// untouched, for the background's coefficients C1 and C2 and for a position that does not exist: they have no range
-/// of their own.
-bool quantityRange(int position, const RangeConditions &conditions, ValueRange *range);
+/// The colour range of the result quantity at `position` (see ResultPosition) by its rule in the table of quantities:
+/// fractions -0.1 to 1.1, valences half a unit beyond those of the references, amounts and mut0 from -1/10 to 11/10 of
+/// the edge jumps, relative thicknesses the bounds of their histogram. None for what has no range of its own, as the
+/// background's coefficients C1 and C2, and for a position that does not exist.
+std::optional<ValueRange> quantityRange(int position, const RangeConditions &conditions);
 
 /// The smallest and the largest finite one of `count` values, on `threads` threads (0: one per core); none without a
 /// finite value.

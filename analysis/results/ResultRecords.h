@@ -1,6 +1,6 @@
 #pragma once
 
-#include "analysis/results/ResultQuantities.h"
+#include "analysis/methods/ResultPosition.h"
 #include "mapdata/A2DData.h"
 #include "numeric/Plane.h"
 
@@ -16,7 +16,7 @@ struct ResultRecord {
     double y = 0.0;
     double a = 0.0;         ///< fraction of the first reference
     double t = 0.0;         ///< thickness: t/ts of the four-points method, total edge jump of the non-equivalent method
-    QVector<double> values; ///< the thirteen result quantities; empty for a four-points result
+    QVector<double> values; ///< by ResultPosition; empty for a four-points result
 };
 
 /// The results of the last map calculation, kept as one plane per quantity: width * height pixels row by row, x

@@ -1,6 +1,5 @@
 #include "analysis/results/ResultWriter.h"
 
-#include "analysis/methods/FourPoints.h"
 #include "numeric/NumberLines.h"
 #include "numeric/OutputFile.h"
 
@@ -77,9 +76,9 @@ private:
 
     std::vector<double> valencesOf(std::size_t first, std::size_t last) const
     {
-        std::vector<double> valence(last - first, 0.0);
-        for (std::size_t i = first; m_valences.known && i < last; ++i)
-            valence[i - first] = mixedValence(m_valences.first, m_valences.second, m_results.a()[i]);
+        std::vector<double> valence(last - first);
+        for (std::size_t i = first; i < last; ++i)
+            valence[i - first] = m_valences.mixed(m_results.a()[i]);
         return valence;
     }
 

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "analysis/methods/FourPoints.h"
+#include "analysis/methods/ResultPosition.h"
 #include "analysis/results/ResultRecords.h"
 
 #include <QString>
@@ -12,16 +14,8 @@ enum class WriteOutcome {
     CannotWrite ///< the disk is full or failed: the previous file, if any, is as it was
 };
 
-/// How the valence of a four-points result comes from its fraction: known is false when there are no two references,
-/// and the valence is then 0.
-struct ValencePair {
-    bool known = false;
-    double first = 0.0;
-    double second = 0.0;
-};
-
-/// Which of the thirteen result quantities a non-equivalent result file holds.
-using RecordSelection = std::array<bool, ResultRecords::quantityCount>;
+/// Which of the result quantities a non-equivalent result file holds, by ResultPosition.
+using RecordSelection = std::array<bool, ResultPosition::count>;
 
 /// Writes the result file: the header lines, an empty line, then one line per pixel and an empty line after each map
 /// row; numbers in general format with six digits, right-aligned in ten characters. The file appears as a whole or

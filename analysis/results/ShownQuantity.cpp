@@ -1,12 +1,11 @@
 #include "analysis/results/ShownQuantity.h"
 
-#include "analysis/methods/FourPoints.h"
 #include "analysis/results/ResultQuantities.h"
 #include "analysis/results/ResultRecords.h"
 #include "numeric/ParallelRanges.h"
 #include "numeric/RealToInt.h"
 
-#include <limits>
+#include <cstddef>
 #include <new>
 
 namespace
@@ -31,27 +30,27 @@ const double *derived(std::size_t count, numeric::Plane *work, Of of)
 
 } // namespace
 
-const double *shownPlane(const ResultRecords &results, int position, double valenceA, double valenceB,
-                         numeric::Plane *work)
+const double *shownPlane(const ResultRecords &results, int position, const ValencePair &valences, numeric::Plane *work)
 {
-    if (position < 0 || position >= ResultPosition::count)
+    const ResultQuantity *const quantity = quantityAt(position);
+    if (!quantity || results.count() == 0)
         return nullptr;
     if (results.method() == ResultRecords::Method::NonEquivalent)
         return results.quantity(position);
     const double *const a = results.a();
-    switch (position) {
-    case ResultPosition::ratio:
+    switch (quantity->fourPoints) {
+    case FourPointsRule::Fraction:
         return a;
-    case ResultPosition::ratio + 1:
+    case FourPointsRule::OtherPart:
         return derived(results.count(), work, [a](std::size_t i) { return 1 - a[i]; });
-    case ResultPosition::valence:
-        return derived(results.count(), work,
-                       [a, valenceA, valenceB](std::size_t i) { return mixedValence(valenceA, valenceB, a[i]); });
-    case ResultPosition::amount:
+    case FourPointsRule::MixedValence:
+        return derived(results.count(), work, [a, valences](std::size_t i) { return valences.mixed(a[i]); });
+    case FourPointsRule::Thickness:
         return results.t();
-    default:
-        return nullptr;
+    case FourPointsRule::None:
+        break;
     }
+    return nullptr;
 }
 
 void maskBelow(const ResultRecords &results, double limit, std::vector<quint8> *mask)
@@ -72,20 +71,4 @@ QString cellText(const double *plane, int width, int height, double x, double y)
     const auto index = static_cast<std::size_t>(numeric::truncToInt(y)) * static_cast<std::size_t>(width) +
                        static_cast<std::size_t>(numeric::truncToInt(x));
     return QString::number(plane[index], 'g', 6);
-}
-
-HistogramBins referenceHistogram(const HistogramBins &boxes, const ResultRecords &results, int ratio,
-                                 const double *values)
-{
-    HistogramBins bins = boxes;
-    bins.counts.fill(0, bins.n);
-    bins.total = bins.under = bins.over = 0;
-    if (results.method() != ResultRecords::Method::NonEquivalent || !boxes.isSet())
-        return bins;
-    const double *const fraction = results.quantity(ratio);
-    constexpr double notCounted = std::numeric_limits<double>::quiet_NaN();
-    bins.addValues(results.count(),
-                   [fraction, values](std::size_t i) { return fraction[i] >= 0.5 ? values[i] : notCounted; });
-    bins.total = bins.under + bins.inRangeCount() + bins.over;
-    return bins;
 }

@@ -1,0 +1,46 @@
+#pragma once
+
+#include "analysis/methods/FourPoints.h"
+#include "analysis/methods/ResultPosition.h"
+#include "numeric/Plane.h"
+
+#include <QtGlobal>
+
+#include <cstddef>
+#include <optional>
+#include <vector>
+
+class ResultRecords;
+
+/// What a map of results shows: the values of one quantity, and which pixels it hides. Points into the results: to be
+/// shown anew whenever these change.
+class ResultView
+{
+public:
+    ResultView() = default;
+    Q_DISABLE_COPY(ResultView)
+
+    /// The quantity at `position` (see ResultPosition), for a four-points result with the valences of its run (see
+    /// shownPlane()). Pixels whose amount t is below `hideBelow` are hidden; none: all are shown.
+    void show(const ResultRecords &results, int position, const ValencePair &valences,
+              std::optional<double> hideBelow = std::nullopt);
+
+    int position() const { return m_position; }
+    /// One per pixel, row by row; null when the method does not compute the quantity, and without results.
+    const double *values() const { return m_values; }
+    /// One byte per pixel, 1 where it is hidden; null when all are shown.
+    const quint8 *mask() const { return m_mask.empty() ? nullptr : m_mask.data(); }
+    /// Of the results, whether there are values or not.
+    std::size_t count() const { return m_count; }
+    int width() const { return m_width; }
+    int height() const { return m_height; }
+
+private:
+    int m_position = ResultPosition::ratio;
+    const double *m_values = nullptr;
+    std::size_t m_count = 0;
+    int m_width = 0;
+    int m_height = 0;
+    numeric::Plane m_work; ///< values that do not stand in the results
+    std::vector<quint8> m_mask;
+};
