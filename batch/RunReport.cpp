@@ -80,7 +80,7 @@ QJsonObject quantityReport(const double *values, std::size_t count)
     for (std::size_t i = 0; i < count; ++i)
         builder.add(values[i]);
     const FiniteSummary summary = builder.summary();
-    const auto middle = percentileRange(values, count, 0.5, 0.5); // fractions of next to nothing rule the mean
+    const auto middle = percentileRange(values, count, nullptr, 0.5, 0.5); // fractions of next to nothing rule the mean
     return {{"finite", static_cast<double>(summary.count)},
             {"mean", summary.mean},
             {"deviation", summary.deviation},

@@ -1,5 +1,6 @@
 #include "display/DispABase.h"
 
+#include "controls/Field.h"
 #include "display/GraphBoxes.h"
 #include "display/HeaderMenu.h"
 #include "display/PopBase.h"
@@ -51,18 +52,18 @@ void DispABase::setXYTitle(const QString &x, const QString &y)
 
 void DispABase::setRealRange(double x0, double y0, double x1, double y1)
 {
-    if (ui.DispA->scaleFixed)
-        return;
-    ui.DispA->cc.setRealArea(x0, y0, x1, y1);
-    ui.DispA->scaleFixed = true;
+    ui.DispA->setRealRange({{x0, x1}, {y0, y1}});
+}
+
+void DispABase::offerRange(const RealRange &natural, Follow follow)
+{
+    ui.DispA->offerRange(natural, follow);
 }
 
 void DispABase::receiveNowPos(double rx, double ry)
 {
-    ui.XPos->setText(QString::number(rx, 'g', 6));
-    ui.YPos->setText(QString::number(ry, 'g', 6));
-    ui.XPos->setCursorPosition(0);
-    ui.YPos->setCursorPosition(0);
+    showNumber(ui.XPos, rx);
+    showNumber(ui.YPos, ry);
 }
 
 void DispABase::receiveDraw(QStylePainter *p)

@@ -22,8 +22,10 @@ public:
 
     /// The titles of the axes, each shown in the header or in the area.
     void setXYTitle(const QString &x, const QString &y);
-    /// The natural range of the data: taken once, then left to the user until a double click or clearScale().
+    /// A range of the data: taken once, then left to the user until a double click or clearScale().
     void setRealRange(double x0, double y0, double x1, double y1);
+    /// The natural range of the data, at every draw: see DispArea.
+    void offerRange(const RealRange &natural, Follow follow = Follow::BothAxes);
     DispArea *area() const { return ui.DispA; }
     /// The context menu of the header row.
     HeaderMenu *headerMenu() const { return m_menu; }

@@ -50,6 +50,31 @@ void DispArea::renderArea(QStylePainter *p)
     emit draw(p);
 }
 
+RealRange DispArea::shownRange() const
+{
+    return {{cc.rx0(), cc.rx1()}, {cc.ry0(), cc.ry1()}};
+}
+
+void DispArea::setRealRange(const RealRange &range)
+{
+    if (scaleFixed)
+        return;
+    cc.setRealArea(range.x.min, range.y.min, range.x.max, range.y.max);
+    scaleFixed = true;
+}
+
+void DispArea::offerRange(const RealRange &natural, Follow follow)
+{
+    if (scaleFixed && markLines && markLines->isMoving) // the picture would run away under the mouse
+        return;
+    const bool isAnother =
+        !m_offered || natural.x != m_offered->x || (follow == Follow::BothAxes && natural.y != m_offered->y);
+    if (isAnother || shownRange() == *m_offered)
+        scaleFixed = false;
+    m_offered = natural;
+    setRealRange(natural);
+}
+
 void DispArea::drawScale(QStylePainter *p, bool clearMargins)
 {
     if (clearMargins)
@@ -112,8 +137,11 @@ void DispArea::pan()
 void DispArea::mouseReleaseEvent(QMouseEvent *event)
 {
     mouserecording::release(&mouse, *event);
-    if (markLines)
+    if (markLines) {
+        if (markLines->isMoving)
+            update(); // the natural range may have changed meanwhile
         markLines->release(cc, mouse);
+    }
     emit mReleased(&mouse);
 }
 
@@ -127,6 +155,10 @@ void DispArea::mouseDoubleClickEvent(QMouseEvent *event)
 
 void DispArea::wheelEvent(QWheelEvent *event)
 {
+    if (event->angleDelta().y() == 0 && event->angleDelta().x() != 0) { // a swipe to the side
+        event->ignore();
+        return;
+    }
     const double steps = event->angleDelta().y() * 0.125 / 15; // eighths of a degree, 15 degrees per notch
     const double factor = steps < 0 ? 1.1 : 1 / 1.1;
     const double rx = cc.s2rx(mouse.nowX);

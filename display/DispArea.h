@@ -4,11 +4,14 @@
 #include "display/DrawText.h"
 #include "display/MarkLines.h"
 #include "display/MouseC.h"
+#include "display/RealRange.h"
 
 #include "ui_DispArea.h"
 
 #include <QFrame>
 #include <QPointer>
+
+#include <optional>
 
 class QStylePainter;
 
@@ -27,6 +30,14 @@ public:
     /// Outlines the plot and labels the ends of its range; first wipes what was drawn beyond the plot if
     /// `clearMargins`. To be called when the data are drawn.
     void drawScale(QStylePainter *p, bool clearMargins);
+    /// Sets a natural range, unless the range is fixed; fixes it.
+    void setRealRange(const RealRange &range);
+    /// What every paint offers: the natural range of what it shows. The plot follows it while the user has not zoomed.
+    /// A zoom stays until the natural range becomes another one along the axes of `follow`; nothing moves while a
+    /// marker is being dragged.
+    void offerRange(const RealRange &natural, Follow follow = Follow::BothAxes);
+    /// The real range that the plot shows.
+    RealRange shownRange() const;
 
     MouseC mouse;
     ChCoord cc;
@@ -53,5 +64,6 @@ protected:
 private:
     void pan();
 
+    std::optional<RealRange> m_offered; // the last natural range
     Ui_DispArea ui;
 };

@@ -31,35 +31,35 @@ std::optional<ValueRange> quantityRange(int position, const RangeConditions &con
     return std::nullopt;
 }
 
-std::optional<ValueRange> finiteRange(const double *values, std::size_t count, int threads)
+std::optional<ValueRange> finiteRange(const double *values, std::size_t count, const quint8 *mask, int threads)
 {
     constexpr double largest = std::numeric_limits<double>::max();
-    constexpr double infinity = std::numeric_limits<double>::infinity();
-    ValueRange all{infinity, -infinity};
+    ValueRange all = emptyRange;
     std::mutex merging;
     numeric::parallelRanges(count, threads, [&](std::size_t begin, std::size_t end) {
-        ValueRange share{infinity, -infinity};
+        ValueRange share = emptyRange;
         for (std::size_t i = begin; i < end; ++i) {
             const double value = values[i];
-            if (!(std::abs(value) <= largest))
-                continue;
-            share.min = std::min(share.min, value);
-            share.max = std::max(share.max, value);
+            if (std::abs(value) <= largest && !(mask && mask[i]))
+                widen(&share, value);
         }
         const std::lock_guard<std::mutex> lock(merging);
-        all.min = std::min(all.min, share.min);
-        all.max = std::max(all.max, share.max);
+        widen(&all, share);
     });
     if (all.min > all.max)
         return std::nullopt;
     return all;
 }
 
-std::optional<ValueRange> percentileRange(const double *values, std::size_t count, double low, double high)
+std::optional<ValueRange> percentileRange(const double *values, std::size_t count, const quint8 *mask, double low,
+                                          double high)
 {
     std::vector<double> finite;
     finite.reserve(count);
-    std::copy_if(values, values + count, std::back_inserter(finite), [](double value) { return std::isfinite(value); });
+    for (std::size_t i = 0; i < count; ++i) {
+        if (std::isfinite(values[i]) && !(mask && mask[i]))
+            finite.push_back(values[i]);
+    }
     if (finite.empty())
         return std::nullopt;
     const auto valueAt = [&finite](double fraction) {

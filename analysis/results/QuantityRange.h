@@ -1,13 +1,11 @@
 #pragma once
 
+#include "display/ValueRange.h"
+
+#include <QtGlobal>
+
 #include <cstddef>
 #include <optional>
-
-/// A run of values from min to max; also the wrong way round or empty, as it comes from the user's numbers.
-struct ValueRange {
-    double min = 0.0;
-    double max = 0.0;
-};
 
 /// What the colour ranges of the result quantities depend on.
 struct RangeConditions {
@@ -25,10 +23,12 @@ struct RangeConditions {
 std::optional<ValueRange> quantityRange(int position, const RangeConditions &conditions);
 
 /// The smallest and the largest finite one of `count` values, on `threads` threads (0: one per core); none without a
-/// finite value.
-std::optional<ValueRange> finiteRange(const double *values, std::size_t count, int threads = 0);
+/// finite value. Values whose `mask` is not 0 are hidden and do not count.
+std::optional<ValueRange> finiteRange(const double *values, std::size_t count, const quint8 *mask = nullptr,
+                                      int threads = 0);
 
 /// The values at the fractions `low` and `high` (0 to 1) of the sorted finite values, each the one whose rank is
-/// nearest; none without a finite value. O(count), and needs memory for a copy of the values.
-std::optional<ValueRange> percentileRange(const double *values, std::size_t count, double low = 0.02,
-                                          double high = 0.98);
+/// nearest; none without a finite value. Hidden values do not count. O(count), and needs memory for a copy of the
+/// values.
+std::optional<ValueRange> percentileRange(const double *values, std::size_t count, const quint8 *mask = nullptr,
+                                          double low = 0.02, double high = 0.98);
