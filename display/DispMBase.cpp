@@ -1,6 +1,8 @@
 #include "display/DispMBase.h"
 
+#include "controls/Field.h"
 #include "display/HeaderMenu.h"
+#include "display/MouseC.h"
 #include "display/PlacedItem.h"
 #include "display/PopBase.h"
 
@@ -8,6 +10,7 @@
 #include <QStylePainter>
 
 #include <algorithm>
+#include <initializer_list>
 
 namespace
 {
@@ -15,23 +18,11 @@ namespace
 constexpr int leastSide = 120;       // pixels: below that the room counts more than square cells
 constexpr int headerCharacters = 48; // of the header without its title
 
-QString numberText(double value)
-{
-    return QString::number(value, 'g', 6);
-}
-
-void showNumber(QLineEdit *field, double value)
-{
-    if (field->text() != numberText(value))
-        field->setText(numberText(value));
-    field->setCursorPosition(0); // the start of a long number shows
-}
-
 /// What the user typed into a field that shows `limit`: leaving the field as it is keeps all digits of the limit.
 double typedLimit(QLineEdit *field, double limit)
 {
     field->setModified(false);
-    return field->text() == numberText(limit) ? limit : field->text().toDouble();
+    return field->text() == fieldText(limit) ? limit : field->text().toDouble();
 }
 
 } // namespace
@@ -52,7 +43,8 @@ DispMBase::DispMBase(QWidget *parent)
         this);
     connectArea();
     placeArea();
-    ui.frame->installEventFilter(this);
+    for (QWidget *const watched : std::initializer_list<QWidget *>{ui.frame, ui.CBar, ui.MaxV, ui.MinV})
+        watched->installEventFilter(this);
     connect(this, &DispMBase::draw, pop, &PopBase::updateAround);
     connect(ui.PopDockB, &QPushButton::clicked, this, &DispMBase::popDock);
     connect(pop, &PopBase::closed, this, &DispMBase::popDock);
@@ -79,6 +71,7 @@ void DispMBase::connectArea()
     connect(ui.DispA, &DispArea::mPressed, this, &DispMBase::mPressed);
     connect(ui.DispA, &DispArea::mDragging, this, &DispMBase::mDragging);
     connect(ui.DispA, &DispArea::mReleased, this, &DispMBase::mReleased);
+    connect(ui.DispA, &DispArea::mDClicked, this, &DispMBase::forgetChosenLimits);
     connect(ui.DispA, &DispArea::mDClicked, this, &DispMBase::mDClicked);
 }
 
@@ -140,21 +133,61 @@ bool DispMBase::eventFilter(QObject *watched, QEvent *event)
         const int readOuts = headerCharacters * fontMetrics().averageCharWidth();
         ui.Title->setVisible(ui.frame->width() - ui.Title->sizeHint().width() >= readOuts);
     }
+    if (watched == ui.CBar && event->type() == QEvent::MouseButtonDblClick)
+        ui.DispA->update(); // undoes the stretch, of which the bar says nothing
+    if (watched != ui.frame && event->type() == QEvent::ToolTip)
+        showHandleValues();
     return QFrame::eventFilter(watched, event);
 }
 
 void DispMBase::setRealRange(double x0, double y0, double x1, double y1)
 {
-    if (ui.DispA->scaleFixed)
-        return;
-    ui.DispA->cc.setRealArea(x0, y0, x1, y1);
-    ui.DispA->scaleFixed = true;
+    ui.DispA->setRealRange({{x0, x1}, {y0, y1}});
+}
+
+void DispMBase::offerRange(const RealRange &natural)
+{
+    ui.DispA->offerRange(natural);
 }
 
 void DispMBase::setLimits(double min, double max)
 {
     ui.CBar->setLimits(min, max);
     showLimits();
+}
+
+void DispMBase::offerLimits(const std::optional<ValueRange> &natural)
+{
+    if (!natural || !ui.CBar->autoScale())
+        return;
+    if (m_naturalLimits != natural) {
+        takeLimits(natural);
+    } else if (!ui.DispA->scaleFixed) {
+        const ValueRange limits = m_chosenLimits.value_or(*natural);
+        setLimits(limits.min, limits.max);
+    }
+}
+
+void DispMBase::takeLimits(const std::optional<ValueRange> &natural)
+{
+    m_chosenLimits.reset();
+    if (!natural)
+        return;
+    m_naturalLimits = natural;
+    setLimits(natural->min, natural->max);
+}
+
+void DispMBase::chooseLimits(const ValueRange &chosen)
+{
+    m_chosenLimits = chosen;
+    setLimits(chosen.min, chosen.max);
+}
+
+void DispMBase::forgetChosenLimits(const MouseC *m)
+{
+    constexpr int modifiers = Qt::ShiftModifier | Qt::ControlModifier | Qt::AltModifier;
+    if (m->dClickButton == Qt::LeftButton && (m->dClickModifiers & modifiers) == 0)
+        m_chosenLimits.reset();
 }
 
 void DispMBase::receiveNowPos(double rx, double ry)
@@ -199,6 +232,23 @@ void DispMBase::showLimits()
     show(ui.MinV, ui.CBar->zmin());
 }
 
+/// In the tool tips: the fields have the values at the ends of the bar, whatever the stretch of the colours.
+void DispMBase::showHandleValues()
+{
+    const auto valueAt = [this](int index) {
+        return fieldText(ui.CBar->valueAt(index));
+    };
+    const QString upper = tr("Upper handle of the colours at %1").arg(valueAt(ui.CBar->topIndex));
+    const QString lower = tr("Lower handle of the colours at %1").arg(valueAt(ui.CBar->bottomIndex));
+    const auto show = [](QWidget *widget, const QString &values) {
+        const QString what = widget->toolTip().section(QLatin1Char('\n'), 0, 0);
+        widget->setToolTip(what + QLatin1Char('\n') + values);
+    };
+    show(ui.MaxV, upper);
+    show(ui.MinV, lower);
+    show(ui.CBar, upper + QLatin1Char('\n') + lower);
+}
+
 QSize DispMBase::pictureSize() const
 {
     return QSize(ui.DispA->width() + ui.frame_2->width(), ui.DispA->height());
@@ -215,7 +265,7 @@ void DispMBase::renderPicture(QStylePainter *p)
     p->setPen(Qt::black);
     const QFont font = ui.MaxV->font();
     const auto drawLimit = [&](const QLineEdit *field, double limit) {
-        ui.DispA->dt.drawText(p, field->geometry().translated(column), font, Qt::AlignCenter, 1, numberText(limit),
+        ui.DispA->dt.drawText(p, field->geometry().translated(column), font, Qt::AlignCenter, 1, fieldText(limit),
                               font.pointSizeF());
     };
     drawLimit(ui.MaxV, ui.CBar->zmax());

@@ -3,11 +3,15 @@
 #include "display/DispArea.h"
 #include "display/MapPicture.h"
 #include "display/PopDock.h"
+#include "display/RealRange.h"
+#include "display/ValueRange.h"
 #include "display/cBar.h"
 
 #include "ui_DispMBase.h"
 
 #include <QFrame>
+
+#include <optional>
 
 class HeaderMenu;
 class QStylePainter;
@@ -23,10 +27,22 @@ public:
     explicit DispMBase(QWidget *parent = nullptr);
     ~DispMBase() override;
 
-    /// The natural range of the map: taken once, then left to the user until a double click or clearScale().
+    /// A range of the map: taken once, then left to the user until a double click or clearScale().
     void setRealRange(double x0, double y0, double x1, double y1);
+    /// The natural range of the map, at every draw: see DispArea.
+    void offerRange(const RealRange &natural);
     /// Sets the limits of the colour bar and shows them. Announces nothing, so that a drawing routine may call it.
     void setLimits(double min, double max);
+    /// The natural limits of the colours, to be offered at a draw before the natural range. They are taken when they
+    /// are others than those offered last, and when the scale is not fixed (unless the user chose limits); otherwise
+    /// the limits that stand are the user's. Nothing is taken without natural limits or without the bar's automatic
+    /// scaling.
+    void offerLimits(const std::optional<ValueRange> &natural);
+    /// For another map: takes its natural limits whatever the user had set. None leaves the limits as they are.
+    void takeLimits(const std::optional<ValueRange> &natural);
+    /// Limits that the user chose. They stay until other natural ones are offered or taken, or until a double click on
+    /// the map with the left button and no modifier.
+    void chooseLimits(const ValueRange &chosen);
     /// The header's title, which makes room for the read-outs where both do not fit, and the window's.
     void setTitle(const QString &title);
     /// Shows the value under the mouse.
@@ -67,9 +83,13 @@ private:
     void placeArea();
     QRect areaIn(const QRect &room) const;
     void showLimits();
+    void showHandleValues();
+    void forgetChosenLimits(const MouseC *m);
     void renderPicture(QStylePainter *p);
     QSize pictureSize() const;
 
     HeaderMenu *m_menu;
     QSize m_cells;
+    std::optional<ValueRange> m_naturalLimits; // offered or taken last
+    std::optional<ValueRange> m_chosenLimits;
 };

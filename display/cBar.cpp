@@ -46,6 +46,11 @@ QColor cBar::getColor(double v) const
     return colors.at(colourIndex(v, colourScale(), nColors));
 }
 
+double cBar::valueAt(double index) const
+{
+    return m_zmin + (index - idxAtBottom) / (idxAtTop - idxAtBottom) * (m_zmax - m_zmin);
+}
+
 void cBar::setCBarType(int type)
 {
     m_type = type >= 0 && type < colourTableTypes ? type : 0;

@@ -23,6 +23,8 @@ public:
 
     /// Colour of a value; see colourIndex.
     QColor getColor(double v) const;
+    /// The value at a colour index: what stands at a handle for topIndex and bottomIndex.
+    double valueAt(double index) const;
     /// Replaces the colours by those of type 0 ... maxCBarTypes() - 1 (any other is 0) and undoes the stretch.
     void setCBarType(int type);
     int cBarType() const { return m_type; }

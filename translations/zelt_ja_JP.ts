@@ -389,6 +389,14 @@ Do you want to replace it?</source>
         <source>Value at the lower end of the colours</source>
         <translation>カラースケール下端の値</translation>
     </message>
+    <message>
+        <source>Upper handle of the colours at %1</source>
+        <translation>カラーバーの上のつまみの値: %1</translation>
+    </message>
+    <message>
+        <source>Lower handle of the colours at %1</source>
+        <translation>カラーバーの下のつまみの値: %1</translation>
+    </message>
 </context>
 <context>
     <name>DisplayPicture</name>
