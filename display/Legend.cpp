@@ -1,13 +1,13 @@
 #include "display/Legend.h"
 
 #include "display/ChCoord.h"
+#include "display/FreePlace.h"
 #include "display/PlotFrame.h"
 
 #include <QFontMetrics>
 #include <QPainter>
 
 #include <algorithm>
-#include <limits>
 
 namespace
 {
@@ -44,34 +44,15 @@ Layout layoutOf(const QFontMetrics &metrics, const QRectF &inner, const QVector<
     return layout;
 }
 
-double covered(const QRectF &rect, const QVector<QPolygonF> &curves)
-{
-    double length = 0;
-    for (const QPolygonF &curve : curves) {
-        for (int i = 0; i + 1 < curve.size(); ++i) {
-            QLineF line(curve.at(i), curve.at(i + 1));
-            if (plot::clipLine(rect, &line))
-                length += line.length();
-        }
-    }
-    return length;
-}
-
-QRectF emptiestPlace(const QRectF &inner, const QSize &size, const QVector<QPolygonF> &curves)
+/// Where the legend may stand, the corners first.
+QVector<QPointF> placesIn(const QRectF &inner, const QSize &size)
 {
     const QRectF room = inner.adjusted(gap, gap, -gap - size.width(), -gap - size.height());
-    QRectF best;
-    double least = std::numeric_limits<double>::infinity();
+    QVector<QPointF> places;
     for (const QPointF &place : {room.topLeft(), room.bottomRight(), room.topRight(), room.bottomLeft(),
-                                 QPointF(room.center().x(), room.top()), QPointF(room.center().x(), room.bottom())}) {
-        const QRectF rect(place.toPoint(), size);
-        const double length = covered(rect, curves);
-        if (length >= least)
-            continue;
-        least = length;
-        best = rect;
-    }
-    return best;
+                                 QPointF(room.center().x(), room.top()), QPointF(room.center().x(), room.bottom())})
+        places.append(place.toPoint());
+    return places;
 }
 
 } // namespace
@@ -89,7 +70,7 @@ void drawLegend(QPainter *p, const ChCoord &cc, const QVector<LegendEntry> &entr
     p->setFont(font);
     const QFontMetrics metrics(font);
     if (layout.lines > 0) {
-        const QRectF box = emptiestPlace(inner, layout.size, curves);
+        const QRectF box = freePlace(placesIn(inner, layout.size), layout.size, curves);
         p->setPen(QColor(200, 200, 200));
         p->setBrush(QColor(255, 255, 255, 225));
         p->drawRect(box);

@@ -6,6 +6,7 @@
 #include <QPaintEngine>
 #include <QPainter>
 
+#include <algorithm>
 #include <cmath>
 #include <cstring>
 
@@ -19,7 +20,7 @@ constexpr int maxDevicePixels = 32767;  // of a screen or image along one side
 
 bool sameMap(const MapValues &l, const MapValues &r)
 {
-    return l.values == r.values && l.nx == r.nx && l.ny == r.ny && l.mask == r.mask;
+    return l.values == r.values && l.nx == r.nx && l.ny == r.ny && l.mask == r.mask && l.count == r.count;
 }
 
 /// The first device pixel whose centre lies at or beyond `edge`.
@@ -60,25 +61,37 @@ Edges edgesBetween(double a, double b, int count)
 
 } // namespace
 
+bool MapPicture::isStale(const MapValues &map) const
+{
+    return m_stale || !sameMap(map, m_map);
+}
+
 bool MapPicture::update(const MapValues &map, const ColourScale &scale, const ColourTable &table)
 {
-    if (!m_stale && sameMap(map, m_map) && scale == m_scale && table == m_table)
+    if (!isStale(map) && scale == m_scale && table == m_table)
         return false;
     m_stale = false;
     m_map = map;
     m_scale = scale;
     m_table = table;
-    if (!map.values || map.nx < 1 || map.ny < 1) {
+    if (!map.values || map.nx < 1 || map.ny < 1 || map.count == 0) {
         m_image = QImage();
         return true;
     }
-    if (m_image.width() != map.nx || m_image.height() != map.ny)
-        m_image = QImage(map.nx, map.ny, QImage::Format_RGB32);
+    // No more memory than the values need, whatever size the map says that it has.
+    const auto width = static_cast<std::size_t>(map.nx);
+    const std::size_t count = std::min(map.count, width * static_cast<std::size_t>(map.ny));
+    const auto columns = static_cast<int>(std::min(width, count));
+    const auto rows = static_cast<int>((count + width - 1) / width);
+    if (m_image.width() != columns || m_image.height() != rows)
+        m_image = QImage(columns, rows, QImage::Format_RGB32);
     if (m_image.isNull())
         return true;
     // The lines of 32-bit pixels follow each other without gaps.
-    colourPlane(map.values, static_cast<std::size_t>(map.nx) * static_cast<std::size_t>(map.ny), scale, table,
-                reinterpret_cast<quint32 *>(m_image.bits()), map.mask);
+    auto *const pixels = reinterpret_cast<quint32 *>(m_image.bits());
+    colourPlane(map.values, count, scale, table, pixels, map.mask);
+    m_noValue = scale.notFinite.value_or(0xff000000u);
+    std::fill(pixels + count, pixels + static_cast<std::size_t>(columns) * static_cast<std::size_t>(rows), m_noValue);
     return true;
 }
 
@@ -111,10 +124,10 @@ void MapPicture::drawPixels(QPainter *painter, const ChCoord &cc, const QRectF &
     const QTransform device = painter->deviceTransform();
     const QRectF area = device.mapRect(inner);
     const int left = cellsOfPixels(
-        firstPixel(area.left()), firstPixel(area.right()), m_image.width(),
+        firstPixel(area.left()), firstPixel(area.right()), m_map.nx,
         [&](double x) { return cc.s2rx((x - device.dx()) / device.m11()); }, &m_columns);
     const int top = cellsOfPixels(
-        firstPixel(area.top()), firstPixel(area.bottom()), m_image.height(),
+        firstPixel(area.top()), firstPixel(area.bottom()), m_map.ny,
         [&](double y) { return cc.s2ry((y - device.dy()) / device.m22()); }, &m_rows);
     const int width = static_cast<int>(m_columns.size());
     const int height = static_cast<int>(m_rows.size());
@@ -132,9 +145,13 @@ void MapPicture::drawPixels(QPainter *painter, const ChCoord &cc, const QRectF &
         if (previous && row == m_rows[static_cast<std::size_t>(y - 1)]) {
             std::memcpy(line, previous, static_cast<std::size_t>(width) * sizeof *line);
         } else {
-            const auto *const cells = reinterpret_cast<const quint32 *>(m_image.constScanLine(row));
-            for (int x = 0; x < width; ++x)
-                line[x] = cells[m_columns[static_cast<std::size_t>(x)]];
+            const bool hasValues = row < m_image.height();
+            const auto *const cells = reinterpret_cast<const quint32 *>(m_image.constScanLine(hasValues ? row : 0));
+            const int columns = hasValues ? m_image.width() : 0;
+            for (int x = 0; x < width; ++x) {
+                const int column = m_columns[static_cast<std::size_t>(x)];
+                line[x] = column < columns ? cells[column] : m_noValue;
+            }
         }
         previous = line;
     }
@@ -148,28 +165,30 @@ void MapPicture::drawScaled(QPainter *painter, const ChCoord &cc, const QRectF &
     const QRectF visible = QRectF(QPointF(cc.s2rx(inner.left()), cc.s2ry(inner.top())),
                                   QPointF(cc.s2rx(inner.right()), cc.s2ry(inner.bottom())))
                                .normalized()
-                               .intersected(QRectF(m_image.rect()));
-    const QRect cells = visible.toAlignedRect().intersected(m_image.rect());
-    if (cells.isEmpty())
+                               .intersected(QRectF(0, 0, m_map.nx, m_map.ny));
+    if (visible.isEmpty())
         return;
+    const QRect cells = visible.toAlignedRect().intersected(m_image.rect());
 #if QT_VERSION >= QT_VERSION_CHECK(5, 13, 0)
     painter->setRenderHint(QPainter::LosslessImageRendering); // JPEG would invent colours
 #endif
     painter->setClipRect(inner, Qt::IntersectClip);
     painter->setWorldTransform(QTransform(cc.r2sdx(1), 0, 0, cc.r2sdy(1), cc.r2sx(0), cc.r2sy(0)), true);
-    painter->drawImage(QRectF(cells), m_image, QRectF(cells));
+    if (!m_image.rect().contains(visible.toAlignedRect()))
+        painter->fillRect(visible, QColor(m_noValue));
+    if (!cells.isEmpty())
+        painter->drawImage(QRectF(cells), m_image, QRectF(cells));
 }
 
 void MapPicture::drawOutlines(QPainter *painter, const ChCoord &cc, const QRectF &inner) const
 {
     if (!(std::abs(cc.r2sdx(1)) >= minOutlinedCell && std::abs(cc.r2sdy(1)) >= minOutlinedCell))
         return;
-    const Edges columns = edgesBetween(cc.s2rx(inner.left()), cc.s2rx(inner.right()), m_image.width());
-    const Edges rows = edgesBetween(cc.s2ry(inner.top()), cc.s2ry(inner.bottom()), m_image.height());
-    const QRectF map =
-        QRectF(QPointF(cc.r2sx(0), cc.r2sy(0)), QPointF(cc.r2sx(m_image.width()), cc.r2sy(m_image.height())))
-            .normalized()
-            .intersected(inner);
+    const Edges columns = edgesBetween(cc.s2rx(inner.left()), cc.s2rx(inner.right()), m_map.nx);
+    const Edges rows = edgesBetween(cc.s2ry(inner.top()), cc.s2ry(inner.bottom()), m_map.ny);
+    const QRectF map = QRectF(QPointF(cc.r2sx(0), cc.r2sy(0)), QPointF(cc.r2sx(m_map.nx), cc.r2sy(m_map.ny)))
+                           .normalized()
+                           .intersected(inner);
     if (map.isEmpty())
         return;
     QVector<QLineF> lines;

@@ -14,7 +14,7 @@ using numeric::truncToInt;
 namespace
 {
 
-constexpr double closestLines = 4;  // pixels: closer grid lines are thinned out
+constexpr double closestLines = 3;  // pixels: closer grid lines are thinned out
 constexpr double thinnedLines = 20; // pixels: to at least this distance
 constexpr int mostLines = 10000;
 constexpr double overhang = 8; // pixels beyond the plot to which curves are drawn, for their width
@@ -160,11 +160,11 @@ QPolygonF plot::toPixels(const ChCoord &cc, const QPolygonF &points)
     return pixels;
 }
 
-void plot::drawCurve(QPainter *p, const ChCoord &cc, const QPolygonF &pixels)
+void plot::drawCurve(QPainter *p, const ChCoord &cc, const QPolygonF &pixels, Edges edges)
 {
     const QRectF visible = innerRect(cc).adjusted(-overhang, -overhang, overhang, overhang);
     p->save();
-    p->setRenderHint(QPainter::Antialiasing);
+    p->setRenderHint(QPainter::Antialiasing, edges == Edges::Smooth);
     QPolygonF run;
     const auto finishRun = [&] {
         if (run.size() > 1)

@@ -12,7 +12,7 @@ class ChCoord;
 class DispArea;
 class QPainter;
 
-/// What the result displays have in common. Nothing in here hands a coordinate to the painter that is not finite or
+/// What the graphs have in common. Nothing in here hands a coordinate to the painter that is not finite or
 /// lies far outside the plot.
 namespace plot
 {
@@ -36,7 +36,7 @@ struct GridLines {
     double below = std::numeric_limits<double>::infinity();
 };
 
-/// Where they are drawn: the real values within lowest ... highest, lines less than 4 pixels apart being thinned out to
+/// Where they are drawn: the real values within lowest ... highest, lines less than 3 pixels apart being thinned out to
 /// every 2nd, 5th, 10th, ... that makes them at least 20 pixels apart. `pixelsPerUnit` may be negative.
 QVector<double> visibleLines(const GridLines &lines, double pixelsPerUnit, double lowest, double highest);
 
@@ -53,8 +53,10 @@ bool clipLine(const QRectF &rect, QLineF *line);
 /// The points in pixels.
 QPolygonF toPixels(const ChCoord &cc, const QPolygonF &points);
 
-/// Joins points given in pixels with the painter's pen, smoothly; with a gap where one is not finite.
-void drawCurve(QPainter *p, const ChCoord &cc, const QPolygonF &pixels);
+enum class Edges { Smooth, Sharp };
+
+/// Joins points given in pixels with the painter's pen, cut to the plot; with a gap where one is not finite.
+void drawCurve(QPainter *p, const ChCoord &cc, const QPolygonF &pixels, Edges edges = Edges::Smooth);
 
 /// The pixel size of texts inside the plot, in proportion to its height.
 int textPixels(const ChCoord &cc);

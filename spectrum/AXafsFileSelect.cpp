@@ -40,7 +40,6 @@ void AXafsFileSelect::setDisplay(DispArea *display)
 void AXafsFileSelect::setFullRange(bool isFullRange)
 {
     m_fullRange = isFullRange;
-    resetDisplay();
     repaintDisplay();
 }
 
@@ -57,7 +56,7 @@ bool AXafsFileSelect::valueAtEnergy(double energy, double *value) const
 
 void AXafsFileSelect::newFile(const QString &path)
 {
-    resetDisplay();
+    releaseMarkers();
     if (path.isEmpty()) {
         forget();
         return;
@@ -79,20 +78,19 @@ void AXafsFileSelect::forget()
     m_spectrum.clear();
     m_spectrum.setFileName(QString());
     setExInfo(QString());
+    if (m_display)
+        m_display->scaleFixed = false;
     repaintDisplay();
     emit updated();
 }
 
-/// The next picture takes its natural range, and no marker of the display stays picked.
-void AXafsFileSelect::resetDisplay()
+/// No marker of the display stays picked.
+void AXafsFileSelect::releaseMarkers()
 {
-    if (!m_display)
+    if (!m_display || !m_display->markLines)
         return;
-    m_display->scaleFixed = false;
-    if (m_display->markLines) {
-        m_display->markLines->isMoving = false;
-        m_display->markLines->selected = -1;
-    }
+    m_display->markLines->isMoving = false;
+    m_display->markLines->selected = -1;
 }
 
 void AXafsFileSelect::reportLoad(const QString &path, bool isLoaded)
@@ -130,11 +128,8 @@ void AXafsFileSelect::draw(QStylePainter *p)
     ChCoord &cc = m_display->cc;
     cc.setMargins();
     cc.textLines = readableTextLines(cc);
-    const QRectF range = m_spectrum.valid() ? spectrumdrawing::naturalRange(m_spectrum, m_fullRange) : QRectF();
-    if (!range.isEmpty() && !m_display->scaleFixed) {
-        cc.setRealArea(range.left(), range.top(), range.right(), range.bottom());
-        m_display->scaleFixed = true;
-    }
+    if (const auto natural = spectrumdrawing::naturalRange(m_spectrum, m_fullRange))
+        m_display->offerRange(*natural);
     spectrumdrawing::drawSpectrum(p, cc, m_spectrum);
     m_display->drawScale(p, true);
     drawTitles(p);
@@ -160,7 +155,7 @@ void AXafsFileSelect::drawTitles(QStylePainter *p)
     QFont fitted = font;
     fitted.setPointSizeF(qBound(0.1, texts.fitSize(p, room, font, Qt::AlignCenter, jump), largestText));
     const double width = qMin(room.width(), QFontMetricsF(fitted, p->device()).boundingRect(jump).width() + line);
-    const QRectF place = spectrumdrawing::freePlace(cc, m_spectrum, QSizeF(width, room.height()));
+    const QRectF place = spectrumdrawing::placeForText(cc, m_spectrum, QSizeF(width, room.height()));
     texts.drawText(p, place, font, Qt::AlignCenter | Qt::TextDontClip, 1, jump, largestText);
 }
 

@@ -51,7 +51,7 @@ public slots:
 
 private:
     void forget();
-    void resetDisplay();
+    void releaseMarkers();
     void reportLoad(const QString &path, bool isLoaded);
     void drawTitles(QStylePainter *p);
 
