@@ -6,6 +6,7 @@
 #include "analysis/drawing/M2M3Drawing.h"
 #include "analysis/drawing/MapDrawing.h"
 #include "analysis/drawing/MutsDrawing.h"
+#include "analysis/drawing/PointCloud.h"
 #include "analysis/drawing/ScatterDrawing.h"
 #include "display/DispABase.h"
 #include "display/DispMBase.h"
@@ -134,11 +135,13 @@ bool measureScatters(const Results &results)
     m2m3.r = {results.a.data(), count};
     m2m3.first = {0.1, 1.1, 0.8};
     m2m3.second = {0.1, 1.0, 0.4};
-    const auto drawM2M3 = [&](QStylePainter *p) {
-        resultdrawing::drawM2M3(&display, p, m2m3);
-    };
-    image = measure("M2/M3, range sought", &display, drawM2M3, unfix);
-    measure("M2/M3, range known", &display, drawM2M3, noPreparation);
+    image = measure(
+        "M2/M3", &display, [&](QStylePainter *p) { resultdrawing::drawM2M3(&display, p, m2m3); }, unfix);
+    ScatterCache cache;
+    m2m3.revision = 1;
+    measure(
+        "M2/M3 again", &display, [&](QStylePainter *p) { resultdrawing::drawM2M3(&display, p, m2m3, &cache); },
+        noPreparation);
     right = right && onlyCircles(image, display.area()->cc, Qt::red, [&](std::size_t i) {
                 return QPointF(results.t[i] - results.p[i], results.a[i] - results.p[i]);
             });

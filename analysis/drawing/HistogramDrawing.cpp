@@ -138,27 +138,28 @@ void drawParts(QPainter *p, const ChCoord &cc, const HistogramInput &input)
     drawLegend(p, cc, names, outlines);
 }
 
-void setRange(DispABase *display, const HistogramInput &input)
+} // namespace
+
+std::optional<RealRange> resultdrawing::naturalRange(const HistogramInput &input)
 {
+    if (!input.bins || !input.bins->isSet())
+        return std::nullopt;
     int largest = input.bins->largestCount();
     for (const HistogramPart &part : input.parts)
         largest = std::max(largest, part.bins->largestCount());
-    if (largest > 0)
-        display->setRealRange(input.range.min, -0.1 * largest, input.range.max, 1.1 * largest);
-    else if (!display->area()->scaleFixed) // for this picture only: the counts are still to come
-        display->area()->cc.setRealArea(input.range.min, -0.1, input.range.max, 1.1);
+    const double most = std::max(1, largest);
+    return RealRange{input.range, {-0.1 * most, 1.1 * most}};
 }
-
-} // namespace
 
 void resultdrawing::drawHistogram(DispABase *display, QStylePainter *p, const HistogramInput &input)
 {
     display->setXYTitle(input.xTitle, input.yTitle);
     DispArea *const area = display->area();
     plot::begin(area, p);
-    if (!input.bins || !input.bins->isSet())
+    const std::optional<RealRange> natural = naturalRange(input);
+    if (!natural)
         return;
-    setRange(display, input);
+    display->offerRange(*natural, Follow::XAxis);
     const ChCoord &cc = area->cc;
     if (plot::isDrawable(cc)) {
         plot::drawVerticals(p, cc, plot::gridColour, {0, cc.calcStep(0.1, 20)});

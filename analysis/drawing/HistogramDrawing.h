@@ -1,10 +1,13 @@
 #pragma once
 
-#include "analysis/results/QuantityRange.h"
+#include "display/RealRange.h"
+#include "display/ValueRange.h"
 
 #include <QColor>
 #include <QString>
 #include <QVector>
+
+#include <optional>
 
 class DispABase;
 class HistogramBins;
@@ -31,8 +34,12 @@ namespace resultdrawing
 const QColor boxColour(160, 190, 235);
 const QColor boxOutlineColour(50, 90, 160);
 
-/// A histogram, its count axis from -0.1 to 1.1 times the largest count of it and its parts. Histograms whose boxes
-/// were not set yet leave the area white. Empty histograms get an axis for one count, which does not stay.
+/// Along x the range of the values, along y -0.1 to 1.1 times the largest count of the histogram and its parts; for one
+/// count where there is none. None before the boxes are set.
+std::optional<RealRange> naturalRange(const HistogramInput &input);
+
+/// A histogram. One whose boxes were not set yet leaves the area white. A zoom stays until the range of the values is
+/// another one.
 void drawHistogram(DispABase *display, QStylePainter *p, const HistogramInput &input);
 
 } // namespace resultdrawing

@@ -28,7 +28,7 @@ void drawRecord(QPainter *p, const ChCoord &cc, const ComparisonRecord &record, 
 /// Of records at the same place only the last one is to be seen and drawn.
 void drawRecords(QPainter *p, const ChCoord &cc, const LcfVsMpsInput &input)
 {
-    PointCloud places(*p, cc, radius);
+    PointCloud places(CloudPlace(*p, cc, radius));
     std::vector<int> visible;
     for (int i = input.records.size() - 1; i >= 0; --i) {
         if (places.visit(input.records.at(i).valence, input.records.at(i).lcfValence))
@@ -49,16 +49,23 @@ void drawRecords(QPainter *p, const ChCoord &cc, const LcfVsMpsInput &input)
 
 } // namespace
 
+std::optional<RealRange> resultdrawing::naturalRange(const LcfVsMpsInput &input)
+{
+    if (input.records.isEmpty())
+        return std::nullopt;
+    const ValueRange valences{input.valenceA - 0.2, input.valenceB + 0.2};
+    return RealRange{valences, valences};
+}
+
 void resultdrawing::drawLcfVsMps(DispABase *display, QStylePainter *p, const LcfVsMpsInput &input)
 {
     display->setXYTitle(input.xTitle, input.yTitle);
     DispArea *const area = display->area();
     plot::begin(area, p);
-    if (input.records.isEmpty())
+    const std::optional<RealRange> natural = naturalRange(input);
+    if (!natural)
         return;
-    const double low = input.valenceA - 0.2;
-    const double high = input.valenceB + 0.2;
-    display->setRealRange(low, low, high, high);
+    display->offerRange(*natural);
     const ChCoord &cc = area->cc;
     if (plot::isDrawable(cc)) {
         const plot::GridLines grid{input.valenceA, 0.1, input.valenceA, input.valenceB + 0.05};

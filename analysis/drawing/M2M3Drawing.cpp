@@ -1,15 +1,13 @@
 #include "analysis/drawing/M2M3Drawing.h"
 
 #include "analysis/drawing/PointCloud.h"
-#include "analysis/results/QuantityRange.h"
 #include "display/DispABase.h"
 #include "display/PlotFrame.h"
 
 #include <QStylePainter>
 
-#include <algorithm>
 #include <cmath>
-#include <limits>
+#include <mutex>
 
 namespace
 {
@@ -18,51 +16,25 @@ constexpr double radius = 1;            // pixels
 constexpr double lineWidth = 2;         // pixels
 const QColor edgeColour(150, 150, 150); // makes yellow visible on white
 
-struct Extent {
-    ValueRange x{std::numeric_limits<double>::infinity(), -std::numeric_limits<double>::infinity()};
-    ValueRange y = x;
-};
-
-void widen(ValueRange *range, double low, double high)
+/// Of the points both of whose coordinates are finite; empty without any.
+RealRange extentOf(const M2M3Input &input)
 {
-    range->min = std::min(range->min, low);
-    range->max = std::max(range->max, high);
-}
-
-/// Of the points both of whose coordinates are finite; its ends stand the wrong way round without any.
-Extent extentOf(const M2M3Input &input)
-{
-    Extent all;
+    RealRange all{emptyRange, emptyRange};
     std::mutex merging;
     numeric::parallelRanges(input.r.count, 0, [&](std::size_t begin, std::size_t end) {
-        Extent share;
+        RealRange share{emptyRange, emptyRange};
         for (std::size_t i = begin; i < end; ++i) {
             const QPointF point = pointOf(input, i);
             if (!std::isfinite(point.x()) || !std::isfinite(point.y()))
                 continue;
-            widen(&share.x, point.x(), point.x());
-            widen(&share.y, point.y(), point.y());
+            widen(&share.x, point.x());
+            widen(&share.y, point.y());
         }
         const std::lock_guard<std::mutex> lock(merging);
-        widen(&all.x, share.x.min, share.x.max);
-        widen(&all.y, share.y.min, share.y.max);
+        widen(&all.x, share.x);
+        widen(&all.y, share.y);
     });
     return all;
-}
-
-void setRange(DispABase *display, const M2M3Input &input)
-{
-    if (display->area()->scaleFixed) // the extent of millions of pixels takes a while
-        return;
-    const Extent extent = extentOf(input);
-    if (extent.x.min > extent.x.max)
-        return;
-    const auto margin = [](const ValueRange &range) {
-        return range.max > range.min ? (range.max - range.min) / 10 : 0.1;
-    };
-    const double dx = margin(extent.x);
-    const double dy = margin(extent.y);
-    display->setRealRange(extent.x.min - dx, extent.y.min - dy, extent.x.max + dx, extent.y.max + dy);
 }
 
 /// Through the whole range.
@@ -99,14 +71,28 @@ M2M3Line mixtureLine(const EdgeValues &first, const EdgeValues &second)
     return {slope, firstM3 - slope * firstM2};
 }
 
-void resultdrawing::drawM2M3(DispABase *display, QStylePainter *p, const M2M3Input &input)
+std::optional<RealRange> resultdrawing::naturalRange(const M2M3Input &input, ScatterCache *cache)
+{
+    ScatterCache unkept;
+    ScatterCache &kept = cache ? *cache : unkept;
+    if (input.revision == 0 || kept.rangeRevision != input.revision) {
+        const RealRange extent = extentOf(input);
+        const RealRange range{withMargin(extent.x, 0.1, 0.1), withMargin(extent.y, 0.1, 0.1)};
+        kept.range = extent.x.min > extent.x.max ? std::nullopt : std::optional<RealRange>(range);
+        kept.rangeRevision = input.revision;
+    }
+    return kept.range;
+}
+
+void resultdrawing::drawM2M3(DispABase *display, QStylePainter *p, const M2M3Input &input, ScatterCache *cache)
 {
     display->setXYTitle(input.xTitle, input.yTitle);
     DispArea *const area = display->area();
     plot::begin(area, p);
     if (input.r.count == 0)
         return;
-    setRange(display, input);
+    if (const std::optional<RealRange> natural = naturalRange(input, cache))
+        display->offerRange(*natural);
     const ChCoord &cc = area->cc;
     if (plot::isDrawable(cc)) {
         plot::drawVertical(p, cc, Qt::black, 0);
@@ -114,9 +100,9 @@ void resultdrawing::drawM2M3(DispABase *display, QStylePainter *p, const M2M3Inp
         drawLine(p, cc, firstReferenceColour, referenceLine(input.first));
         drawLine(p, cc, secondReferenceColour, referenceLine(input.second));
         drawLine(p, cc, mixtureColour, mixtureLine(input.first, input.second));
-        PointCloud cloud(*p, cc, radius);
-        cloud.add(input.r.count, [&input](std::size_t i) { return pointOf(input, i); });
-        cloud.paint(p, input.isBlue ? QColor(0, 0, 255) : QColor(255, 0, 0));
+        paintPoints(
+            p, CloudPlace(*p, cc, radius), input.isBlue ? QColor(0, 0, 255) : QColor(255, 0, 0), input.r.count,
+            [&input](std::size_t i) { return pointOf(input, i); }, input.revision, cache);
     }
     area->drawScale(p, true);
 }

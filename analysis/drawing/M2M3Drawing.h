@@ -1,13 +1,17 @@
 #pragma once
 
+#include "display/RealRange.h"
+
 #include <QColor>
 #include <QPointF>
 #include <QString>
 
 #include <cstddef>
+#include <optional>
 
 class DispABase;
 class QStylePainter;
+struct ScatterCache;
 
 /// The absorption of a map's pixels, borrowed for a call.
 struct PixelValues {
@@ -34,6 +38,7 @@ struct M2M3Input {
     bool isBlue = false; ///< pixels in blue instead of red
     QString xTitle;
     QString yTitle;
+    quint64 revision = 0; ///< another number whenever `p`, `q` or `r` change; 0: every paint reads all pixels
 };
 
 /// Where pixel i is drawn: (M2, M3).
@@ -57,8 +62,12 @@ const QColor firstReferenceColour(255, 255, 0);
 const QColor secondReferenceColour(255, 0, 255);
 const QColor mixtureColour(0, 255, 255);
 
-/// The pixels' step from P to R, M3, against that from P to Q, M2, with the lines of the references. The range is the
-/// pixels' extent widened by a tenth on every side. Without pixels the area is only white.
-void drawM2M3(DispABase *display, QStylePainter *p, const M2M3Input &input);
+/// The extent of the pixels that have finite coordinates, widened on every side by a tenth of it, or by 0.1 where it is
+/// zero; none without such pixels. O(pixels), but kept in `cache` (may be null) for the input's revision.
+std::optional<RealRange> naturalRange(const M2M3Input &input, ScatterCache *cache = nullptr);
+
+/// The pixels' step from P to R, M3, against that from P to Q, M2, with the lines of the references. Without pixels the
+/// area is only white.
+void drawM2M3(DispABase *display, QStylePainter *p, const M2M3Input &input, ScatterCache *cache = nullptr);
 
 } // namespace resultdrawing

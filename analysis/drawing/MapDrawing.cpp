@@ -1,5 +1,6 @@
 #include "analysis/drawing/MapDrawing.h"
 
+#include "analysis/results/QuantityRange.h"
 #include "display/DispMBase.h"
 #include "display/PlotFrame.h"
 
@@ -7,39 +8,50 @@
 
 #include <algorithm>
 #include <cmath>
+#include <limits>
 
 namespace
 {
 
-/// The map without the rows that have no values.
-ShownMap fullRows(ShownMap map)
+constexpr double noNumber = std::numeric_limits<double>::quiet_NaN();
+constexpr ValueRange ofTheValues{noNumber, noNumber};
+
+bool hasCells(const ShownMap &map)
 {
-    if (map.width < 1 || map.height < 1 || (map.values && map.count < static_cast<std::size_t>(map.width)))
-        return ShownMap();
-    if (map.values) {
-        const std::size_t rows = map.count / static_cast<std::size_t>(map.width);
-        map.height = static_cast<int>(std::min(rows, static_cast<std::size_t>(map.height)));
-    }
-    return map;
+    return map.width > 0 && map.height > 0;
 }
 
-void setLimits(DispMBase *display, const ShownMap &map, std::optional<ValueRange> limits)
+/// How many cells have a value.
+std::size_t valuesOf(const ShownMap &map)
 {
-    if (limits && (!std::isfinite(limits->min) || !std::isfinite(limits->max)))
-        limits = finiteRange(map.values, static_cast<std::size_t>(map.width) * static_cast<std::size_t>(map.height));
-    if (limits && display->bar()->autoScale())
-        display->setLimits(limits->min, limits->max);
+    return std::min(map.count, static_cast<std::size_t>(map.width) * static_cast<std::size_t>(map.height));
 }
 
-void drawCells(DispMBase *display, QPainter *p, const ShownMap &map, const quint8 *mask)
+/// Limits without numbers are those of the values. These need every value: they are sought only when the colours of the
+/// map are made anew or the scale is not fixed.
+void offerLimits(DispMBase *display, const MapValues &values, const std::optional<ValueRange> &limits)
 {
+    if (!limits || (std::isfinite(limits->min) && std::isfinite(limits->max)))
+        display->offerLimits(limits);
+    else if (!display->area()->scaleFixed || display->picture.isStale(values))
+        display->offerLimits(finiteRange(values.values, values.count, values.mask));
+}
+
+void drawCells(DispMBase *display, QPainter *p, const ShownMap &map, const quint8 *mask,
+               const std::optional<ValueRange> &limits)
+{
+    const DispArea *const area = display->area();
+    const MapValues values{map.values, map.width, map.height, mask, valuesOf(map)};
+    offerLimits(display, values, limits);
+    display->offerRange(*resultdrawing::naturalRange(map));
+
     const cBar *const bar = display->bar();
     ColourScale scale = bar->colourScale();
     scale.notFinite = resultdrawing::notFiniteColour.rgb();
     scale.masked = resultdrawing::maskedColour.rgb();
-    display->picture.update({map.values, map.width, map.height, mask}, scale, bar->colourTable());
-    if (plot::isDrawable(display->area()->cc))
-        display->picture.draw(p, display->area()->cc);
+    display->picture.update(values, scale, bar->colourTable());
+    if (plot::isDrawable(area->cc))
+        display->picture.draw(p, area->cc);
 }
 
 void drawWords(QPainter *p, const ChCoord &cc, const QString &words)
@@ -55,19 +67,22 @@ void drawWords(QPainter *p, const ChCoord &cc, const QString &words)
 
 } // namespace
 
+std::optional<RealRange> resultdrawing::naturalRange(const ShownMap &map)
+{
+    if (!hasCells(map))
+        return std::nullopt;
+    return RealRange{{0, double(map.width)}, {0, double(map.height)}};
+}
+
 void resultdrawing::drawResultMap(DispMBase *display, QStylePainter *p, const ResultMapInput &input)
 {
     DispArea *const area = display->area();
     plot::begin(area, p);
-    const ShownMap map = fullRows(input.map);
-    if (map.values) {
-        if (!area->scaleFixed)
-            setLimits(display, map, input.limits);
-        display->setRealRange(0, 0, map.width, map.height);
-        drawCells(display, p, map, input.mask);
-    } else if (map.width > 0) {
-        if (!area->scaleFixed) // for this picture only: another quantity still gets its colour range
-            area->cc.setRealArea(0, 0, map.width, map.height);
+    const ShownMap &map = input.map;
+    if (map.values && map.count > 0 && hasCells(map)) {
+        drawCells(display, p, map, input.mask, input.limits);
+    } else if (!map.values && hasCells(map)) {
+        display->offerRange(*naturalRange(map));
         drawWords(p, area->cc, input.notComputed);
     }
     area->drawScale(p, true);
@@ -77,14 +92,7 @@ void resultdrawing::drawDataMap(DispMBase *display, QStylePainter *p, const Show
 {
     DispArea *const area = display->area();
     plot::begin(area, p);
-    const ShownMap shown = fullRows(map);
-    if (shown.values) {
-        if (!area->scaleFixed)
-            setLimits(display, shown,
-                      finiteRange(shown.values,
-                                  static_cast<std::size_t>(shown.width) * static_cast<std::size_t>(shown.height)));
-        display->setRealRange(0, 0, shown.width, shown.height);
-        drawCells(display, p, shown, nullptr);
-    }
+    if (map.values && map.count > 0 && hasCells(map))
+        drawCells(display, p, map, nullptr, ofTheValues);
     area->drawScale(p, true);
 }

@@ -1,9 +1,11 @@
 #pragma once
 
-#include "analysis/results/QuantityRange.h"
+#include "display/RealRange.h"
+#include "display/ValueRange.h"
 
 #include <QColor>
 #include <QString>
+#include <QtGlobal>
 
 #include <cstddef>
 #include <optional>
@@ -15,7 +17,7 @@ class QStylePainter;
 /// values or mask change where they stand, call picture.invalidate() first.
 struct ShownMap {
     const double *values = nullptr;
-    std::size_t count = 0; ///< of values
+    std::size_t count = 0; ///< of values; cells beyond have none
     int width = 0;
     int height = 0;
 };
@@ -23,7 +25,7 @@ struct ShownMap {
 struct ResultMapInput {
     ShownMap map;                     ///< no values: the method does not compute the quantity
     const quint8 *mask = nullptr;     ///< one per value, or none: cells that are not 0 are hidden
-    std::optional<ValueRange> limits; ///< the quantity's own colour range; none leaves the limits as they are
+    std::optional<ValueRange> limits; ///< the quantity's own colour range; none leaves the limits that stand
     QString notComputed;              ///< what is said without values
 };
 
@@ -33,13 +35,15 @@ namespace resultdrawing
 const QColor notFiniteColour(128, 128, 128);
 const QColor maskedColour(215, 215, 215);
 
-/// The map of a result quantity. Until the user fixes the scale it shows the whole map in the colour range of the
-/// quantity (in that of the finite values, if the range is not finite), unless automatic scaling of the bar is off. A
-/// map without size leaves the white area and the scale; one without values has the words `notComputed` besides.
+/// From (0, 0) to width and height; none without cells.
+std::optional<RealRange> naturalRange(const ShownMap &map);
+
+/// The map of a result quantity. It offers the display the whole map and the colour range of the quantity (that of the
+/// finite values, if the range is not finite). Cells without a value have notFiniteColour. A map without cells leaves
+/// the white area and the scale; one without values has the words `notComputed` besides.
 void drawResultMap(DispMBase *display, QStylePainter *p, const ResultMapInput &input);
 
-/// The map of measured values, in the colour range from the smallest to the largest finite one. When there are fewer
-/// values than the map has cells, the full rows are shown.
+/// The map of measured values, in the colour range from the smallest to the largest finite one.
 void drawDataMap(DispMBase *display, QStylePainter *p, const ShownMap &map);
 
 } // namespace resultdrawing

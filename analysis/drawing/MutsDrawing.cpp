@@ -7,7 +7,6 @@
 
 #include <QStylePainter>
 
-#include <algorithm>
 #include <cmath>
 
 namespace
@@ -16,41 +15,6 @@ namespace
 constexpr double margin = 0.05;  // of the values' extent, on either side
 constexpr double curveWidth = 2; // pixels
 constexpr int markedWidth = 3;   // pixels: seen also where an energy point is
-
-/// The smallest and largest finite coordinates; the edges stand the wrong way round without any.
-QRectF extent(const MutsInput &input, double from, double to)
-{
-    double left = 1, right = -1, low = 0, high = 0;
-    for (const MutsCurve &curve : input.curves) {
-        for (const QPointF &point : curve.points) {
-            if (!std::isfinite(point.x()) || !std::isfinite(point.y()) || point.x() < from || point.x() > to)
-                continue;
-            const bool isFirst = left > right;
-            left = isFirst ? point.x() : std::min(left, point.x());
-            right = isFirst ? point.x() : std::max(right, point.x());
-            low = isFirst ? point.y() : std::min(low, point.y());
-            high = isFirst ? point.y() : std::max(high, point.y());
-        }
-    }
-    return QRectF(QPointF(left, low), QPointF(right, high));
-}
-
-void setRange(DispABase *display, const MutsInput &input)
-{
-    const bool hasWindow = input.windowFrom < input.windowTo;
-    const double infinity = std::numeric_limits<double>::infinity();
-    QRectF range = extent(input, hasWindow ? input.windowFrom : -infinity, hasWindow ? input.windowTo : infinity);
-    if (range.left() > range.right())
-        return;
-    if (hasWindow) {
-        range.setLeft(input.windowFrom);
-        range.setRight(input.windowTo);
-    } else if (range.width() == 0) {
-        range.adjust(-0.5, 0, 0.5, 0);
-    }
-    const double by = range.height() > 0 ? range.height() * margin : 0.5;
-    display->setRealRange(range.left(), range.top() - by, range.right(), range.bottom() + by);
-}
 
 QPen penOf(const MutsCurve &curve)
 {
@@ -71,12 +35,35 @@ QPolygonF spectrumPoints(const AMutE &spectrum, int type)
     return points;
 }
 
+std::optional<RealRange> resultdrawing::naturalRange(const MutsInput &input)
+{
+    const bool hasWindow = input.windowFrom < input.windowTo;
+    RealRange range{emptyRange, emptyRange};
+    for (const MutsCurve &curve : input.curves) {
+        for (const QPointF &point : curve.points) {
+            const bool isWithin = !hasWindow || (point.x() >= input.windowFrom && point.x() <= input.windowTo);
+            if (!isWithin || !std::isfinite(point.x()) || !std::isfinite(point.y()))
+                continue;
+            widen(&range.x, point.x());
+            widen(&range.y, point.y());
+        }
+    }
+    if (range.x.min > range.x.max)
+        return std::nullopt;
+    if (hasWindow)
+        range.x = {input.windowFrom, input.windowTo};
+    else if (range.x.min == range.x.max)
+        range.x = withMargin(range.x, 0, 0.5);
+    return RealRange{range.x, withMargin(range.y, margin, 0.5)};
+}
+
 void resultdrawing::drawMuts(DispABase *display, QStylePainter *p, const MutsInput &input)
 {
     display->setXYTitle(input.xTitle, input.yTitle);
     DispArea *const area = display->area();
     plot::begin(area, p);
-    setRange(display, input);
+    if (const std::optional<RealRange> natural = naturalRange(input))
+        display->offerRange(*natural);
     const ChCoord &cc = area->cc;
     if (plot::isDrawable(cc)) {
         plot::drawVerticals(p, cc, mutsGridColour, {0, cc.calcStep(0.1, 20)});

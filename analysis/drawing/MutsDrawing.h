@@ -1,9 +1,13 @@
 #pragma once
 
+#include "display/RealRange.h"
+
 #include <QColor>
 #include <QPolygonF>
 #include <QString>
 #include <QVector>
+
+#include <optional>
 
 class AMutE;
 class DispABase;
@@ -37,8 +41,11 @@ const QColor mutsGridColour(200, 200, 200);
 const QColor pointEnergyColour(80, 255, 80);
 const QColor markedEnergyColour(255, 200, 255);
 
-/// All spectra in one graph, with their names. The range spans the energies, and the values widened by 5 % of their
-/// extent; points that are not finite leave gaps.
+/// Spans the energies of the curves or the window, and the values therein widened by 5 % of their extent; half a unit
+/// on either side of a single energy or value. None without a finite point.
+std::optional<RealRange> naturalRange(const MutsInput &input);
+
+/// All spectra in one graph, with their names. Points that are not finite leave gaps.
 void drawMuts(DispABase *display, QStylePainter *p, const MutsInput &input);
 
 } // namespace resultdrawing

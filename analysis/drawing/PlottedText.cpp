@@ -1,5 +1,6 @@
 #include "analysis/drawing/PlottedText.h"
 
+#include "display/HistogramBins.h"
 #include "numeric/FieldText.h"
 #include "numeric/NumberText.h"
 
@@ -7,6 +8,7 @@
 #include <QStringList>
 
 #include <algorithm>
+#include <limits>
 
 namespace
 {
@@ -16,20 +18,36 @@ QString line(const QStringList &cells)
     return cells.join(QLatin1Char('\t')) + QLatin1Char('\n');
 }
 
+/// A line of titles, then the points pointOf(input, i).
+template <class Input>
+QString pointsText(const Input &input, std::size_t count)
+{
+    QByteArray lines;
+    char number[numeric::g6MaxLength];
+    for (std::size_t i = 0; i < count; ++i) {
+        const QPointF point = pointOf(input, i);
+        lines.append(number, static_cast<int>(numeric::writeG6(point.x(), number) - number));
+        lines += '\t';
+        lines.append(number, static_cast<int>(numeric::writeG6(point.y(), number) - number));
+        lines += '\n';
+    }
+    return line({input.xTitle, input.yTitle}) + QString::fromLatin1(lines);
+}
+
 } // namespace
 
-QString plottedtext::ofCurves(const QVector<MutsCurve> &curves)
+QString plottedtext::of(const MutsInput &input)
 {
     QStringList titles;
     int rows = 0;
-    for (const MutsCurve &curve : curves) {
-        titles << QCoreApplication::translate("FourPs", "Eng.[eV]") << curve.name;
+    for (const MutsCurve &curve : input.curves) {
+        titles << input.xTitle << curve.name;
         rows = std::max(rows, curve.points.size());
     }
     QString text = line(titles);
     for (int row = 0; row < rows; ++row) {
         QStringList cells;
-        for (const MutsCurve &curve : curves) {
+        for (const MutsCurve &curve : input.curves) {
             if (row < curve.points.size())
                 cells << fieldText(curve.points.at(row).x()) << fieldText(curve.points.at(row).y());
             else
@@ -40,38 +58,42 @@ QString plottedtext::ofCurves(const QVector<MutsCurve> &curves)
     return text;
 }
 
-QString plottedtext::ofHistogram(const HistogramBins &bins)
+QString plottedtext::of(const HistogramInput &input)
 {
-    QString text = line({QCoreApplication::translate("FourPs", "From"), QCoreApplication::translate("FourPs", "Centre"),
-                         QCoreApplication::translate("FourPs", "To"), QCoreApplication::translate("FourPs", "Num.")});
-    for (int i = 0; i < bins.counts.size(); ++i)
-        text += line({fieldText(bins.lowerEdge(i)), fieldText(bins.centre(i)), fieldText(bins.upperEdge(i)),
-                      QString::number(bins.counts.at(i))});
+    QStringList titles{QCoreApplication::translate("FourPs", "From"), QCoreApplication::translate("FourPs", "Centre"),
+                       QCoreApplication::translate("FourPs", "To"), input.yTitle};
+    for (const HistogramPart &part : input.parts)
+        titles << part.name;
+    QString text = line(titles);
+    const HistogramBins none;
+    const HistogramBins &bins = input.bins ? *input.bins : none;
+    for (int i = 0; i < bins.counts.size(); ++i) {
+        QStringList cells{fieldText(bins.lowerEdge(i)), fieldText(bins.centre(i)), fieldText(bins.upperEdge(i)),
+                          QString::number(bins.counts.at(i))};
+        for (const HistogramPart &part : input.parts)
+            cells << QString::number(part.bins->counts.value(i));
+        text += line(cells);
+    }
     return text;
 }
 
-QString plottedtext::ofComparison(const QVector<ComparisonRecord> &records)
+QString plottedtext::of(const LcfVsMpsInput &input)
 {
-    QString text = line({QCoreApplication::translate("FourPs", "MPs"), QCoreApplication::translate("FourPs", "LCF"),
-                         QStringLiteral("a (MPs)"), QStringLiteral("f1 (LCF)")});
-    for (const ComparisonRecord &record : records)
+    QString text = line({input.xTitle, input.yTitle, QStringLiteral("a (MPs)"), QStringLiteral("f1 (LCF)")});
+    for (const ComparisonRecord &record : input.records)
         text += line({fieldText(record.valence), fieldText(record.lcfValence), fieldText(record.a),
                       fieldText(record.lcfFraction)});
     return text;
 }
 
-QString plottedtext::ofPoints(const QString &xTitle, const QString &yTitle, const double *x, const double *y,
-                              std::size_t count)
+QString plottedtext::of(const ScatterInput &input)
 {
-    QByteArray lines;
-    char number[numeric::g6MaxLength];
-    for (std::size_t i = 0; i < count; ++i) {
-        lines.append(number, static_cast<int>(numeric::writeG6(x[i], number) - number));
-        lines += '\t';
-        lines.append(number, static_cast<int>(numeric::writeG6(y[i], number) - number));
-        lines += '\n';
-    }
-    return line({xTitle, yTitle}) + QString::fromLatin1(lines);
+    return pointsText(input, input.count);
+}
+
+QString plottedtext::of(const M2M3Input &input)
+{
+    return pointsText(input, input.r.count);
 }
 
 QByteArray plottedtext::ofMap(const ShownMap &map, char separator)
@@ -79,13 +101,13 @@ QByteArray plottedtext::ofMap(const ShownMap &map, char separator)
     QByteArray text;
     char number[numeric::g6MaxLength];
     const auto width = static_cast<std::size_t>(std::max(map.width, 0));
-    const std::size_t rows =
-        width == 0 || !map.values ? 0 : std::min(map.count / width, static_cast<std::size_t>(map.height));
-    for (std::size_t row = 0; row < rows; ++row) {
-        for (std::size_t column = 0; column < width; ++column) {
-            if (column > 0)
+    const auto height = static_cast<std::size_t>(std::max(map.height, 0));
+    const std::size_t count = map.values ? std::min(map.count, width * height) : 0;
+    for (std::size_t start = 0; start < count; start += width) {
+        for (std::size_t i = start; i < start + width; ++i) {
+            if (i > start)
                 text += separator;
-            const double value = map.values[row * width + column];
+            const double value = i < count ? map.values[i] : std::numeric_limits<double>::quiet_NaN();
             text.append(number, static_cast<int>(numeric::writeG6(value, number) - number));
         }
         text += '\n';

@@ -1,10 +1,13 @@
 #pragma once
 
+#include "analysis/drawing/HistogramDrawing.h"
 #include "analysis/drawing/LcfVsMpsDrawing.h"
+#include "analysis/drawing/M2M3Drawing.h"
 #include "analysis/drawing/MapDrawing.h"
 #include "analysis/drawing/MutsDrawing.h"
-#include "display/HistogramBins.h"
+#include "analysis/drawing/ScatterDrawing.h"
 
+#include <QByteArray>
 #include <QString>
 
 /// What the displays show, as tab-separated text with a line of titles, for a spreadsheet. Numbers have six significant
@@ -13,16 +16,17 @@ namespace plottedtext
 {
 
 /// Two columns per curve, side by side: energy in eV and value.
-QString ofCurves(const QVector<MutsCurve> &curves);
-/// A line per box: lower edge, centre, upper edge, count.
-QString ofHistogram(const HistogramBins &bins);
+QString of(const MutsInput &input);
+/// A line per box: lower edge, centre, upper edge, count and the counts of the parts.
+QString of(const HistogramInput &input);
 /// A line per record: the two valences and the two fractions.
-QString ofComparison(const QVector<ComparisonRecord> &records);
-/// Two columns of `count` values.
-QString ofPoints(const QString &xTitle, const QString &yTitle, const double *x, const double *y, std::size_t count);
+QString of(const LcfVsMpsInput &input);
+/// A line per pixel: its coordinates in the picture.
+QString of(const ScatterInput &input);
+QString of(const M2M3Input &input);
 
 /// A plain grid without titles: one line per map row, the values separated by `separator`. Rows without values are
-/// left out.
+/// left out; a row that is not whole is filled up with "nan".
 QByteArray ofMap(const ShownMap &map, char separator);
 
 } // namespace plottedtext

@@ -1,14 +1,14 @@
 #include "analysis/drawing/PointCloud.h"
 
+#include "display/ChCoord.h"
 #include "display/PlotFrame.h"
 
-#include <QColor>
-#include <QImage>
 #include <QPaintEngine>
 #include <QPainter>
 
 #include <algorithm>
 #include <cmath>
+#include <tuple>
 
 namespace
 {
@@ -19,32 +19,58 @@ constexpr double roundness = 0.3; // pixels added to a radius: circles without s
 
 } // namespace
 
-PointCloud::PointCloud(const QPainter &painter, const ChCoord &cc, double radius)
-    : m_cc(cc)
-    , m_radius(radius)
+CloudPlace::CloudPlace(const QPainter &painter, const ChCoord &cc, double circleRadius)
+    : inner(plot::innerRect(cc))
+    , range{{cc.rx0(), cc.rx1()}, {cc.ry0(), cc.ry1()}}
+    , radius(circleRadius)
 {
     const QTransform device = painter.deviceTransform();
-    const QRectF inner = plot::innerRect(cc);
     const QSizeF size = device.mapRect(inner).size();
-    m_isRaster = painter.paintEngine()->type() == QPaintEngine::Raster && device.type() <= QTransform::TxScale &&
-                 device.m11() > 0 && device.m22() > 0 && size.width() <= mostPixels && size.height() <= mostPixels;
-    double shiftX = 0;
-    double shiftY = 0;
-    if (m_isRaster) {
-        m_scaleX = device.m11();
-        m_scaleY = device.m22();
+    isRaster = painter.paintEngine()->type() == QPaintEngine::Raster && device.type() <= QTransform::TxScale &&
+               device.m11() > 0 && device.m22() > 0 && size.width() <= mostPixels && size.height() <= mostPixels;
+    if (isRaster) {
+        scaleX = device.m11();
+        scaleY = device.m22();
         shiftX = device.dx();
         shiftY = device.dy();
     } else {
-        m_scaleX = m_scaleY = std::min(vectorScale, mostPixels / std::max(inner.width(), inner.height()));
+        scaleX = scaleY = std::min(vectorScale, mostPixels / std::max(inner.width(), inner.height()));
     }
-    const auto room = static_cast<int>(std::ceil(m_radius * std::max(m_scaleX, m_scaleY)));
-    m_area = QRectF(inner.left() * m_scaleX + shiftX, inner.top() * m_scaleY + shiftY, inner.width() * m_scaleX,
-                    inner.height() * m_scaleY)
-                 .toAlignedRect()
-                 .adjusted(-room, -room, room, room);
-    m_columns = {cc.isx0(), cc.r2sdx(1), cc.rx0(), m_scaleX, shiftX, double(m_area.left()), double(m_area.width())};
-    m_rows = {cc.isy0(), cc.r2sdy(1), cc.ry0(), m_scaleY, shiftY, double(m_area.top()), double(m_area.height())};
+}
+
+bool operator==(const CloudPlace &l, const CloudPlace &r)
+{
+    return l.range == r.range && std::tie(l.inner, l.radius, l.isRaster, l.scaleX, l.scaleY, l.shiftX, l.shiftY) ==
+                                     std::tie(r.inner, r.radius, r.isRaster, r.scaleX, r.scaleY, r.shiftX, r.shiftY);
+}
+
+QRect PointCloud::areaOf(const CloudPlace &place)
+{
+    const auto room = static_cast<int>(std::ceil(place.radius * std::max(place.scaleX, place.scaleY)));
+    const QRectF &inner = place.inner;
+    return QRectF(inner.left() * place.scaleX + place.shiftX, inner.top() * place.scaleY + place.shiftY,
+                  inner.width() * place.scaleX, inner.height() * place.scaleY)
+        .toAlignedRect()
+        .adjusted(-room, -room, room, room);
+}
+
+PointCloud::PointCloud(const CloudPlace &place)
+    : m_place(place)
+    , m_area(areaOf(place))
+{
+    const RealRange &range = place.range;
+    const QRectF &inner = place.inner;
+    m_columns = {inner.left(),          inner.width() / (range.x.max - range.x.min),
+                 range.x.min,           place.scaleX,
+                 place.shiftX,          double(m_area.left()),
+                 double(m_area.width())};
+    m_rows = {inner.bottom(),
+              -inner.height() / (range.y.max - range.y.min),
+              range.y.min,
+              place.scaleY,
+              place.shiftY,
+              double(m_area.top()),
+              double(m_area.height())};
     m_marks.assign(static_cast<std::size_t>(m_area.width()) * static_cast<std::size_t>(m_area.height()), 0);
 }
 
@@ -60,8 +86,8 @@ bool PointCloud::visit(double x, double y)
 /// The pixels of a circle around (0, 0).
 std::vector<QPoint> PointCloud::circle() const
 {
-    const double rx = m_radius * m_scaleX;
-    const double ry = m_radius * m_scaleY;
+    const double rx = m_place.radius * m_place.scaleX;
+    const double ry = m_place.radius * m_place.scaleY;
     const int columns = static_cast<int>(std::ceil(rx));
     const int rows = static_cast<int>(std::ceil(ry));
     std::vector<QPoint> pixels;
@@ -74,11 +100,11 @@ std::vector<QPoint> PointCloud::circle() const
     return pixels;
 }
 
-void PointCloud::paint(QPainter *p, const QColor &colour) const
+QImage PointCloud::picture(const QColor &colour) const
 {
     QImage image(m_area.size(), QImage::Format_ARGB32_Premultiplied);
     if (image.isNull())
-        return;
+        return image;
     image.fill(Qt::transparent);
     auto *const pixels = reinterpret_cast<quint32 *>(image.bits()); // lines of 32-bit pixels have no gaps
     const quint32 rgb = colour.rgb();
@@ -97,15 +123,21 @@ void PointCloud::paint(QPainter *p, const QColor &colour) const
             }
         }
     }
+    return image;
+}
+
+void PointCloud::paint(QPainter *p, const CloudPlace &place, const QImage &picture)
+{
+    const QRect area = areaOf(place);
     p->save();
-    p->setClipRect(plot::innerRect(m_cc), Qt::IntersectClip);
-    if (m_isRaster) {
+    p->setClipRect(place.inner, Qt::IntersectClip);
+    if (place.isRaster) {
         p->setWorldTransform(p->deviceTransform().inverted(), true); // from here on: device pixels
-        p->drawImage(m_area.topLeft(), image);
+        p->drawImage(area.topLeft(), picture);
     } else {
-        p->drawImage(QRectF(m_area.left() / m_scaleX, m_area.top() / m_scaleY, m_area.width() / m_scaleX,
-                            m_area.height() / m_scaleY),
-                     image);
+        p->drawImage(QRectF(area.left() / place.scaleX, area.top() / place.scaleY, area.width() / place.scaleX,
+                            area.height() / place.scaleY),
+                     picture);
     }
     p->restore();
 }

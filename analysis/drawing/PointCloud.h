@@ -1,25 +1,45 @@
 #pragma once
 
-#include "display/ChCoord.h"
+#include "display/RealRange.h"
 #include "numeric/ParallelRanges.h"
 
+#include <QColor>
+#include <QImage>
+#include <QPointF>
 #include <QRect>
-#include <QTransform>
+#include <QRectF>
 
 #include <cstddef>
 #include <mutex>
+#include <optional>
 #include <vector>
 
-class QColor;
+class ChCoord;
 class QPainter;
+
+/// Where the points of a plot fall on a painter's device.
+struct CloudPlace {
+    /// For the plot of `cc`, which must be drawable; `radius` of the circles in pixels.
+    CloudPlace(const QPainter &painter, const ChCoord &cc, double radius);
+
+    QRectF inner;    ///< the plot in pixels of the widget
+    RealRange range; ///< that it shows
+    double radius;
+    bool isRaster = false; ///< the device has pixels of its own
+    double scaleX = 1;     ///< pixels of the device per pixel of the widget
+    double scaleY = 1;
+    double shiftX = 0; ///< pixels of the device
+    double shiftY = 0;
+};
+
+bool operator==(const CloudPlace &l, const CloudPlace &r);
 
 /// Any number of points as small circles. Each pixel of the device that some point falls on is painted once, so that
 /// millions of points cost no more than reading them. Points that are not finite or outside the plot are left out.
 class PointCloud
 {
 public:
-    /// For the plot of `cc`, which must be drawable and outlive this, on the painter's device; `radius` in pixels.
-    PointCloud(const QPainter &painter, const ChCoord &cc, double radius);
+    explicit PointCloud(const CloudPlace &place);
 
     /// Adds the real points pointAt(i), i = 0 ... count - 1, each a QPointF; on all cores.
     template <class PointAt>
@@ -28,8 +48,10 @@ public:
     /// Marks the pixel of a real point; true when it is visible and no point fell on it before.
     bool visit(double x, double y);
 
-    /// Paints the circles, cut to the plot.
-    void paint(QPainter *p, const QColor &colour) const;
+    /// The circles, transparent around them, in the pixels of the device.
+    QImage picture(const QColor &colour) const;
+    /// Paints that picture where it belongs, cut to the plot.
+    static void paint(QPainter *p, const CloudPlace &place, const QImage &picture);
 
 private:
     using Marks = std::vector<unsigned char>; // per pixel of m_area, 1 where a point is
@@ -54,13 +76,11 @@ private:
         return static_cast<std::ptrdiff_t>(row) * static_cast<std::ptrdiff_t>(columns.size) +
                static_cast<std::ptrdiff_t>(column);
     }
+    static QRect areaOf(const CloudPlace &place);
     std::vector<QPoint> circle() const;
 
-    const ChCoord &m_cc;
-    double m_radius;
-    bool m_isRaster;
-    double m_scaleX = 1, m_scaleY = 1; // pixels of the device per pixel of the widget
-    QRect m_area;                      // the plot, in pixels of the device
+    CloudPlace m_place;
+    QRect m_area; // the plot and a radius around it, in pixels of the device
     Axis m_columns, m_rows;
     Marks m_marks;
 };
@@ -83,4 +103,34 @@ void PointCloud::add(std::size_t count, PointAt pointAt)
         for (std::size_t i = 0; i < share.size(); ++i)
             m_marks[i] = static_cast<unsigned char>(m_marks[i] | share[i]);
     });
+}
+
+/// The picture of a scatter, kept from one paint to the next; owned by whoever asks for the paints.
+struct ScatterCache {
+    quint64 revision = 0; ///< of the points in the picture
+    std::optional<CloudPlace> place;
+    QColor colour;
+    QImage picture;
+    quint64 rangeRevision = 0; ///< of the points that have the range
+    std::optional<RealRange> range;
+};
+
+/// Paints the points pointAt(i), i = 0 ... count - 1, as circles. They are not read again while `cache` (may be null)
+/// holds the picture of the same place, colour and `revision`, a number that the caller changes whenever the points
+/// change; 0 is never kept.
+template <class PointAt>
+void paintPoints(QPainter *p, const CloudPlace &place, const QColor &colour, std::size_t count, PointAt pointAt,
+                 quint64 revision = 0, ScatterCache *cache = nullptr)
+{
+    ScatterCache unkept;
+    ScatterCache &kept = cache ? *cache : unkept;
+    if (revision == 0 || kept.revision != revision || !kept.place || !(*kept.place == place) || kept.colour != colour) {
+        PointCloud cloud(place);
+        cloud.add(count, pointAt);
+        kept.revision = revision;
+        kept.place = place;
+        kept.colour = colour;
+        kept.picture = cloud.picture(colour);
+    }
+    PointCloud::paint(p, place, kept.picture);
 }

@@ -12,23 +12,32 @@ namespace
 constexpr double radius = 1; // pixels
 }
 
-void resultdrawing::drawScatter(DispABase *display, QStylePainter *p, const ScatterInput &input)
+QPointF pointOf(const ScatterInput &input, std::size_t i)
+{
+    return {mixedValence(input.valenceA, input.valenceB, input.a[i]), input.t[i]};
+}
+
+std::optional<RealRange> resultdrawing::naturalRange(const ScatterInput &input)
+{
+    return input.count == 0 ? std::nullopt : std::optional<RealRange>({input.valences, input.amounts});
+}
+
+void resultdrawing::drawScatter(DispABase *display, QStylePainter *p, const ScatterInput &input, ScatterCache *cache)
 {
     display->setXYTitle(input.xTitle, input.yTitle);
     DispArea *const area = display->area();
     plot::begin(area, p);
-    if (input.count == 0)
+    const std::optional<RealRange> natural = naturalRange(input);
+    if (!natural)
         return;
-    display->setRealRange(input.valences.min, input.amounts.min, input.valences.max, input.amounts.max);
+    display->offerRange(*natural);
     const ChCoord &cc = area->cc;
     if (plot::isDrawable(cc)) {
         plot::drawVerticals(p, cc, plot::gridColour, {input.valenceA, 0.1, input.valenceA, input.valenceB + 0.05});
         plot::drawHorizontals(p, cc, plot::gridColour, {0.0, 0.1, 0.0, 1.05}); // 0.0, 0.1, ... 1.0
-        PointCloud cloud(*p, cc, radius);
-        cloud.add(input.count, [&input](std::size_t i) {
-            return QPointF(mixedValence(input.valenceA, input.valenceB, input.a[i]), input.t[i]);
-        });
-        cloud.paint(p, Qt::black);
+        paintPoints(
+            p, CloudPlace(*p, cc, radius), Qt::black, input.count,
+            [&input](std::size_t i) { return pointOf(input, i); }, input.revision, cache);
     }
     area->drawScale(p, true);
 }

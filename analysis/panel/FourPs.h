@@ -5,6 +5,7 @@
 #include "analysis/drawing/M2M3Drawing.h"
 #include "analysis/drawing/MapDrawing.h"
 #include "analysis/drawing/MutsDrawing.h"
+#include "analysis/drawing/ScatterDrawing.h"
 #include "analysis/job/Job.h"
 #include "analysis/methods/FourPoints.h"
 #include "analysis/methods/LinearCombination.h"
@@ -209,7 +210,6 @@ private:
     void calcNonEquivalentTarget(const UsedRows &rows, bool victoreen);
     void calcNonEquivalentMap(const UsedRows &rows, bool victoreen);
     void warnOfOtherSizes(const UsedRows &rows);
-    void forgetOldRanges();
     void reportTooLarge(const A2DData &map);
     void showFitQuality();
 
@@ -225,7 +225,6 @@ private:
     std::pair<double, double> usedValences() const;
     std::optional<ValueRange> rangeOf(int position) const;
     void showMapTitle();
-    void followOwnRange();
     void refreshShownMap();
     void refreshShownHistograms();
     void showOtherHistogram();
@@ -239,9 +238,10 @@ private:
     void saveMapText(const ShownMap &map);
     ShownMap shownResultMap() const;
     QVector<MutsCurve> shownCurves() const;
-    void drawMuts(DispABase *dab, QStylePainter *p);
-    void drawValenceHistogram(DispABase *dab, QStylePainter *p);
-    void drawScatter(DispABase *dab, QStylePainter *p);
+    MutsInput mutsInput() const;
+    LcfVsMpsInput comparisonInput() const;
+    HistogramInput histogramInput(Displays::DispId id) const;
+    ScatterInput scatterInput() const;
     M2M3Input m2m3Input() const;
 
     Ui_FourPs ui;
@@ -260,15 +260,11 @@ private:
     QVector<QRadioButton *> m_histogramButtons;
     CColors m_colours;
     ResultRecords m_results;
-    const double *m_shown = nullptr;               ///< the plane that the result map shows; null: not computed
-    QSize m_shownMapSize;                          ///< of the last map calculation
-    QMap<Displays::DispId, QString> m_shownRanges; ///< what the ranges of the graphs followed from at that time
-    numeric::Plane m_shownWork;                    ///< for planes that do not stand in the records
-    std::vector<quint8> m_mask;                    ///< empty: nothing is hidden
-    std::optional<ValueRange> m_chosenLimits;      ///< colour range chosen by double click; none: the quantity's own
-    std::optional<ValueRange> m_ownLimits;         ///< the quantity's own colour range when the map was drawn last
-    AEPoint *m_dataMapRow = nullptr;               ///< whose map the data map shows
-    HistogramBins m_quantityHistogram;             ///< of the chosen quantity, unless that is the valence
+    const double *m_shown = nullptr;   ///< the plane that the result map shows; null: not computed
+    numeric::Plane m_shownWork;        ///< for planes that do not stand in the records
+    std::vector<quint8> m_mask;        ///< empty: nothing is hidden
+    AEPoint *m_dataMapRow = nullptr;   ///< whose map the data map shows
+    HistogramBins m_quantityHistogram; ///< of the chosen quantity, unless that is the valence
     ValueRange m_quantityRange;
     QVector<HistogramBins> m_valenceParts; ///< per reference, where wanted
     QVector<HistogramBins> m_thicknessParts;

@@ -87,7 +87,6 @@ void FourPs::refreshShownMap()
     m_mask.clear();
     if (m_shown && !ui.MaskBelow->text().isEmpty())
         maskBelow(m_results, number(ui.MaskBelow), &m_mask);
-    followOwnRange();
     ui.ResultMap->setCells(QSize(m_results.width(), m_results.height()));
     ui.ResultMap->picture.invalidate();
     ui.ResultMap->area()->update();
@@ -98,24 +97,11 @@ void FourPs::showMapTitle()
     ui.ResultMap->setTitle(tr("Result map, %1").arg(quantityName(mapQuantity())));
 }
 
-/// The quantity's own range may have become another one; limits that the user chose stay.
-void FourPs::followOwnRange()
-{
-    const std::optional<ValueRange> range = rangeOf(mapQuantity());
-    const cBar *const bar = ui.ResultMap->bar();
-    const bool isShown = m_ownLimits && bar->zmin() == m_ownLimits->min && bar->zmax() == m_ownLimits->max;
-    if (range && isShown && !m_chosenLimits)
-        ui.ResultMap->setLimits(range->min, range->max);
-    m_ownLimits = range;
-}
-
 bool FourPs::selectedNewMap()
 {
     showMapTitle();
-    m_chosenLimits.reset();
     const std::optional<ValueRange> range = rangeOf(mapQuantity());
-    if (range)
-        ui.ResultMap->setLimits(range->min, range->max);
+    ui.ResultMap->takeLimits(range);
     refreshShownMap();
     ui.ResultMap->bar()->update();
     return range.has_value();
@@ -131,14 +117,14 @@ void FourPs::drawMap(QStylePainter *p)
     ResultMapInput input;
     input.map = shownResultMap();
     input.mask = m_mask.empty() ? nullptr : m_mask.data();
-    input.limits = m_chosenLimits ? m_chosenLimits : rangeOf(mapQuantity());
+    input.limits = rangeOf(mapQuantity());
     input.notComputed = tr("not computed by this method");
     resultdrawing::drawResultMap(ui.ResultMap, p, input);
 }
 
 void FourPs::receiveNowPosInMap(double x, double y)
 {
-    ui.ResultMap->showValue(cellText(m_shown, m_results.width(), m_results.height(), x, y));
+    ui.ResultMap->showValue(cellText(m_shown, m_results.count(), m_results.width(), m_results.height(), x, y));
 }
 
 void FourPs::dClickedInMap(MouseC *m)
@@ -146,18 +132,14 @@ void FourPs::dClickedInMap(MouseC *m)
     if (m_results.method() != ResultRecords::Method::NonEquivalent || !m_shown || m->dClickButton != Qt::LeftButton)
         return;
     const int modifiers = m->dClickModifiers & (Qt::ShiftModifier | Qt::ControlModifier | Qt::AltModifier);
-    std::optional<ValueRange> range;
-    if (modifiers == Qt::NoModifier) {
-        m_chosenLimits.reset();
-        range = rangeOf(mapQuantity());
-    } else if (modifiers == Qt::ShiftModifier) {
-        range = m_chosenLimits = finiteRange(m_shown, m_results.count());
-    } else if (modifiers == Qt::ControlModifier) {
-        range = m_chosenLimits = percentileRange(m_shown, m_results.count());
-    }
-    if (range)
-        ui.ResultMap->setLimits(range->min, range->max);
-    ui.ResultMap->bar()->update();
+    const quint8 *const mask = m_mask.empty() ? nullptr : m_mask.data();
+    std::optional<ValueRange> chosen;
+    if (modifiers == Qt::ShiftModifier)
+        chosen = finiteRange(m_shown, m_results.count(), mask);
+    else if (modifiers == Qt::ControlModifier)
+        chosen = percentileRange(m_shown, m_results.count(), mask);
+    if (chosen)
+        ui.ResultMap->chooseLimits(*chosen);
     ui.ResultMap->area()->update();
 }
 
@@ -203,8 +185,7 @@ void FourPs::drawDMap(QStylePainter *p)
 void FourPs::receiveNowPosInDMap(double x, double y)
 {
     const ShownMap map = dataMap(m_dataMapRow);
-    const bool isWhole = map.count >= static_cast<std::size_t>(qint64(map.width) * map.height);
-    m_dataMap->showValue(isWhole ? cellText(map.values, map.width, map.height, x, y) : QString());
+    m_dataMap->showValue(cellText(map.values, map.count, map.width, map.height, x, y));
 }
 
 // --- graphs ---
@@ -213,26 +194,17 @@ void FourPs::draw(Displays::DispId id, DispABase *dab, QStylePainter *p)
 {
     switch (id) {
     case Displays::Muts:
-        drawMuts(dab, p);
+        resultdrawing::drawMuts(dab, p, mutsInput());
         break;
-    case Displays::LcfVsMps: {
-        const auto [first, second] = usedValences();
-        resultdrawing::drawLcfVsMps(dab, p, {m_comparisons, m_colours.colors, first, second, tr("MPs"), tr("LCF")});
+    case Displays::LcfVsMps:
+        resultdrawing::drawLcfVsMps(dab, p, comparisonInput());
         break;
-    }
     case Displays::HistA:
-        drawValenceHistogram(dab, p);
-        break;
     case Displays::HistDMut:
-        resultdrawing::drawHistogram(dab, p,
-                                     {&m_thicknessHistogram,
-                                      {number(ui.HgTFrom), number(ui.HgTTo)},
-                                      histogramParts(m_thicknessParts),
-                                      tr("Thick."),
-                                      tr("Num.")});
+        resultdrawing::drawHistogram(dab, p, histogramInput(id));
         break;
     case Displays::DMutVorA:
-        drawScatter(dab, p);
+        resultdrawing::drawScatter(dab, p, scatterInput());
         break;
     case Displays::M2M3:
         resultdrawing::drawM2M3(dab, p, m2m3Input());
@@ -284,7 +256,7 @@ QVector<MutsCurve> FourPs::shownCurves() const
     return curves;
 }
 
-void FourPs::drawMuts(DispABase *dab, QStylePainter *p)
+MutsInput FourPs::mutsInput() const
 {
     MutsInput input;
     input.curves = shownCurves();
@@ -301,7 +273,13 @@ void FourPs::drawMuts(DispABase *dab, QStylePainter *p)
     }
     input.xTitle = tr("Eng.[eV]");
     input.yTitle = tr("mut");
-    resultdrawing::drawMuts(dab, p, input);
+    return input;
+}
+
+LcfVsMpsInput FourPs::comparisonInput() const
+{
+    const auto [first, second] = usedValences();
+    return {m_comparisons, m_colours.colors, first, second, tr("MPs"), tr("LCF")};
 }
 
 void FourPs::mPressedInAllMut(MouseC *m)
@@ -367,9 +345,17 @@ QVector<HistogramPart> FourPs::histogramParts(const QVector<HistogramBins> &bins
     return parts;
 }
 
-void FourPs::drawValenceHistogram(DispABase *dab, QStylePainter *p)
+HistogramInput FourPs::histogramInput(Displays::DispId id) const
 {
     HistogramInput input;
+    input.yTitle = tr("Num.");
+    if (id == Displays::HistDMut) {
+        input.bins = &m_thicknessHistogram;
+        input.range = {number(ui.HgTFrom), number(ui.HgTTo)};
+        input.parts = histogramParts(m_thicknessParts);
+        input.xTitle = tr("Thick.");
+        return input;
+    }
     if (m_quantityHistogram.isSet()) {
         input.bins = &m_quantityHistogram;
         input.range = m_quantityRange;
@@ -380,11 +366,10 @@ void FourPs::drawValenceHistogram(DispABase *dab, QStylePainter *p)
         input.xTitle = tr("Valence");
     }
     input.parts = histogramParts(m_valenceParts);
-    input.yTitle = tr("Num.");
-    resultdrawing::drawHistogram(dab, p, input);
+    return input;
 }
 
-void FourPs::drawScatter(DispABase *dab, QStylePainter *p)
+ScatterInput FourPs::scatterInput() const
 {
     ScatterInput input;
     input.a = m_results.a();
@@ -395,7 +380,7 @@ void FourPs::drawScatter(DispABase *dab, QStylePainter *p)
     input.amounts = {number(ui.HgTFrom), number(ui.HgTTo)};
     input.xTitle = tr("Valence");
     input.yTitle = tr("Thick.");
-    resultdrawing::drawScatter(dab, p, input);
+    return input;
 }
 
 M2M3Input FourPs::m2m3Input() const

@@ -98,8 +98,6 @@ void FourPs::finishMap(const UsedRows &rows)
     clearStaleMark();
     m_results.headerLines = rows.all.first()->data().headerLines();
     warnOfOtherSizes(rows);
-    if (m_results.method() == ResultRecords::Method::FourPoints)
-        m_chosenLimits.reset(); // which only a double click on a non-equivalent result can choose
     m_valenceHistogram.setUp();
     m_thicknessHistogram.setUp();
     const double *const t = m_results.t();
@@ -109,33 +107,8 @@ void FourPs::finishMap(const UsedRows &rows)
             shownPlane(m_results, ResultPosition::valence, {true, first, second}, &m_shownWork))
         m_valenceHistogram.addValues(m_results.count(), [valence](std::size_t i) { return valence[i]; });
     refreshShownHistograms();
-    forgetOldRanges();
     refreshShownMap();
     repaintDisplays();
-}
-
-/// A zoom survives a new calculation, but not one that shows another range.
-void FourPs::forgetOldRanges()
-{
-    const QSize mapSize(m_results.width(), m_results.height());
-    if (mapSize != m_shownMapSize)
-        ui.ResultMap->clearScale();
-    m_shownMapSize = mapSize;
-
-    QString fields;
-    for (const QLineEdit *const field : {ui.HgAFrom, ui.HgATo, ui.HgABoxes, ui.HgTFrom, ui.HgTTo, ui.HgTBoxes})
-        fields += field->text() + QLatin1Char(' ');
-    const HistogramBins &counted = m_quantityHistogram.isSet() ? m_quantityHistogram : m_valenceHistogram;
-    const std::pair<Displays::DispId, QString> ranges[] = {
-        {Displays::HistA, fields + QString::number(counted.largestCount())},
-        {Displays::HistDMut, fields + QString::number(m_thicknessHistogram.largestCount())},
-        {Displays::DMutVorA, fields},
-        {Displays::LcfVsMps, fields}};
-    for (const auto &[id, range] : ranges) {
-        if (m_shownRanges.value(id) != range)
-            m_displays->dabs[id]->clearScale();
-        m_shownRanges[id] = range;
-    }
 }
 
 /// Data sets of another size than the map calculated say so in their rows.

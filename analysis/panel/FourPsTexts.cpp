@@ -33,35 +33,22 @@ QString FourPs::plottedText(Displays::DispId id) const
 {
     switch (id) {
     case Displays::Muts:
-        return plottedtext::ofCurves(shownCurves());
+        return plottedtext::of(mutsInput());
     case Displays::LcfVsMps:
-        return plottedtext::ofComparison(m_comparisons);
+        return plottedtext::of(comparisonInput());
     case Displays::HistA:
-        return plottedtext::ofHistogram(m_quantityHistogram.isSet() ? m_quantityHistogram : m_valenceHistogram);
     case Displays::HistDMut:
-        return plottedtext::ofHistogram(m_thicknessHistogram);
-    case Displays::DMutVorA: {
-        const auto [first, second] = usedValences();
-        numeric::Plane valences;
-        valences.resize(m_results.count());
-        mixedValences(first, second, m_results.a(), m_results.count(), valences.data());
-        return plottedtext::ofPoints(tr("Valence"), tr("Thick."), valences.data(), m_results.t(), m_results.count());
-    }
-    case Displays::M2M3: {
-        const M2M3Input input = m2m3Input();
-        numeric::Plane m2, m3;
-        m2.resize(input.r.count);
-        m3.resize(input.r.count);
-        for (std::size_t i = 0; i < input.r.count; ++i) {
-            const QPointF point = pointOf(input, i);
-            m2.data()[i] = point.x();
-            m3.data()[i] = point.y();
-        }
-        return plottedtext::ofPoints(input.xTitle, input.yTitle, m2.data(), m3.data(), input.r.count);
-    }
+        return plottedtext::of(histogramInput(id));
+    case Displays::DMutVorA:
+        return plottedtext::of(scatterInput());
+    case Displays::M2M3:
+        return plottedtext::of(m2m3Input());
     default: { // the graph of one spectrum
         const AMutE &spectrum = m_selectors.at(id)->spectrum();
-        return plottedtext::ofCurves({{spectrum.fileName(), Qt::black, spectrumPoints(spectrum, AMutE::Raw)}});
+        MutsInput input;
+        input.xTitle = tr("Eng.[eV]");
+        input.curves = {{spectrum.fileName(), Qt::black, spectrumPoints(spectrum, AMutE::Raw)}};
+        return plottedtext::of(input);
     }
     }
 }

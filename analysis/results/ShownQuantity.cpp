@@ -2,6 +2,7 @@
 
 #include "analysis/results/ResultQuantities.h"
 #include "analysis/results/ResultRecords.h"
+#include "numeric/FieldText.h"
 #include "numeric/ParallelRanges.h"
 #include "numeric/RealToInt.h"
 
@@ -64,11 +65,11 @@ void maskBelow(const ResultRecords &results, double limit, std::vector<quint8> *
     });
 }
 
-QString cellText(const double *plane, int width, int height, double x, double y)
+QString cellText(const double *plane, std::size_t count, int width, int height, double x, double y)
 {
     if (!plane || !(x >= 0 && x < width && y >= 0 && y < height))
         return QString();
     const auto index = static_cast<std::size_t>(numeric::truncToInt(y)) * static_cast<std::size_t>(width) +
                        static_cast<std::size_t>(numeric::truncToInt(x));
-    return QString::number(plane[index], 'g', 6);
+    return index < count ? fieldText(plane[index]) : QString();
 }

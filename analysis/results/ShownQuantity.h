@@ -6,6 +6,7 @@
 #include <QString>
 #include <QtGlobal>
 
+#include <cstddef>
 #include <vector>
 
 class ResultRecords;
@@ -21,6 +22,7 @@ const double *shownPlane(const ResultRecords &results, int position, const Valen
 /// One byte per pixel, 1 where the amount t is below `limit`: pixels to be hidden. A NaN is not below.
 void maskBelow(const ResultRecords &results, double limit, std::vector<quint8> *mask);
 
-/// The value of the cell that covers (x, y), as text with six significant digits, "nan" or "inf"; empty beside the
-/// map. Cell (i, j) covers the coordinates from (i, j) to (i + 1, j + 1).
-QString cellText(const double *plane, int width, int height, double x, double y);
+/// The value of the cell that covers (x, y), as text with six significant digits, "nan" or "inf"; empty beside the map
+/// and for a cell beyond the `count` values of the plane. Cell (i, j) covers the coordinates from (i, j) to
+/// (i + 1, j + 1).
+QString cellText(const double *plane, std::size_t count, int width, int height, double x, double y);
