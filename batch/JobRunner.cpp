@@ -37,16 +37,16 @@ bool wantsFit(const Job &job)
 }
 
 /// A refusal counts only where the job asks for the step: the panel always tries them all.
-bool wants(const Job &job, FourPs::Step step)
+bool wants(const Job &job, Step step)
 {
     switch (step) {
-    case FourPs::Step::Map:
+    case Step::Map:
         return wantsMap(job);
-    case FourPs::Step::Target:
+    case Step::Target:
         return wantsTarget(job);
-    case FourPs::Step::Fit:
+    case Step::Fit:
         return wantsFit(job);
-    case FourPs::Step::Write:
+    case Step::Write:
         break;
     }
     return true;
@@ -90,19 +90,17 @@ public:
         , m_options(options)
         , m_progress(options.progress, QFileInfo(job.job.fileName).fileName(), stagesOf(job.job), options.isTerminal)
     {
-        QObject::connect(&m_panel, &FourPs::refused, &m_panel,
-                         [this](FourPs::Step step, const QString &text) { receiveRefusal(step, text); });
     }
 
     JobResult run();
 
 private:
+    void loadAndCalculate();
     void load();
-    void calculate();
     void writeResult();
     void writePictures();
     void writeReport();
-    void receiveRefusal(FourPs::Step step, const QString &text);
+    void noteRefusal(Step step);
     void fail(JobOutcome outcome, const QString &text);
     double lap();
 
@@ -114,7 +112,6 @@ private:
     JobResult m_result;
     RunTimes m_times;
     QElapsedTimer m_timer;
-    bool m_isMapRefused = false;
 };
 
 void Run::fail(JobOutcome outcome, const QString &text)
@@ -123,11 +120,12 @@ void Run::fail(JobOutcome outcome, const QString &text)
     m_result.errors << m_job.fileName + QLatin1String(": ") + text;
 }
 
-void Run::receiveRefusal(FourPs::Step step, const QString &text)
+/// A step that the job asks for and that was not done.
+void Run::noteRefusal(Step step)
 {
-    m_isMapRefused = m_isMapRefused || step == FourPs::Step::Map;
-    if (wants(m_job, step))
-        fail(step == FourPs::Step::Write ? JobOutcome::CannotWrite : JobOutcome::Refused, text.simplified());
+    const StepOutcome &outcome = m_panel.analysis().outcome(step);
+    if (!outcome.isDone && wants(m_job, step))
+        fail(JobOutcome::Refused, outcome.message.simplified());
 }
 
 /// Seconds since the last call.
@@ -143,10 +141,9 @@ JobResult Run::run()
     QElapsedTimer whole;
     whole.start();
     m_timer.start();
-    load();
-    if (m_result.outcome == JobOutcome::Done && !m_options.checkOnly) {
-        calculate();
-        if (!m_job.resultFile.isEmpty() && !m_isMapRefused)
+    loadAndCalculate();
+    if (m_result.outcome != JobOutcome::WrongJob && !m_options.checkOnly) {
+        if (!m_job.resultFile.isEmpty() && m_panel.analysis().outcome(Step::Map).isDone)
             writeResult();
         if (!m_job.pictures.isEmpty())
             writePictures();
@@ -156,6 +153,22 @@ JobResult Run::run()
     }
     m_progress.finish(m_result.outcome == JobOutcome::Done, static_cast<double>(whole.elapsed()) * 1e-3);
     return m_result;
+}
+
+void Run::loadAndCalculate()
+{
+    {
+        Recalculation::Scope calculation(m_panel.recalculation()); // at its end
+        load();
+        if (m_result.outcome != JobOutcome::Done || m_options.checkOnly) {
+            calculation.drop();
+            return;
+        }
+        m_progress.stage(QStringLiteral("calculating"));
+    }
+    m_times.calculate = lap();
+    for (const Step step : {Step::Map, Step::Target, Step::Fit})
+        noteRefusal(step);
 }
 
 void Run::load()
@@ -171,17 +184,12 @@ void Run::load()
     m_times.load = lap();
 }
 
-void Run::calculate()
-{
-    m_progress.stage(QStringLiteral("calculating"));
-    m_panel.calcBoth();
-    m_times.calculate = lap();
-}
-
 void Run::writeResult()
 {
     m_progress.stage(QStringLiteral("writing %1").arg(QFileInfo(m_job.resultFile).fileName()));
     m_panel.write();
+    if (!m_panel.analysis().outcome(Step::Write).isDone)
+        fail(JobOutcome::CannotWrite, m_panel.analysis().writeProblem());
     m_times.write = lap();
 }
 
@@ -198,7 +206,8 @@ void Run::writeReport()
 {
     m_progress.stage(QStringLiteral("writing %1").arg(QFileInfo(m_job.report).fileName()));
     numeric::OutputFile file(m_job.report);
-    if (!file.open() || !file.write(runReport(m_panel, m_job, m_times, m_result.errors)) || !file.commit())
+    if (!file.open() || !file.write(runReport(m_panel.input(), m_panel.analysis(), m_job, m_times, m_result.errors)) ||
+        !file.commit())
         fail(JobOutcome::CannotWrite, QStringLiteral("cannot write the report %1").arg(m_job.report));
 }
 

@@ -1,7 +1,9 @@
 #include "batch/PanelPictures.h"
 
 #include "analysis/panel/FourPs.h"
+#include "analysis/results/QuantityRange.h"
 #include "analysis/results/ResultQuantities.h"
+#include "analysis/results/ResultView.h"
 #include "display/DispABase.h"
 #include "display/DispMBase.h"
 #include "display/HeaderMenu.h"
@@ -56,26 +58,6 @@ QSize mapArea(int width, int height)
     return (QSizeF(width, height) * cell / shareOfMap).toSize().expandedTo(QSize(200, 200));
 }
 
-bool hasContents(const FourPs &panel, Displays::DispId id)
-{
-    const bool hasResults = panel.results().count() > 0;
-    switch (id) {
-    case Displays::Ref1:
-    case Displays::Ref2:
-    case Displays::Ref3:
-    case Displays::Ref4:
-        return panel.references().at(id - Displays::Ref1)->selector()->valid();
-    case Displays::Target:
-        return panel.target()->valid();
-    case Displays::LcfVsMps:
-        return panel.fit() != nullptr;
-    case Displays::Muts:
-        return true;
-    default:
-        return hasResults;
-    }
-}
-
 /// "Ratio 1" as a part of a file name.
 QString fileNamePart(const char *name)
 {
@@ -118,7 +100,7 @@ bool saveGraphs(const FourPs &panel, PictureFolder *folder)
     const QMetaEnum names = QMetaEnum::fromType<Displays::DispId>();
     for (int i = 0; i < displays.dabs.size(); ++i) {
         const Displays::DispId id = displays.ids[i];
-        if (!hasContents(panel, id))
+        if (!panel.graphs().hasContents(id))
             continue;
         const int width = id == Displays::Muts ? 2 * graphWidth : graphWidth;
         const PoppedOut<DispABase> popped(displays.dabs[i], QSize(width, graphHeight));
@@ -130,17 +112,17 @@ bool saveGraphs(const FourPs &panel, PictureFolder *folder)
 
 bool saveResultMaps(FourPs *panel, PictureFolder *folder)
 {
-    numeric::Plane work;
-    const ResultRecords &results = panel->results();
+    const Analysis &analysis = panel->analysis();
     DispMBase *const map = panel->resultMap();
+    ResultView view;
     for (const ResultQuantity &quantity : resultQuantities) {
-        const double *const values = panel->quantity(quantity.position, &work);
-        if (!values || results.isZero(quantity.position))
+        view.show(analysis.results(), quantity.position, analysis.runValences());
+        if (!view.values() || analysis.results().isZero(quantity.position))
             continue;
         panel->showQuantity(quantity.position);
-        const PoppedOut<DispMBase> popped(map, mapArea(results.width(), results.height()));
+        const PoppedOut<DispMBase> popped(map, mapArea(view.width(), view.height()));
         if (!panel->selectedNewMap()) { // it has no range of its own
-            if (const auto range = percentileRange(values, results.count()))
+            if (const auto range = percentileRange(view.values(), view.count()))
                 map->setLimits(range->min, range->max);
         }
         if (!folder->save(*map->headerMenu(), QLatin1String("Map_") + fileNamePart(quantity.name)))
@@ -151,15 +133,15 @@ bool saveResultMaps(FourPs *panel, PictureFolder *folder)
 
 bool saveDataMaps(FourPs *panel, PictureFolder *folder)
 {
-    const QVector<AEPoint *> &rows = panel->energyRows();
+    const QVector<PointInput> points = panel->input().points;
     panel->dataMap()->setAttribute(Qt::WA_DontShowOnScreen);
-    for (int i = 0; i < rows.size(); ++i) {
-        if (!rows[i]->loaded())
+    for (int row = 0; row < points.size(); ++row) {
+        const A2DData *const map = points[row].map;
+        if (!map)
             continue;
-        rows[i]->showMapButton()->setChecked(true);
-        const A2DData &data = rows[i]->data();
-        const PoppedOut<DispMBase> popped(panel->dataMap(), mapArea(data.nx(), data.ny()));
-        if (!folder->save(*panel->dataMap()->headerMenu(), QStringLiteral("Data_%1").arg(i + 1)))
+        panel->showDataMap(row);
+        const PoppedOut<DispMBase> popped(panel->dataMap(), mapArea(map->nx(), map->ny()));
+        if (!folder->save(*panel->dataMap()->headerMenu(), QStringLiteral("Data_%1").arg(row + 1)))
             return false;
     }
     return true;

@@ -1,8 +1,10 @@
 #include "batch/RunReport.h"
 
-#include "analysis/panel/FourPs.h"
+#include "analysis/job/Job.h"
+#include "analysis/model/Analysis.h"
 #include "analysis/results/QuantityRange.h"
 #include "analysis/results/ResultQuantities.h"
+#include "analysis/results/ResultView.h"
 #include "analysis/results/Statistics.h"
 
 #include <QFileInfo>
@@ -13,10 +15,9 @@
 namespace
 {
 
-QJsonObject spectrumReport(const AXafsFileSelect &selector)
+QJsonObject spectrumReport(const QString &file, const AMutE &spectrum)
 {
-    const AMutE &spectrum = selector.spectrum();
-    return {{"file", selector.fileText()},
+    return {{"file", file},
             {"foundEdge", spectrum.findEdge()},
             {"edgeJump", spectrum.edgeJump()},
             {"points", spectrum.pointCount()}};
@@ -30,18 +31,18 @@ QJsonArray toJson(const std::vector<double> &values)
     return array;
 }
 
-QJsonObject fourPointsReport(const FourPs &panel, const FourPointsResult &result)
+QJsonObject fourPointsReport(const FourPointsTarget &target)
 {
-    return {{"a", result.a}, {"valence", panel.targetValence()}, {"t/ts", result.t}};
+    return {{"a", target.result.a}, {"valence", target.valence}, {"t/ts", target.result.t}};
 }
 
-QJsonObject nonEquivalentReport(const NonEquivalentValues &values, int references)
+QJsonObject nonEquivalentReport(const NonEquivalentTarget &target)
 {
-    const auto at = [&values](int position) {
-        return values[static_cast<std::size_t>(position)];
+    const auto at = [&target](int position) {
+        return target.values.at(static_cast<std::size_t>(position));
     };
     QJsonArray fractions, amounts;
-    for (int j = 0; j < references; ++j) {
+    for (int j = 0; j < target.references.size(); ++j) {
         fractions.append(at(ResultPosition::ratio + j));
         amounts.append(at(ResultPosition::dMut + j));
     }
@@ -62,15 +63,15 @@ QJsonObject fitReport(const LinearCombination &fit)
             {"points", fit.points}};
 }
 
-QJsonObject targetReport(const FourPs &panel)
+QJsonObject targetReport(const TargetInput &target, const Analysis &analysis)
 {
-    QJsonObject report = spectrumReport(*panel.target());
-    if (const auto *const result = panel.targetFourPoints())
-        report.insert("fourPoints", fourPointsReport(panel, *result));
-    if (const auto *const values = panel.targetNonEquivalent())
-        report.insert("nonEquivalent", nonEquivalentReport(*values, panel.validReferences().size()));
-    if (panel.fit())
-        report.insert("lcf", fitReport(*panel.fit()));
+    QJsonObject report = spectrumReport(target.file, target.spectrum);
+    if (analysis.fourPointsTarget())
+        report.insert("fourPoints", fourPointsReport(*analysis.fourPointsTarget()));
+    if (analysis.nonEquivalentTarget())
+        report.insert("nonEquivalent", nonEquivalentReport(*analysis.nonEquivalentTarget()));
+    if (analysis.fit())
+        report.insert("lcf", fitReport(*analysis.fit()));
     return report;
 }
 
@@ -89,17 +90,16 @@ QJsonObject quantityReport(const double *values, std::size_t count)
             {"max", summary.max}};
 }
 
-QJsonObject mapReport(const FourPs &panel)
+QJsonObject mapReport(const Analysis &analysis)
 {
-    const ResultRecords &results = panel.results();
+    const ResultRecords &results = analysis.results();
     const bool isFourPoints = results.method() == ResultRecords::Method::FourPoints;
     QJsonObject quantities;
-    numeric::Plane work;
+    ResultView view;
     for (const ResultQuantity &quantity : resultQuantities) {
-        const double *const values = panel.quantity(quantity.position, &work);
-        if (!values || results.isZero(quantity.position))
-            continue;
-        quantities.insert(QLatin1String(quantity.name), quantityReport(values, results.count()));
+        view.show(results, quantity.position, analysis.runValences());
+        if (view.values() && !results.isZero(quantity.position))
+            quantities.insert(QLatin1String(quantity.name), quantityReport(view.values(), view.count()));
     }
     return {{"method", isFourPoints ? "four-points" : "non-equivalent"},
             {"width", results.width()},
@@ -110,26 +110,29 @@ QJsonObject mapReport(const FourPs &panel)
 
 } // namespace
 
-QByteArray runReport(const FourPs &panel, const Job &job, const RunTimes &times, const QStringList &errors)
+QByteArray runReport(const AnalysisInput &input, const Analysis &analysis, const Job &job, const RunTimes &times,
+                     const QStringList &errors)
 {
     QJsonObject report{{"program", "flokluk-batch " FLOKLUK_VERSION},
                        {"job", QFileInfo(job.fileName).absoluteFilePath()},
                        {"errors", QJsonArray::fromStringList(errors)},
-                       {"edge", panel.job().settings.value("EdgeE")},
+                       {"edge", input.conditions.edge.edge},
                        {"seconds", QJsonObject{{"load", times.load},
                                                {"calculate", times.calculate},
                                                {"write", times.write},
                                                {"pictures", times.pictures}}}};
     QJsonArray references;
-    for (const ARefFile *const reference : panel.validReferences()) {
-        QJsonObject entry = spectrumReport(*reference->selector());
-        entry.insert("valence", reference->valence());
+    for (const ReferenceInput &reference : input.references) {
+        if (!reference.takesPart())
+            continue;
+        QJsonObject entry = spectrumReport(reference.file, reference.spectrum);
+        entry.insert("valence", reference.valence);
         references.append(entry);
     }
     report.insert("references", references);
-    if (panel.target()->valid())
-        report.insert("target", targetReport(panel));
-    if (panel.results().count() > 0)
-        report.insert("map", mapReport(panel));
+    if (input.target.spectrum.valid())
+        report.insert("target", targetReport(input.target, analysis));
+    if (analysis.run())
+        report.insert("map", mapReport(analysis));
     return QJsonDocument(report).toJson();
 }

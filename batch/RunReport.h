@@ -3,7 +3,8 @@
 #include <QByteArray>
 #include <QStringList>
 
-class FourPs;
+class Analysis;
+struct AnalysisInput;
 struct Job;
 
 /// Seconds that the parts of a run took.
@@ -16,4 +17,5 @@ struct RunTimes {
 
 /// What a run found, as JSON: edges and edge jumps, the target by every method, and mean and standard deviation of each
 /// computed quantity over the finite pixels. docs/batch.md describes it. Numbers that are not finite become null.
-QByteArray runReport(const FourPs &panel, const Job &job, const RunTimes &times, const QStringList &errors);
+QByteArray runReport(const AnalysisInput &input, const Analysis &analysis, const Job &job, const RunTimes &times,
+                     const QStringList &errors);

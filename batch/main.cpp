@@ -35,7 +35,6 @@ int showJob(const QString &file, QTextStream *err)
     err->flush();
     if (!errors.isEmpty())
         return static_cast<int>(JobOutcome::WrongJob);
-    body.panel()->calcBoth();
     body.show();
     return QApplication::exec();
 }

@@ -26,6 +26,9 @@ public:
     /// display that is not placed and has no parent is deleted with this panel.
     void addDisp(DispABase *dab, const QString &title, DispId id, int col, int row, int colSpan, int rowSpan);
 
+    /// The display registered first under an identity; null without one.
+    DispABase *display(DispId id) const { return dabs.value(ids.indexOf(id)); }
+
     QVector<DispABase *> dabs; ///< in the order registered
     QVector<DispId> ids;       ///< parallel to dabs
 

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "analysis/results/Comparison.h"
 #include "display/RealRange.h"
 
 #include <QColor>
@@ -10,15 +11,6 @@
 
 class DispABase;
 class QStylePainter;
-
-/// What one linear combination fit of the target found, beside the four-points method's result at that time.
-struct ComparisonRecord {
-    double a = 0.0;           ///< fraction of the first reference by the four-points method
-    double valence = 0.0;     ///< by the four-points method
-    double lcfFraction = 0.0; ///< fraction of the first reference by the fit
-    double lcfValence = 0.0;
-    int colourIndex = 0; ///< of the palette
-};
 
 struct LcfVsMpsInput {
     QVector<ComparisonRecord> records; ///< in the order found

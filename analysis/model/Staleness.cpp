@@ -1,0 +1,118 @@
+#include "analysis/model/Staleness.h"
+
+#include "analysis/model/Plans.h"
+
+#include <QCoreApplication>
+
+#include <algorithm>
+
+namespace
+{
+
+QString tr(const char *text)
+{
+    return QCoreApplication::translate("FourPs", text);
+}
+
+bool areSame(const std::vector<double> &l, const std::vector<double> &r)
+{
+    return std::equal(l.begin(), l.end(), r.begin(), r.end(), isSame);
+}
+
+bool isSameMethod(const RunInfo &l, const RunInfo &r)
+{
+    return std::tie(l.method.isNonEquivalent, l.method.variant, l.method.background) ==
+           std::tie(r.method.isNonEquivalent, r.method.variant, r.method.background);
+}
+
+template <class Rows>
+QVector<int> rowsOf(const Rows &list)
+{
+    QVector<int> rows;
+    for (const auto &entry : list)
+        rows.append(entry.row);
+    return rows;
+}
+
+std::vector<double> energiesOf(const RunInfo &run)
+{
+    std::vector<double> energies;
+    for (const RunPoint &point : run.points)
+        energies.push_back(point.energy);
+    return energies;
+}
+
+/// The values of the j-th reference that the method uses.
+std::vector<double> valuesOf(const RunInfo &run, std::size_t j)
+{
+    if (run.method.isNonEquivalent)
+        return j < run.nonEquivalent.columns.size() ? run.nonEquivalent.columns[j] : std::vector<double>();
+    return j == 0 ? run.fourPoints.a : run.fourPoints.b;
+}
+
+/// Whether the method depends on the edge jumps: the three-point variant does not.
+bool usesEdgeJumps(const RunInfo &run)
+{
+    return run.method.isNonEquivalent || run.method.variant != FourPointsVariant::ThreePoint;
+}
+
+/// Of the same references. Their values are compared only `atSameEnergies`: they follow the energies.
+void compareReferences(const RunInfo &then, const RunInfo &now, bool atSameEnergies, QStringList *found)
+{
+    for (int j = 0; j < now.references.size(); ++j) {
+        const RunReference &before = then.references[j];
+        const RunReference &after = now.references[j];
+        const QString name = tr(QT_TRANSLATE_NOOP("FourPs", "Ref %1")).arg(after.row + 1);
+        if (!isSame(before.valence, after.valence))
+            found->append(tr(QT_TRANSLATE_NOOP("FourPs", "%1: valence")).arg(name));
+        const auto index = static_cast<std::size_t>(j);
+        const bool isSameJump = !usesEdgeJumps(now) || isSame(before.edgeJump, after.edgeJump);
+        if (before.name != after.name)
+            found->append(tr(QT_TRANSLATE_NOOP("FourPs", "%1: spectrum")).arg(name));
+        else if (atSameEnergies && (!areSame(valuesOf(then, index), valuesOf(now, index)) || !isSameJump))
+            found->append(tr(QT_TRANSLATE_NOOP("FourPs", "%1: values at the energies or edge jump")).arg(name));
+    }
+}
+
+void comparePoints(const RunInfo &then, const RunInfo &now, QStringList *found)
+{
+    for (int k = 0; k < now.points.size(); ++k) {
+        const int number = now.points[k].row + 1;
+        if (!isSame(then.points[k].energy, now.points[k].energy))
+            found->append(tr(QT_TRANSLATE_NOOP("FourPs", "Energy %1: value")).arg(number));
+        if (!(then.points[k].map == now.points[k].map))
+            found->append(tr(QT_TRANSLATE_NOOP("FourPs", "Energy %1: map file")).arg(number));
+    }
+}
+
+} // namespace
+
+QStringList differences(const RunInfo &then, const RunInfo &now)
+{
+    QStringList found;
+    if (!isSameMethod(then, now))
+        found << tr(QT_TRANSLATE_NOOP("FourPs", "Method"));
+    if (!(then.edge == now.edge))
+        found << tr(QT_TRANSLATE_NOOP("FourPs", "Edge and ranges"));
+    if (rowsOf(then.points) != rowsOf(now.points))
+        found << tr(QT_TRANSLATE_NOOP("FourPs", "Energies in use"));
+    else if (isSameMethod(then, now) && then.vPoint != now.vPoint)
+        found << tr(QT_TRANSLATE_NOOP("FourPs", "V Point"));
+    if (rowsOf(then.references) != rowsOf(now.references))
+        found << tr(QT_TRANSLATE_NOOP("FourPs", "References in use"));
+    else
+        compareReferences(then, now, found.isEmpty() && areSame(energiesOf(then), energiesOf(now)), &found);
+    if (rowsOf(then.points) == rowsOf(now.points))
+        comparePoints(then, now, &found);
+    if (!(then.valences == now.valences) || !(then.thicknesses == now.thicknesses))
+        found << tr(QT_TRANSLATE_NOOP("FourPs", "Histograms"));
+    return found;
+}
+
+QStringList changesSince(const RunInfo &run, const AnalysisInput &now)
+{
+    const auto plan = planMap(now);
+    if (const auto *refusal = std::get_if<Refusal>(&plan))
+        return {textOf(*refusal)};
+    return differences(run, std::get<MapPlan>(plan).run);
+}

@@ -1,0 +1,48 @@
+#include "analysis/panel/DataMapView.h"
+
+#include "analysis/results/ShownQuantity.h"
+#include "display/DispMBase.h"
+#include "mapdata/AEPoint.h"
+
+#include <QCoreApplication>
+
+DataMapView::DataMapView(DispMBase *map)
+    : m_map(map)
+{
+    refresh();
+}
+
+void DataMapView::show(const AEPoint *row)
+{
+    m_row = row;
+    refresh();
+}
+
+void DataMapView::refresh()
+{
+    m_map->setTitle(m_row ? QCoreApplication::translate("FourPs", "Data map, %1 eV").arg(m_row->energyText())
+                          : QCoreApplication::translate("FourPs", "Data map"));
+    const ShownMap map = shown();
+    m_map->setCells(QSize(map.width, map.height));
+    m_map->picture.invalidate();
+    m_map->area()->update();
+}
+
+ShownMap DataMapView::shown() const
+{
+    if (!m_row || !m_row->loaded())
+        return {};
+    const A2DData &map = m_row->data();
+    return {map.absorptions().data(), map.absorptions().size(), map.nx(), map.ny()};
+}
+
+void DataMapView::draw(QStylePainter *p)
+{
+    resultdrawing::drawDataMap(m_map, p, shown());
+}
+
+void DataMapView::showValueAt(double x, double y)
+{
+    const ShownMap map = shown();
+    m_map->showValue(cellText(map.values, map.count, map.width, map.height, x, y));
+}

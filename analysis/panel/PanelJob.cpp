@@ -1,0 +1,126 @@
+#include "analysis/panel/PanelJob.h"
+
+#include "analysis/panel/PanelInputs.h"
+#include "analysis/panel/PanelSettings.h"
+
+#include "ui_FourPs.h"
+
+#include <QFileInfo>
+
+namespace
+{
+
+/// A number as a field holds it, with all its digits.
+QString exactText(double value)
+{
+    return QString::number(value, 'g', QLocale::FloatingPointShortest);
+}
+
+QString problem(const QString &key, const QString &file, const char *kind)
+{
+    const QFileInfo info(file);
+    const QString what = info.isFile() && info.isReadable()
+                             ? QStringLiteral("%1 is no %2 file")
+                             : QStringLiteral("%1 cannot be read, a %2 file is expected");
+    return key + QLatin1String(": ") + what.arg(file, QLatin1String(kind));
+}
+
+QString pathOf(const AFileSelect *selector)
+{
+    const QString path = selector->fileText();
+    return path.isEmpty() ? path : QFileInfo(path).absoluteFilePath();
+}
+
+/// False when there is a file and it cannot be loaded.
+bool loadSpectrum(AXafsFileSelect *selector, const QString &file, double dE)
+{
+    if (!selector->fileText().isEmpty())
+        selector->clearFileName();
+    selector->setDEText(exactText(dE));
+    selector->setNewDE();
+    if (file.isEmpty())
+        return true;
+    selector->choose(file);
+    return selector->valid();
+}
+
+/// The same for a map. The energy is the job's, whatever the file says.
+bool loadEnergy(AEPoint *row, const Job::Energy &energy)
+{
+    if (!row->fileSelect()->fileText().isEmpty())
+        row->fileSelect()->clearFileName();
+    row->setUsed(energy.use);
+    row->setVPoint(energy.vPoint);
+    row->setForLCF(energy.lcf);
+    if (!energy.map.isEmpty())
+        row->fileSelect()->choose(energy.map);
+    row->setEnergyText(energy.energy == 0.0 ? QString() : exactText(energy.energy));
+    row->inNewEnergy();
+    return energy.map.isEmpty() || row->loaded();
+}
+
+} // namespace
+
+PanelJob::PanelJob(const QWidget *panel, const Ui_FourPs &form, const PanelInputs &inputs)
+    : m_panel(panel)
+    , ui(form)
+    , m_inputs(inputs)
+{
+}
+
+QStringList PanelJob::load(const Job &job, const std::function<void(const QString &file)> &loading) const
+{
+    QStringList problems;
+    const auto announce = [&loading](const QString &file) {
+        if (loading && !file.isEmpty())
+            loading(file);
+    };
+    const PanelSettings settings(m_panel);
+    settings.apply(job.settings);
+    for (int i = 0; i < m_inputs.references().size(); ++i) {
+        Job::Reference reference;
+        reference.use = false; // those that the job does not name
+        reference = job.references.value(i, reference);
+        announce(reference.file);
+        m_inputs.references()[i]->setUsed(reference.use);
+        m_inputs.references()[i]->setValenceText(exactText(reference.valence));
+        if (!loadSpectrum(m_inputs.selector(i), reference.file, reference.dE))
+            problems << problem(QStringLiteral("references[%1].file").arg(i), reference.file, "spectrum");
+    }
+    announce(job.target.file);
+    if (!loadSpectrum(m_inputs.target(), job.target.file, job.target.dE))
+        problems << problem(QStringLiteral("target.file"), job.target.file, "spectrum");
+    for (int i = 0; i < m_inputs.points().size(); ++i) {
+        Job::Energy energy;
+        energy.use = false;
+        energy = job.energies.value(i, energy);
+        announce(energy.map);
+        if (!loadEnergy(m_inputs.points()[i], energy))
+            problems << problem(QStringLiteral("energies[%1].map").arg(i), energy.map, "map data");
+    }
+    const QString edge = ui.EdgeE->objectName();
+    if (job.settings.contains(edge)) // which the spectra have changed meanwhile
+        settings.apply({{edge, job.settings.value(edge)}});
+    ui.SaveFSelect->setFileText(job.resultFile);
+    return problems;
+}
+
+Job PanelJob::present() const
+{
+    Job job;
+    for (const ARefFile *const reference : m_inputs.references())
+        job.references.append({pathOf(reference->selector()), reference->isUsed(), reference->valence(),
+                               reference->selector()->dEText().toDouble()});
+    job.target = {pathOf(m_inputs.target()), m_inputs.target()->dEText().toDouble()};
+    for (const AEPoint *const row : m_inputs.points())
+        job.energies.append(
+            {row->energy(), pathOf(row->fileSelect()), row->isUsed(), row->isVPoint(), row->isForLCF()});
+    // Rows at the end that hold nothing say nothing.
+    while (!job.references.isEmpty() && job.references.last().file.isEmpty())
+        job.references.removeLast();
+    while (!job.energies.isEmpty() && job.energies.last().energy == 0.0 && job.energies.last().map.isEmpty())
+        job.energies.removeLast();
+    job.settings = PanelSettings(m_panel).present();
+    job.resultFile = pathOf(ui.SaveFSelect);
+    return job;
+}
