@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <cmath>
 #include <cstring>
+#include <limits>
 
 QStringList A2DData::headerLines() const
 {
@@ -18,15 +19,15 @@ MapRecord A2DData::record(qint64 index) const
 void A2DData::clear()
 {
     m_headerText.clear();
-    setSize(0, 0);
+    m_grid = MapGrid();
     for (numeric::Plane *const plane : {&m_x, &m_y, &m_I, &m_I0, &m_absorption})
         plane->clear();
 }
 
 void A2DData::setSize(int nx, int ny)
 {
-    m_nx = nx;
-    m_ny = ny;
+    m_grid.nx = nx;
+    m_grid.ny = ny;
 }
 
 void A2DData::setSizeFromPositions()

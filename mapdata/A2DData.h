@@ -1,5 +1,6 @@
 #pragma once
 
+#include "mapdata/MapGrid.h"
 #include "numeric/Plane.h"
 
 #include <QString>
@@ -38,9 +39,10 @@ public:
 
     /// Number of pixel records.
     qint64 count() const { return static_cast<qint64>(m_x.size()); }
-    /// Pixels per row and number of rows, as the file gives them; 0 when it does not.
-    int nx() const { return m_nx; }
-    int ny() const { return m_ny; }
+    /// Pixels per row, number of rows and their positions, as the file gives them.
+    const MapGrid &grid() const { return m_grid; }
+    int nx() const { return m_grid.nx; }
+    int ny() const { return m_grid.ny; }
 
     /// The record `index`, 0 <= index < count().
     MapRecord record(qint64 index) const;
@@ -62,9 +64,11 @@ public:
     /// Forgets everything, the memory included.
     void clear();
     void setHeaderText(const QString &text) { m_headerText = text; }
+    void setGrid(const MapGrid &grid) { m_grid = grid; }
     void setSize(int nx, int ny);
-    /// Takes the size from the positions: nx is the number of pixels whose y is exactly the first pixel's, ny the
-    /// number whose x is the first one's. 1 x 1 with one pixel, 0 x 0 with none; a NaN in the first position gives 0.
+    /// Takes the size, and no more of the grid, from the positions: nx is the number of pixels whose y is exactly the
+    /// first pixel's, ny the number whose x is the first one's. 1 x 1 with one pixel, 0 x 0 with none; a NaN in the
+    /// first position gives 0.
     void setSizeFromPositions();
 
     /// Keeps the positions of `other` in the place of its own where they are the same, bit for bit: the maps of one
@@ -79,8 +83,7 @@ public:
 
 private:
     QString m_headerText;
-    int m_nx = 0;
-    int m_ny = 0;
+    MapGrid m_grid;
     numeric::Plane m_x;
     numeric::Plane m_y;
     numeric::Plane m_I;

@@ -9,19 +9,19 @@
 #include <QDropEvent>
 #include <QFileInfo>
 
-AEPoint::LoadReport AEPoint::reportOf(const MapLoadResult &result, const QString &path)
+AEPoint::LoadReport AEPoint::reportOf(const MapLoadResult &result, const QString &path) const
 {
     const QString name = QFileInfo(path).fileName();
     if (!result.opened)
-        return {AEPoint::tr("Cannot read %1").arg(name), true};
-    if (result.count == 0)
-        return {AEPoint::tr("No map data in %1").arg(name), true};
+        return {tr("Cannot read %1").arg(name), true};
+    if (m_data.count() == 0)
+        return {tr("No map data in %1").arg(name), true};
     if (!result.loaded)
-        return {AEPoint::tr("No map size in %1").arg(name), true};
-    const QString size = QStringLiteral("%1 x %2").arg(result.nx).arg(result.ny);
-    if (static_cast<qint64>(result.nx) * result.ny == result.count)
+        return {tr("No map size in %1").arg(name), true};
+    const QString size = QStringLiteral("%1 x %2").arg(m_data.nx()).arg(m_data.ny());
+    if (static_cast<qint64>(m_data.nx()) * m_data.ny() == m_data.count())
         return {size, false};
-    return {AEPoint::tr("%1 points, not %2").arg(result.count).arg(size), true};
+    return {tr("%1 points, not %2").arg(m_data.count()).arg(size), true};
 }
 
 AEPoint::AEPoint(QWidget *parent)

@@ -80,7 +80,7 @@ private:
         QString text;
         bool isWarning = false;
     };
-    static LoadReport reportOf(const MapLoadResult &result, const QString &path);
+    LoadReport reportOf(const MapLoadResult &result, const QString &path) const;
     QVector<QLabel *> titles() const;
 
     A2DData m_data;

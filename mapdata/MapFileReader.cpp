@@ -6,6 +6,7 @@
 #include "numeric/TextScanner.h"
 
 #include <QBuffer>
+#include <QByteArray>
 #include <QFile>
 #include <QFileInfo>
 #include <QThread>
@@ -17,6 +18,8 @@
 #include <functional>
 #include <memory>
 #include <new>
+#include <string_view>
+#include <utility>
 #include <vector>
 
 namespace
@@ -70,7 +73,7 @@ private:
     bool parse(QIODevice *device, qint64 begin, qint64 end, qint64 workers, std::vector<Segment> *segments);
     template <typename Work>
     bool inParallel(std::vector<Segment> *segments, Work work) const;
-    bool columnsStay(const std::vector<Segment> &segments) const;
+    bool layoutStays(const std::vector<Segment> &segments) const;
     void closeGaps(const std::vector<Segment> &segments, const A2DData::Columns &columns);
 
     OpenDevice m_open;
@@ -258,12 +261,13 @@ void MapLoader::closeGaps(const std::vector<Segment> &segments, const A2DData::C
     m_data->truncate(total);
 }
 
-/// Whether every segment began with the columns that the lines before it had asked for.
-bool MapLoader::columnsStay(const std::vector<Segment> &segments) const
+/// Whether every segment began with the layout that the lines before it had asked for.
+bool MapLoader::layoutStays(const std::vector<Segment> &segments) const
 {
-    return !m_header.isColumnMapped() || segments.empty() ||
-           std::all_of(segments.begin(), segments.end() - 1,
-                       [this](const Segment &segment) { return segment.header.hasColumnsOf(m_header); });
+    const RecordLayout layout = m_header.layout();
+    return segments.empty() || std::all_of(segments.begin(), segments.end() - 1, [&layout](const Segment &segment) {
+               return segment.header.layout() == layout;
+           });
 }
 
 bool MapLoader::load(qint64 begin)
@@ -282,15 +286,14 @@ bool MapLoader::load(qint64 begin)
     if (!parse(device.get(), dataBegin, end, std::max<qint64>(std::min(threads, most), 1), &segments))
         return false;
     // A header line between the data may have changed the columns: one after the other, then.
-    if (!columnsStay(segments) && !parse(device.get(), dataBegin, end, 1, &segments))
+    if (!layoutStays(segments) && !parse(device.get(), dataBegin, end, 1, &segments))
         return false;
     for (const Segment &segment : segments)
         m_header.append(segment.header);
     m_data->setHeaderText(m_header.text());
-    if (m_header.isColumnMapped())
+    m_data->setGrid(m_header.grid());
+    if (m_header.sizeIsFromPositions())
         m_data->setSizeFromPositions();
-    else
-        m_data->setSize(m_header.nx(), m_header.ny());
     return true;
 }
 
@@ -302,10 +305,7 @@ MapLoadResult loadFrom(const OpenDevice &open, qint64 begin, A2DData *data, cons
         MapLoader loader(open, data, options);
         if (loader.load(begin)) {
             result.energyText = loader.header().energyText();
-            result.nx = data->nx();
-            result.ny = data->ny();
-            result.count = data->count();
-            result.loaded = result.nx > 0 && result.ny > 0 && result.count > 0;
+            result.loaded = data->nx() > 0 && data->ny() > 0 && data->count() > 0;
             return result;
         }
     } catch (const std::bad_alloc &) {

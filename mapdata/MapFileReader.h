@@ -10,9 +10,6 @@ struct MapLoadResult {
     bool opened = false; ///< false: no readable regular file; the data are untouched then
     bool loaded = false; ///< a usable map: at least one record, nx > 0 and ny > 0
     QString energyText;  ///< as written in the last energy line (eV); null when the file has none
-    int nx = 0;
-    int ny = 0;
-    qint64 count = 0; ///< records
 };
 
 /// How the work of loading is cut. The result never depends on it.
@@ -27,7 +24,8 @@ struct MapReadOptions {
 /// The text is UTF-8, or UTF-16 or UTF-32 with a byte order mark. The first line decides about the kind of file: one
 /// that starts with "# 2003901" is column-mapped, any other plain. Lines whose first token begins with "#" are header
 /// lines wherever they stand; with the keyword as token 1, in any case of letters:
-///   AXIS    8 tokens or more: token 7 is the last index along x (token 2 is 0) or y (token 2 is 1)
+///   AXIS    8 tokens or more: token 7 is the last index along x (token 2 is 0) or y (token 2 is 1); where token 5 and
+///           6 are numbers and token 4 is none, tokens 3 to 6 are its name, its unit, its first position and its step
 ///   ENERGY  4 tokens or more: token 3 is the energy
 ///   I0, I   3 tokens or more: the integer behind the first ":" is the column of a column-mapped file
 /// All other lines are data: {x, y, I, I0} is {t0, t1, t2, t3} in a plain file, {t0, t1, t2, 1.0} with exactly three

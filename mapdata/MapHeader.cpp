@@ -2,14 +2,40 @@
 
 #include "numeric/RealToInt.h"
 
+#include <QStringRef>
 #include <QVector>
 
 #include <algorithm>
 #include <cmath>
+#include <iterator>
 #include <limits>
+#include <tuple>
+
+/// One kind of map data file.
+struct MapFormat {
+    const char *firstLine;    ///< starts so
+    RecordLayout layout;      ///< unless the header names the columns
+    int firstColumn;          ///< the token that is column 0 of the header's I0 and I lines; -1: these say nothing
+    bool sizeIsFromPositions; ///< not from the axis lines
+};
 
 namespace
 {
+
+constexpr RecordLayout positionThenI = {0, 1, 2, 3, 4, 3};
+/// Looked through from the top: what no other row takes is of the last one.
+constexpr MapFormat formats[] = {
+    {"# 1301", positionThenI, -1, false},
+    {"# 2003901", {0, 1, 2, 2, 3, -1}, 2, true},
+    {"", positionThenI, -1, false},
+};
+
+const MapFormat *formatOf(const QString &firstLine)
+{
+    return std::find_if(std::begin(formats), std::end(formats) - 1, [&firstLine](const MapFormat &format) {
+        return firstLine.startsWith(QLatin1String(format.firstLine));
+    });
+}
 
 constexpr int tokensLookedAt = 8;
 
@@ -54,10 +80,49 @@ int columnAfterColon(const QString &line)
 
 } // namespace
 
+bool operator==(const RecordLayout &l, const RecordLayout &r)
+{
+    const auto all = [](const RecordLayout &layout) {
+        return std::tie(layout.tokenX, layout.tokenY, layout.tokenI, layout.tokenI0, layout.tokensNeeded,
+                        layout.tokensWithoutI0);
+    };
+    return all(l) == all(r);
+}
+
+MapHeader::MapHeader()
+    : m_format(formatOf(QString()))
+{
+}
+
+/// An axis line of eight tokens: "# AXIS 0 x um 0.0 0.1 124", of which many programs only mean the first and the last.
+MapHeader::Axis MapHeader::readAxis(const QVector<QString> &tokens)
+{
+    Axis axis;
+    axis.length = axisLength(tokens[7]);
+    bool unitIsNumber = false, startIsNumber = false, stepIsNumber = false;
+    tokens[4].toDouble(&unitIsNumber);
+    const double start = tokens[5].toDouble(&startIsNumber);
+    const double step = tokens[6].toDouble(&stepIsNumber);
+    if (unitIsNumber || !startIsNumber || !stepIsNumber || !std::isfinite(start) || !std::isnormal(step))
+        return axis;
+    axis.unit = tokens[4];
+    axis.positions = {tokens[3], start, step};
+    return axis;
+}
+
+MapGrid MapHeader::grid() const
+{
+    const Axis x = m_x.value_or(Axis());
+    const Axis y = m_y.value_or(Axis());
+    const bool hasTwoUnits = !x.unit.isEmpty() && !y.unit.isEmpty() && x.unit != y.unit;
+    const QString unit = hasTwoUnits ? QString() : x.unit.isEmpty() ? y.unit : x.unit;
+    return {x.length, y.length, unit, x.positions, y.positions};
+}
+
 void MapHeader::addLine(const QString &line, bool isFirstOfFile)
 {
     if (isFirstOfFile)
-        m_isColumnMapped = line.startsWith(QLatin1String("# 2003901"));
+        m_format = formatOf(line);
     if (!m_text.isEmpty())
         m_text += QLatin1Char('\n');
     m_text += line;
@@ -71,9 +136,9 @@ void MapHeader::addLine(const QString &line, bool isFirstOfFile)
     if (tokens.size() >= 8 && keyword == QLatin1String("AXIS")) {
         const int axis = tokens[2].toInt();
         if (axis == 0)
-            m_nx = axisLength(tokens[7]);
+            m_x = readAxis(tokens);
         else if (axis == 1)
-            m_ny = axisLength(tokens[7]);
+            m_y = readAxis(tokens);
     } else if (tokens.size() >= 4 && keyword == QLatin1String("ENERGY")) {
         m_energyText = tokens[3];
     } else if (keyword == QLatin1String("I0")) {
@@ -90,10 +155,10 @@ void MapHeader::append(const MapHeader &later)
     m_text += later.m_text;
     if (!later.m_energyText.isNull())
         m_energyText = later.m_energyText;
-    if (later.m_nx)
-        m_nx = later.m_nx;
-    if (later.m_ny)
-        m_ny = later.m_ny;
+    if (later.m_x)
+        m_x = later.m_x;
+    if (later.m_y)
+        m_y = later.m_y;
     m_columnI0 = later.m_columnI0;
     m_columnI = later.m_columnI;
 }
@@ -101,7 +166,7 @@ void MapHeader::append(const MapHeader &later)
 MapHeader MapHeader::continuation() const
 {
     MapHeader header;
-    header.m_isColumnMapped = m_isColumnMapped;
+    header.m_format = m_format;
     header.m_columnI0 = m_columnI0;
     header.m_columnI = m_columnI;
     return header;
@@ -109,20 +174,17 @@ MapHeader MapHeader::continuation() const
 
 RecordLayout MapHeader::layout() const
 {
-    RecordLayout layout;
-    if (!m_isColumnMapped)
+    RecordLayout layout = m_format->layout;
+    if (m_format->firstColumn < 0)
         return layout;
-    constexpr qint64 positionTokens = 2; // the header counts columns from behind x and y
-    layout.threeMakeARecord = false;
-    layout.tokenI = m_columnI + positionTokens;
-    layout.tokenI0 = m_columnI0 + positionTokens;
-    layout.tokensNeeded = std::max({positionTokens, layout.tokenI + 1, layout.tokenI0 + 1});
-    if (std::min(layout.tokenI, layout.tokenI0) < 0) // a token that no line has
-        layout.tokensNeeded = std::numeric_limits<qint64>::max();
+    layout.tokenI = qint64(m_columnI) + m_format->firstColumn;
+    layout.tokenI0 = qint64(m_columnI0) + m_format->firstColumn;
+    const auto [first, last] = std::minmax({layout.tokenX, layout.tokenY, layout.tokenI, layout.tokenI0});
+    layout.tokensNeeded = first < 0 ? std::numeric_limits<qint64>::max() : last + 1; // a token that no line has
     return layout;
 }
 
-bool MapHeader::hasColumnsOf(const MapHeader &other) const
+bool MapHeader::sizeIsFromPositions() const
 {
-    return m_columnI0 == other.m_columnI0 && m_columnI == other.m_columnI;
+    return m_format->sizeIsFromPositions;
 }

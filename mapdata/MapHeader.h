@@ -1,49 +1,66 @@
 #pragma once
 
+#include "mapdata/MapGrid.h"
+
 #include <QString>
+#include <QVector>
+#include <QtGlobal>
 
 #include <optional>
 
-/// How a data line becomes a pixel record; tokens are counted from 0, and token 0 and 1 are x and y.
+/// How a data line becomes a pixel record; tokens are counted from 0.
 struct RecordLayout {
-    qint64 tokensNeeded = 4;      ///< tokens a line must have at least; further ones are ignored
-    qint64 tokenI = 2;            ///< the token of the transmitted intensity
-    qint64 tokenI0 = 3;           ///< the token of the incident intensity
-    bool threeMakeARecord = true; ///< with exactly three tokens the third is the transmission ratio: I, with I0 = 1
+    qint64 tokenX = 0;
+    qint64 tokenY = 1;
+    qint64 tokenI = 2;          ///< transmitted intensity
+    qint64 tokenI0 = 3;         ///< incident intensity
+    qint64 tokensNeeded = 4;    ///< tokens a line must have at least; further ones are ignored
+    qint64 tokensWithoutI0 = 3; ///< a line of exactly so many gives I as transmission ratio, I0 being 1; -1: none does
 };
+bool operator==(const RecordLayout &l, const RecordLayout &r);
+
+struct MapFormat;
 
 /// What the header lines of a map data file say.
 class MapHeader
 {
 public:
-    /// Takes one header line, simplified. The first line of a file decides about its kind.
+    MapHeader();
+
+    /// Takes one header line, simplified. The first line of a file decides about its format.
     void addLine(const QString &line, bool isFirstOfFile);
 
     /// Takes over what the header lines further down in the file said.
     void append(const MapHeader &later);
 
-    /// A header of the same kind and columns that has not seen a line.
+    /// A header of the same format and columns that has not seen a line.
     MapHeader continuation() const;
 
-    /// Whether the header names the columns of I0 and I; then the size of the map comes from its positions.
-    bool isColumnMapped() const { return m_isColumnMapped; }
+    /// Where the values stand in the data lines that follow.
     RecordLayout layout() const;
-    bool hasColumnsOf(const MapHeader &other) const;
+    /// Whether the size of the map follows from the positions of its records, whatever the axis lines say.
+    bool sizeIsFromPositions() const;
 
     /// All lines, with a line feed between them.
     const QString &text() const { return m_text; }
     /// The energy as written in the last energy line; null without one.
     const QString &energyText() const { return m_energyText; }
-    /// Pixels per row and rows, from the axis lines; 0 without one or when the number is beyond an int.
-    int nx() const { return m_nx.value_or(0); }
-    int ny() const { return m_ny.value_or(0); }
+    /// What the axis lines say; a size is 0 without one or when the number is beyond an int.
+    MapGrid grid() const;
 
 private:
+    struct Axis {
+        int length = 0; ///< pixels
+        QString unit;
+        MapAxis positions;
+    };
+    static Axis readAxis(const QVector<QString> &tokens);
+
     QString m_text;
     QString m_energyText;
-    std::optional<int> m_nx;
-    std::optional<int> m_ny;
-    bool m_isColumnMapped = false;
+    std::optional<Axis> m_x;
+    std::optional<Axis> m_y;
+    const MapFormat *m_format;
     int m_columnI0 = 0;
     int m_columnI = 0;
 };

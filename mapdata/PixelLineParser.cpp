@@ -64,8 +64,8 @@ inline bool PixelLineParser::readUsualLine(const char *&p, const char *end)
     for (int k = 0; k < needed; ++k) {
         while (s != end && isBlank(*s))
             ++s;
-        if (k == 3 && m_layout.threeMakeARecord && s != end && *s == '\n') {
-            values[3] = 1.0;
+        if (k == m_layout.tokensWithoutI0 && s != end && *s == '\n') {
+            values[m_layout.tokenI0] = 1.0;
             break;
         }
         if (!numeric::readPlainDecimal(s, end, &values[k]) || s == end || !(isBlank(*s) || *s == '\n'))
@@ -77,7 +77,7 @@ inline bool PixelLineParser::readUsualLine(const char *&p, const char *end)
             return false;
     }
     p = s + 1;
-    add(values[0], values[1], values[m_layout.tokenI], values[m_layout.tokenI0]);
+    add(values[m_layout.tokenX], values[m_layout.tokenY], values[m_layout.tokenI], values[m_layout.tokenI0]);
     return true;
 }
 
@@ -111,9 +111,9 @@ void PixelLineParser::readDataLine(std::string_view line)
     numeric::TokenScanner scanner(line);
     qint64 tokens = 0;
     for (; tokens < m_layout.tokensNeeded && scanner.next(&token); ++tokens) {
-        if (tokens == 0)
+        if (tokens == m_layout.tokenX)
             x = token;
-        if (tokens == 1)
+        if (tokens == m_layout.tokenY)
             y = token;
         if (tokens == m_layout.tokenI)
             I = token;
@@ -122,6 +122,6 @@ void PixelLineParser::readDataLine(std::string_view line)
     }
     if (tokens == m_layout.tokensNeeded)
         add(numeric::textToDouble(x), numeric::textToDouble(y), numeric::textToDouble(I), numeric::textToDouble(I0));
-    else if (tokens == 3 && m_layout.threeMakeARecord)
+    else if (tokens == m_layout.tokensWithoutI0)
         add(numeric::textToDouble(x), numeric::textToDouble(y), numeric::textToDouble(I), 1.0);
 }

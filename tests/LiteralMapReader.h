@@ -3,15 +3,19 @@
 #include "mapdata/MapFileReader.h"
 #include "numeric/TextScanner.h"
 
+#include <QStringList>
 #include <QVector>
 
+#include <algorithm>
 #include <cmath>
 #include <cstring>
 
 /// The map data format once more, read line by line with strings and lists: slow, simple, and independent of the
 /// loader's scanning, cutting and joining. Takes UTF-8 without byte order mark; numbers stay within an int.
 struct LiteralMap {
-    MapLoadResult result;
+    bool loaded = false;
+    QString energyText;
+    MapGrid grid;
     QStringList headerLines;
     QVector<MapRecord> records;
 };
@@ -41,11 +45,25 @@ inline int literalAxis(const QString &token)
     return isHuge || last == 2147483647 ? 0 : static_cast<int>(last + 1);
 }
 
+inline void readAxisLiterally(const QStringList &t, int *length, MapAxis *axis, QString *unit)
+{
+    *length = literalAxis(t[7]);
+    *axis = MapAxis();
+    unit->clear();
+    bool unitIsNumber = false, startIsNumber = false, stepIsNumber = false;
+    t[4].toDouble(&unitIsNumber);
+    const double start = t[5].toDouble(&startIsNumber), step = t[6].toDouble(&stepIsNumber);
+    if (unitIsNumber || !startIsNumber || !stepIsNumber || !std::isfinite(start) || !std::isnormal(step))
+        return;
+    *axis = {t[3], start, step};
+    *unit = t[4];
+}
+
 inline LiteralMap readLiterally(const QByteArray &text)
 {
     LiteralMap map;
-    MapLoadResult &result = map.result;
-    result.opened = true;
+    int &nx = map.grid.nx, &ny = map.grid.ny;
+    QString units[2];
     bool isMapped = false;
     qint64 columnI0 = 0;
     qint64 columnI = 0;
@@ -64,11 +82,11 @@ inline LiteralMap readLiterally(const QByteArray &text)
             const QString keyword = t.value(1).toUpper();
             if (t.size() >= 8 && keyword == QLatin1String("AXIS")) {
                 if (t[2].toInt() == 0)
-                    result.nx = literalAxis(t[7]);
+                    readAxisLiterally(t, &nx, &map.grid.x, &units[0]);
                 if (t[2].toInt() == 1)
-                    result.ny = literalAxis(t[7]);
+                    readAxisLiterally(t, &ny, &map.grid.y, &units[1]);
             } else if (t.size() >= 4 && keyword == QLatin1String("ENERGY")) {
-                result.energyText = t[3];
+                map.energyText = t[3];
             } else if (t.size() >= 3 && keyword == QLatin1String("I0")) {
                 columnI0 = literalColumn(line);
             } else if (t.size() >= 3 && keyword == QLatin1String("I")) {
@@ -86,18 +104,22 @@ inline LiteralMap readLiterally(const QByteArray &text)
         if (isMapped && t.size() > 1 && qMin(columnI, columnI0) + 2 >= 0 && t.size() > qMax(columnI, columnI0) + 2)
             map.records << MapRecord{number(0), number(1), number(columnI + 2), number(columnI0 + 2), {}};
     }
-    result.count = map.records.size();
+    if (units[0].isEmpty() || units[1].isEmpty() || units[0] == units[1])
+        map.grid.unit = units[units[0].isEmpty() ? 1 : 0];
     if (isMapped) {
-        result.nx = result.ny = static_cast<int>(qMin<qint64>(result.count, 1));
-        if (result.count > 1) {
-            result.nx = result.ny = 0;
-            for (const MapRecord &record : qAsConst(map.records)) {
-                result.nx += record.y == map.records[0].y ? 1 : 0;
-                result.ny += record.x == map.records[0].x ? 1 : 0;
-            }
+        nx = ny = qMin(map.records.size(), 1);
+        const auto isOnFirstRow = [&map](const MapRecord &r) {
+            return r.y == map.records[0].y;
+        };
+        const auto isInFirstColumn = [&map](const MapRecord &r) {
+            return r.x == map.records[0].x;
+        };
+        if (map.records.size() > 1) {
+            nx = static_cast<int>(std::count_if(map.records.cbegin(), map.records.cend(), isOnFirstRow));
+            ny = static_cast<int>(std::count_if(map.records.cbegin(), map.records.cend(), isInFirstColumn));
         }
     }
-    result.loaded = result.nx > 0 && result.ny > 0 && result.count > 0;
+    map.loaded = nx > 0 && ny > 0 && !map.records.isEmpty();
     return map;
 }
 
@@ -111,37 +133,36 @@ inline double literalAbsorption(const MapRecord &r)
     return r.I0 == 0.0 ? r.I : r.I == 0.0 ? 1.0 : std::log(r.I0 / r.I);
 }
 
+inline QString gridText(const MapGrid &grid)
+{
+    const auto axis = [](const MapAxis &a) {
+        return a.start && a.step ? QStringLiteral("%1 from %2 by %3").arg(a.name).arg(*a.start).arg(*a.step) : a.name;
+    };
+    return QStringLiteral("%1 x %2 %3, %4, %5").arg(grid.nx).arg(grid.ny).arg(grid.unit, axis(grid.x), axis(grid.y));
+}
+
 /// What differs between the two readings; empty when nothing does.
 inline QString differenceTo(const LiteralMap &wanted, const MapLoadResult &result, const A2DData &data)
 {
+    const auto summary = [](bool opened, bool loaded, const QString &energy, const MapGrid &grid, qint64 count) {
+        return QStringLiteral("opened %1, loaded %2, energy %3, %4, %5 records")
+            .arg(opened)
+            .arg(loaded)
+            .arg(energy.isNull() ? QStringLiteral("none") : '<' + energy + '>', gridText(grid))
+            .arg(count);
+    };
+    const QString got = summary(result.opened, result.loaded, result.energyText, data.grid(), data.count());
+    const QString shouldBe = summary(true, wanted.loaded, wanted.energyText, wanted.grid, wanted.records.size());
+    if (got != shouldBe)
+        return got + QStringLiteral(", not ") + shouldBe;
     if (data.headerLines() != wanted.headerLines)
         return QStringLiteral("header lines: ") + data.headerText();
-    if (result.energyText != wanted.result.energyText ||
-        result.energyText.isNull() != wanted.result.energyText.isNull())
-        return QStringLiteral("energy: ") + result.energyText;
-    if (data.count() != wanted.records.size() || result.count != data.count())
-        return QStringLiteral("%1 records, not %2").arg(data.count()).arg(wanted.records.size());
-    if (data.nx() != wanted.result.nx || data.ny() != wanted.result.ny || result.nx != data.nx() ||
-        result.ny != data.ny())
-        return QStringLiteral("%1 x %2, not %3 x %4")
-            .arg(data.nx())
-            .arg(data.ny())
-            .arg(wanted.result.nx)
-            .arg(wanted.result.ny);
-    if (result.loaded != wanted.result.loaded || result.opened != wanted.result.opened)
-        return QStringLiteral("loaded: %1").arg(result.loaded);
     for (int i = 0; i < wanted.records.size(); ++i) {
         const MapRecord a = data.record(i);
         const MapRecord &b = wanted.records[i];
         if (!sameValue(a.x, b.x) || !sameValue(a.y, b.y) || !sameValue(a.I, b.I) || !sameValue(a.I0, b.I0) ||
             !sameValue(data.absorption(i), literalAbsorption(b)))
-            return QStringLiteral("record %1: %2 %3 %4 %5 %6")
-                .arg(i)
-                .arg(a.x)
-                .arg(a.y)
-                .arg(a.I)
-                .arg(a.I0)
-                .arg(data.absorption(i));
+            return QStringLiteral("record %1: %2 %3 %4 %5").arg(i).arg(a.x).arg(a.y).arg(a.I).arg(a.I0);
     }
     return {};
 }
