@@ -55,7 +55,7 @@ bool AMutE::read(const QString &path)
         qDebug() << "Can't open a XAFS file" << path;
         return false;
     }
-    clear();
+    forgetPoints();
     if (file.size() > largestFile) {
         qDebug() << "Too large for a spectrum" << path;
         return false;
@@ -76,6 +76,13 @@ bool AMutE::read(const QString &path)
 }
 
 void AMutE::clear()
+{
+    forgetPoints();
+    m_pre = VictoreenLine();
+    m_post = VictoreenLine();
+}
+
+void AMutE::forgetPoints()
 {
     m_valid = false;
     m_points.clear();

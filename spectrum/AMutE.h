@@ -38,7 +38,8 @@ public:
 
     /// Reads a spectrum file and fits both lines with the present limits; true when the spectrum is usable. A path
     /// that is no readable regular file leaves the spectrum as it is. Any other file replaces its points, and valid()
-    /// tells whether they can be used; a file beyond half a gigabyte is no spectrum.
+    /// tells whether they can be used; a file beyond half a gigabyte is no spectrum. The lines of a file that cannot be
+    /// used stay those fitted before.
     bool read(const QString &path);
 
     /// The middle of the steepest rising step between neighbouring points; among equal steps the first. Half of the
@@ -78,7 +79,7 @@ public:
     const QVector<SpectrumPoint> &points() const { return m_points; }
     double shiftedEnergy(int index) const { return m_points.at(index).energy - m_dE; }
     void addPoint(const SpectrumPoint &point);
-    /// No points, not valid; limits, edge and shift stay.
+    /// No points, not valid, and both lines 0, so that edgeJump() is 0 at any edge; limits, edge and shift stay.
     void clear();
 
     double angleMin() const { return m_angle.min; }
@@ -102,6 +103,7 @@ public:
     const VictoreenLine &postCoefficients() const { return m_post; }
 
 private:
+    void forgetPoints();
     template <class Value>
     double interpolate(double energy, Value value) const;
 

@@ -57,16 +57,16 @@ bool AXafsFileSelect::valueAtEnergy(double energy, double *value) const
 void AXafsFileSelect::newFile(const QString &path)
 {
     releaseMarkers();
+    m_lastReadSucceeded = false;
     if (path.isEmpty()) {
         forget();
         return;
     }
-    bool isLoaded = false;
     {
         const WaitCursor wait;
-        isLoaded = m_spectrum.read(path);
+        m_lastReadSucceeded = m_spectrum.read(path);
     }
-    reportLoad(path, isLoaded);
+    reportLoad(path);
     if (!m_spectrum.valid())
         return;
     repaintDisplay();
@@ -93,10 +93,10 @@ void AXafsFileSelect::releaseMarkers()
     m_display->markLines->selected = -1;
 }
 
-void AXafsFileSelect::reportLoad(const QString &path, bool isLoaded)
+void AXafsFileSelect::reportLoad(const QString &path)
 {
     const QFileInfo info(path);
-    if (isLoaded) {
+    if (m_lastReadSucceeded) {
         setExInfo(tr("%1 points, %2-%3 eV")
                       .arg(m_spectrum.pointCount())
                       .arg(m_spectrum.energyMin(), 0, 'f', 0)

@@ -20,6 +20,9 @@ public:
     AMutE &spectrum() { return m_spectrum; }
     const AMutE &spectrum() const { return m_spectrum; }
     bool valid() const { return m_spectrum.valid(); }
+    /// Whether the file chosen last was read. A path that cannot be read leaves the spectrum before it valid, and its
+    /// edge is announced again: that edge is then none of the file chosen. False without a file.
+    bool lastReadSucceeded() const { return m_lastReadSucceeded; }
 
     /// Draws into `display` from now on, and no more into the one before; null for none. Not owned.
     void setDisplay(DispArea *display);
@@ -35,7 +38,7 @@ public:
     bool valueAtEnergy(double energy, double *value) const;
 
 signals:
-    /// A file was loaded; `e` is the edge found in it, eV.
+    /// A file was chosen; `e` is the edge of the spectrum that there is then, eV. See lastReadSucceeded().
     void foundNewEdge(double e);
     /// The spectrum was forgotten, or shifted by another dE.
     void updated();
@@ -52,11 +55,12 @@ public slots:
 private:
     void forget();
     void releaseMarkers();
-    void reportLoad(const QString &path, bool isLoaded);
+    void reportLoad(const QString &path);
     void drawTitles(QStylePainter *p);
 
     AMutE m_spectrum;
     QPointer<DispArea> m_display;
+    bool m_lastReadSucceeded = false;
     bool m_subtractPostLine = false;
     bool m_fullRange = true;
 };
