@@ -3,9 +3,16 @@
 namespace numeric
 {
 
-/// What the writers of six-digit numbers share to bring a value to six digits in front of the point.
+/// The rules of six-digit numbers, which the writer of one number and the writer of many side by side share.
 namespace decimalscale
 {
+
+constexpr int width = 10;       ///< characters that a number is right-aligned in
+constexpr int lowestPlain = -4; ///< numbers with a smaller decimal exponent are written with it
+constexpr int highestPlain = 5; ///< and so are those with a larger one
+constexpr int bias = 1023;      ///< of the binary exponent in the bits of a double
+/// How near to an integer, in units of 2^-32, a rounded value is taken as uncertain: twice what the error needs.
+constexpr unsigned margin = 4;
 
 /// The values looked at: from 2^-reach to below 2^(reach + 1).
 constexpr int reach = 73;

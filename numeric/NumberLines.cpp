@@ -45,15 +45,16 @@ char *writeG6LinesPlain(const std::vector<NumberColumn> &columns, std::size_t be
 namespace
 {
 
+using decimalscale::bias;
+using decimalscale::highestPlain;
+using decimalscale::lowestPlain;
+using decimalscale::margin;
 using decimalscale::reach;
+using decimalscale::width;
 
 constexpr std::size_t lanes = 4;
-constexpr int width = 10;
-constexpr int bias = 1023;
 constexpr int largestExponent = 22; ///< of a value within reach, and its negative the smallest
 
-constexpr int lowestPlain = -4; // smaller or larger exponents are written
-constexpr int highestPlain = 5;
 constexpr int plainForms = highestPlain - lowestPlain + 1; ///< one for each exponent, then one with an exponent
 constexpr int codesPerForm = 2 * 8;                        ///< sign, then the byte of the last digit
 constexpr int codes = (plainForms + 1) * codesPerForm;     ///< the code behind the last is that of other numbers
@@ -178,7 +179,7 @@ FLOKLUK_FOR_AVX2 inline __m256i splitDigits(__m256i whole)
 /// The digits of four values, as writeG6Padded finds them: see there why they are right. Here the power 10^(5 - e) is
 /// that of the smallest value with this binary exponent, and a product that reaches 10^6 is multiplied by 0.1. That
 /// double is off by 2^-54 of itself and the second product by 2^-53, so the mantissa is off by less than three units,
-/// and the margin is the same four. What rounds up to 10^6 is left to writeG6Padded.
+/// and the same margin will do. What rounds up to 10^6 is left to writeG6Padded.
 FLOKLUK_FOR_AVX2 inline void findDigits(const double *values, Digits *digits)
 {
     const __m256d value = _mm256_loadu_pd(values);
@@ -198,7 +199,7 @@ FLOKLUK_FOR_AVX2 inline void findDigits(const double *values, Digits *digits)
     const __m256d factor = _mm256_blendv_pd(_mm256_set1_pd(1.0), _mm256_set1_pd(0.1), tooLarge);
     const __m256d shifted = _mm256_add_pd(_mm256_mul_pd(product, factor), _mm256_set1_pd(1048576.0 + 0.5));
     const __m256i fixed = _mm256_and_si256(_mm256_castpd_si256(shifted), all((std::uint64_t(1) << 52) - 1));
-    const __m256i distance = _mm256_and_si256(_mm256_add_epi64(fixed, all(4)), all(0xfffffff8));
+    const __m256i distance = _mm256_and_si256(_mm256_add_epi64(fixed, all(margin)), all(0x100000000 - 2 * margin));
     others = _mm256_or_si256(others, _mm256_cmpeq_epi64(distance, _mm256_setzero_si256()));
     const __m256i whole = _mm256_srli_epi64(fixed, 32);
     others = _mm256_or_si256(others, _mm256_cmpgt_epi64(whole, all(999999)));

@@ -19,9 +19,14 @@ namespace numeric
 namespace
 {
 
+using decimalscale::bias;
 using decimalscale::decimalExponentOf;
+using decimalscale::highestPlain;
+using decimalscale::lowestPlain;
+using decimalscale::margin;
 using decimalscale::powerOfTen;
 using decimalscale::reach;
+using decimalscale::width;
 
 static_assert(std::numeric_limits<double>::is_iec559 && std::numeric_limits<double>::digits == 53,
               "the digits are read from the bits of a double");
@@ -80,7 +85,6 @@ std::uint64_t bitsOf(double value)
 /// that of the power in question.
 inline Decimal findDigits(double value)
 {
-    constexpr int bias = 1023;
     const std::uint64_t valueBits = bitsOf(value);
     const int binary = static_cast<int>(valueBits >> 52) - bias; // 2^binary <= value < 2^(binary + 1)
     if (binary < -reach || binary > reach)
@@ -90,7 +94,6 @@ inline Decimal findDigits(double value)
     e += value >= powerOfTen(e + 1) ? 1 : 0;
     const double shifted = value * powerOfTen(5 - e) + (1048576.0 + 0.5); // 2^20 + 1/2
     const std::uint64_t fixed = bitsOf(shifted) & ((std::uint64_t(1) << 52) - 1);
-    constexpr std::uint32_t margin = 4;                          // twice what the error needs
     if (static_cast<std::uint32_t>(fixed) + margin < 2 * margin) // wraps around: below margin or from -margin on
         return {};
 
@@ -121,9 +124,6 @@ struct Layout {
     std::array<std::uint8_t, 7> length = {}; ///< characters, by the number of significant digits
 };
 
-constexpr int lowestPlain = -4; // smaller or larger exponents are written
-constexpr int highestPlain = 5;
-
 constexpr std::array<Layout, highestPlain - lowestPlain + 1> layouts = [] {
     std::array<Layout, highestPlain - lowestPlain + 1> table = {};
     for (int e = lowestPlain; e <= highestPlain; ++e) {
@@ -140,8 +140,6 @@ constexpr std::array<Layout, highestPlain - lowestPlain + 1> layouts = [] {
     }
     return table;
 }();
-
-constexpr int width = 10;
 
 /// Writes the blanks in front of a text of `length` characters and returns where the text starts.
 inline char *alignRight(int length, char *out)
