@@ -2,13 +2,34 @@
 
 // What the tests of the result displays share: painting one into a picture and looking at places in it.
 
-#include "display/ChCoord.h"
+#include "display/DispArea.h"
 #include "numeric/RealToInt.h"
 
 #include <QImage>
+#include <QStringList>
 #include <QStylePainter>
 
 #include <functional>
+#include <initializer_list>
+#include <optional>
+
+/// "x0 x1 y0 y1" to 12 digits, or "none".
+inline QString textOf(const std::optional<RealRange> &range)
+{
+    QStringList ends;
+    if (range) {
+        for (const double end : {range->x.min, range->x.max, range->y.min, range->y.max})
+            ends << QString::number(end, 'g', 12);
+    }
+    return range ? ends.join(' ') : QStringLiteral("none");
+}
+
+/// A colour that a picture must have at a real point.
+struct ColourAt {
+    double x;
+    double y;
+    QColor colour;
+};
 
 /// A display (DispABase, DispMBase) and its picture of 400 x 300 pixels: the plot runs from (40, 15) to (380, 270).
 template <class Display>
@@ -37,21 +58,17 @@ struct Canvas {
         return {numeric::truncToInt(cc().r2sx(x)), numeric::truncToInt(cc().r2sy(y))};
     }
     QColor at(double x, double y) { return image.pixelColor(pixelOf(x, y)); }
-    /// The real range to 12 digits: left, bottom, right, top.
-    QVector<double> range()
+    /// Which of the points have another colour; an empty text when all are right.
+    QString wrong(std::initializer_list<ColourAt> points)
     {
-        QVector<double> ends;
-        for (const double end : {cc().rx0(), cc().ry0(), cc().rx1(), cc().ry1()})
-            ends.append(QString::number(end, 'g', 12).toDouble());
-        return ends;
+        QStringList others;
+        for (const ColourAt &point : points) {
+            if (at(point.x, point.y) != point.colour)
+                others << QStringLiteral("(%1, %2) %3").arg(point.x).arg(point.y).arg(at(point.x, point.y).name());
+        }
+        return others.join(QStringLiteral(", "));
     }
-    bool isWhite() const
-    {
-        QImage white(image.size(), image.format());
-        white.fill(Qt::white);
-        white.setDevicePixelRatio(image.devicePixelRatio());
-        return image == white;
-    }
+    QString range() const { return textOf(display.area()->shownRange()); }
     /// How many pixels within the plot have that colour.
     int count(const QColor &colour)
     {

@@ -92,160 +92,150 @@ class TestMapPicture : public QObject
     Q_OBJECT
 
 private slots:
-    void everyPixelShowsItsCell_data();
-    void everyPixelShowsItsCell();
-    void oddRangesDrawNothing_data();
-    void oddRangesDrawNothing();
-    void drawnSharplyAndTranslated();
-    void drawnAsVectorsToo();
-    void outlines_data();
-    void outlines();
-    void colouredOnlyWhenNeeded();
+    void everyPixelShowsItsCell_data()
+    {
+        QTest::addColumn<QRectF>("real");
+        QTest::newRow("whole map") << QRectF(0, 0, 700, 300);
+        QTest::newRow("part") << QRectF(100.3, 17.9, 311.1, 99.7);
+        QTest::newRow("beyond the map") << QRectF(-50, -20, 800, 400);
+        QTest::newRow("right to left, upside down") << QRectF(700, 300, -700, -300);
+        QTest::newRow("within one cell") << QRectF(333.2, 42.6, 1e-7, 1e-7);
+        QTest::newRow("edge between columns, deep") << QRectF(332.9999, 41.9, 1e-3, 200);
+        QTest::newRow("cells with outlines") << QRectF(332.9, 41.9, 30, 11);
+    }
+
+    void everyPixelShowsItsCell()
+    {
+        QFETCH(const QRectF, real);
+        CountingMap counting(700, 300);
+        QImage image = whiteImage(QSize(191, 83));
+        ChCoord cc;
+        setCoord(&cc, image.size(), real);
+        cc.setInnerArea(11, 70, 180, 7);
+        QPainter painter(&image);
+        counting.picture.draw(&painter, cc);
+        painter.end();
+        const bool outlined = std::abs(cc.r2sdx(1)) >= 3 && std::abs(cc.r2sdy(1)) >= 3;
+        for (int y = 0; y < image.height(); ++y) {
+            for (int x = 0; x < image.width(); ++x) {
+                const double i = std::floor(cc.s2rx(x + 0.5)); // real y grows upwards
+                const double j = std::floor(cc.s2ry(y + 0.5));
+                const bool shown = x >= 11 && x < 180 && y >= 7 && y < 70 && i >= 0 && i < 700 && j >= 0 && j < 300;
+                const QColor wanted = shown ? counting.colour(int(i), int(j)) : QColor(Qt::white);
+                const QColor got = image.pixelColor(x, y);
+                QVERIFY2(got == wanted || (outlined && got == gridGrey),
+                         qPrintable(QStringLiteral("pixel %1, %2: %3").arg(x).arg(y).arg(got.name())));
+            }
+        }
+    }
+
+    void oddRangesDrawNothing_data()
+    {
+        constexpr double inf = std::numeric_limits<double>::infinity();
+        QTest::addColumn<QRectF>("real");
+        QTest::newRow("no width") << QRectF(1, 0, 0, 2);
+        QTest::newRow("no size") << QRectF(0, 0, 0, 0);
+        QTest::newRow("nan") << QRectF(std::numeric_limits<double>::quiet_NaN(), 0, 2, 2);
+        QTest::newRow("infinite") << QRectF(0, 0, inf, 2);
+        QTest::newRow("beside the map") << QRectF(10, 10, 5, 5);
+        QTest::newRow("far away") << QRectF(1e300, 0, 1e300, 2);
+    }
+
+    void oddRangesDrawNothing()
+    {
+        QFETCH(const QRectF, real);
+        const QSize size(30, 20);
+        CountingMap counting(2, 2);
+        QCOMPARE(drawn(&counting.picture, size, real), whiteImage(size));
+        QCOMPARE(drawnAsVectors(&counting.picture, size, real), whiteImage(size));
+        MapPicture never;
+        QCOMPARE(drawn(&never, size, QRectF(0, 0, 2, 2)), whiteImage(size));
+    }
+
+    void drawnSharplyAndTranslated()
+    {
+        CountingMap counting(60, 40);
+        QImage image = whiteImage(QSize(80, 60)); // 40 x 30 units of two pixels: a cell is one pixel
+        image.setDevicePixelRatio(2);
+        ChCoord cc;
+        setCoord(&cc, QSize(30, 20), QRectF(0, 0, 60, 40));
+        QPainter painter(&image);
+        painter.translate(5, 4);
+        counting.picture.draw(&painter, cc);
+        painter.end();
+        for (int x = 0; x < 80; ++x) {
+            for (int y = 0; y < 60; ++y) {
+                const bool inside = x >= 10 && x < 70 && y >= 8 && y < 48;
+                QCOMPARE(image.pixelColor(x, y), inside ? counting.colour(x - 10, 47 - y) : QColor(Qt::white));
+            }
+        }
+    }
+
+    void drawnAsVectorsToo()
+    {
+        CountingMap counting(3, 2);
+        const QImage image = drawnAsVectors(&counting.picture, QSize(300, 200), QRectF(0.5, 0, 3, 2));
+        QCOMPARE(image.pixelColor(25, 150), counting.colour(0, 0)); // its left half is outside
+        QCOMPARE(image.pixelColor(100, 150), counting.colour(1, 0));
+        QCOMPARE(image.pixelColor(200, 50), counting.colour(2, 1));
+        QCOMPARE(image.pixelColor(280, 50), QColor(Qt::white)); // right of the map
+        QVERIFY(contains(image, gridGrey));
+    }
+
+    void outlines_data()
+    {
+        QTest::addColumn<QSize>("size"); // for 10 x 10 cells
+        QTest::addColumn<bool>("outlined");
+        QTest::newRow("3 x 3 pixels") << QSize(30, 30) << true;
+        QTest::newRow("2.9 pixels wide") << QSize(29, 30) << false;
+        QTest::newRow("2.9 pixels high") << QSize(30, 29) << false;
+        QTest::newRow("7 x 4 pixels") << QSize(70, 40) << true;
+    }
+
+    void outlines()
+    {
+        QFETCH(const QSize, size);
+        QFETCH(const bool, outlined);
+        CountingMap counting(10, 10);
+        const QImage image = drawn(&counting.picture, size, QRectF(0, 0, 10, 10));
+        QCOMPARE(contains(image, gridGrey), outlined);
+        const int width = size.width() / 10;
+        const int height = size.height() / 10;
+        for (int y = 0; outlined && y < size.height(); ++y) {
+            for (int x = 0; x < size.width(); ++x) {
+                const bool edge = x % width == 0 || y % height == 0;
+                QCOMPARE(image.pixelColor(x, y), edge ? gridGrey : counting.colour(x / width, 9 - y / height));
+            }
+        }
+    }
+
+    void colouredOnlyWhenNeeded()
+    {
+        CountingMap counting(4, 3);
+        QVERIFY(!counting.update());
+        counting.values[0] = 11; // where it stands
+        QVERIFY(!counting.update());
+        counting.picture.invalidate();
+        QVERIFY(counting.update());
+        QCOMPARE(counting.picture.image().pixelColor(0, 0), counting.colour(3, 2));
+
+        counting.scale.zmax = 5;
+        QVERIFY(counting.update());
+        counting.scale.notFinite = 0xff808080u;
+        QVERIFY(counting.update());
+        counting.table[0] = 0xff123456u;
+        QVERIFY(counting.update());
+        counting.map.ny = 2;
+        QVERIFY(counting.update());
+        QCOMPARE(counting.picture.image().size(), QSize(4, 2));
+        const std::vector<double> others(8, 0.0);
+        counting.map.values = others.data();
+        QVERIFY(counting.update());
+        counting.map = MapValues();
+        QVERIFY(counting.update());
+        QVERIFY(counting.picture.image().isNull());
+    }
 };
-
-void TestMapPicture::everyPixelShowsItsCell_data()
-{
-    QTest::addColumn<QRectF>("real");
-    QTest::newRow("whole map") << QRectF(0, 0, 700, 300);
-    QTest::newRow("part") << QRectF(100.3, 17.9, 311.1, 99.7);
-    QTest::newRow("beyond the map") << QRectF(-50, -20, 800, 400);
-    QTest::newRow("right to left, upside down") << QRectF(700, 300, -700, -300);
-    QTest::newRow("within one cell") << QRectF(333.2, 42.6, 1e-7, 1e-7);
-    QTest::newRow("edge between columns, deep") << QRectF(332.9999, 41.9, 1e-3, 200);
-    QTest::newRow("cells with outlines") << QRectF(332.9, 41.9, 30, 11);
-}
-
-void TestMapPicture::everyPixelShowsItsCell()
-{
-    QFETCH(const QRectF, real);
-    CountingMap counting(700, 300);
-    QImage image = whiteImage(QSize(191, 83));
-    ChCoord cc;
-    setCoord(&cc, image.size(), real);
-    cc.setInnerArea(11, 70, 180, 7);
-    QPainter painter(&image);
-    counting.picture.draw(&painter, cc);
-    painter.end();
-    const bool outlined = std::abs(cc.r2sdx(1)) >= 3 && std::abs(cc.r2sdy(1)) >= 3;
-    for (int y = 0; y < image.height(); ++y) {
-        for (int x = 0; x < image.width(); ++x) {
-            const double i = std::floor(cc.s2rx(x + 0.5)); // real y grows upwards
-            const double j = std::floor(cc.s2ry(y + 0.5));
-            const bool shown = x >= 11 && x < 180 && y >= 7 && y < 70 && i >= 0 && i < 700 && j >= 0 && j < 300;
-            const QColor wanted = shown ? counting.colour(int(i), int(j)) : QColor(Qt::white);
-            const QColor got = image.pixelColor(x, y);
-            QVERIFY2(got == wanted || (outlined && got == gridGrey),
-                     qPrintable(QStringLiteral("pixel %1, %2: %3").arg(x).arg(y).arg(got.name())));
-        }
-    }
-}
-
-void TestMapPicture::oddRangesDrawNothing_data()
-{
-    constexpr double inf = std::numeric_limits<double>::infinity();
-    QTest::addColumn<QRectF>("real");
-    QTest::newRow("no width") << QRectF(1, 0, 0, 2);
-    QTest::newRow("no size") << QRectF(0, 0, 0, 0);
-    QTest::newRow("nan") << QRectF(std::numeric_limits<double>::quiet_NaN(), 0, 2, 2);
-    QTest::newRow("infinite") << QRectF(0, 0, inf, 2);
-    QTest::newRow("beside the map") << QRectF(10, 10, 5, 5);
-    QTest::newRow("far away") << QRectF(1e300, 0, 1e300, 2);
-}
-
-void TestMapPicture::oddRangesDrawNothing()
-{
-    QFETCH(const QRectF, real);
-    const QSize size(30, 20);
-    CountingMap counting(2, 2);
-    QCOMPARE(drawn(&counting.picture, size, real), whiteImage(size));
-    QCOMPARE(drawnAsVectors(&counting.picture, size, real), whiteImage(size));
-    MapPicture never;
-    QCOMPARE(drawn(&never, size, QRectF(0, 0, 2, 2)), whiteImage(size));
-}
-
-void TestMapPicture::drawnSharplyAndTranslated()
-{
-    CountingMap counting(60, 40);
-    QImage image = whiteImage(QSize(80, 60)); // 40 x 30 units of two pixels: a cell is one pixel
-    image.setDevicePixelRatio(2);
-    ChCoord cc;
-    setCoord(&cc, QSize(30, 20), QRectF(0, 0, 60, 40));
-    QPainter painter(&image);
-    painter.translate(5, 4);
-    counting.picture.draw(&painter, cc);
-    painter.end();
-    for (int x = 0; x < 80; ++x) {
-        for (int y = 0; y < 60; ++y) {
-            const bool inside = x >= 10 && x < 70 && y >= 8 && y < 48;
-            QCOMPARE(image.pixelColor(x, y), inside ? counting.colour(x - 10, 47 - y) : QColor(Qt::white));
-        }
-    }
-}
-
-void TestMapPicture::drawnAsVectorsToo()
-{
-    CountingMap counting(3, 2);
-    const QImage image = drawnAsVectors(&counting.picture, QSize(300, 200), QRectF(0.5, 0, 3, 2));
-    QCOMPARE(image.pixelColor(25, 150), counting.colour(0, 0)); // its left half is outside
-    QCOMPARE(image.pixelColor(100, 150), counting.colour(1, 0));
-    QCOMPARE(image.pixelColor(200, 50), counting.colour(2, 1));
-    QCOMPARE(image.pixelColor(280, 50), QColor(Qt::white)); // right of the map
-    QVERIFY(contains(image, gridGrey));
-}
-
-void TestMapPicture::outlines_data()
-{
-    QTest::addColumn<QSize>("size"); // for 10 x 10 cells
-    QTest::addColumn<bool>("outlined");
-    QTest::newRow("3 x 3 pixels") << QSize(30, 30) << true;
-    QTest::newRow("2.9 pixels wide") << QSize(29, 30) << false;
-    QTest::newRow("2.9 pixels high") << QSize(30, 29) << false;
-    QTest::newRow("7 x 4 pixels") << QSize(70, 40) << true;
-}
-
-void TestMapPicture::outlines()
-{
-    QFETCH(const QSize, size);
-    QFETCH(const bool, outlined);
-    CountingMap counting(10, 10);
-    const QImage image = drawn(&counting.picture, size, QRectF(0, 0, 10, 10));
-    QCOMPARE(contains(image, gridGrey), outlined);
-    const int width = size.width() / 10;
-    const int height = size.height() / 10;
-    for (int y = 0; outlined && y < size.height(); ++y) {
-        for (int x = 0; x < size.width(); ++x) {
-            const bool edge = x % width == 0 || y % height == 0;
-            QCOMPARE(image.pixelColor(x, y), edge ? gridGrey : counting.colour(x / width, 9 - y / height));
-        }
-    }
-}
-
-void TestMapPicture::colouredOnlyWhenNeeded()
-{
-    CountingMap counting(4, 3);
-    QVERIFY(!counting.update());
-    counting.values[0] = 11; // where it stands
-    QVERIFY(!counting.update());
-    counting.picture.invalidate();
-    QVERIFY(counting.update());
-    QCOMPARE(counting.picture.image().pixelColor(0, 0), counting.colour(3, 2));
-
-    counting.scale.zmax = 5;
-    QVERIFY(counting.update());
-    counting.scale.notFinite = 0xff808080u;
-    QVERIFY(counting.update());
-    counting.table[0] = 0xff123456u;
-    QVERIFY(counting.update());
-    counting.map.ny = 2;
-    QVERIFY(counting.update());
-    QCOMPARE(counting.picture.image().size(), QSize(4, 2));
-    const std::vector<double> others(8, 0.0);
-    counting.map.values = others.data();
-    QVERIFY(counting.update());
-    counting.map = MapValues();
-    QVERIFY(counting.update());
-    QVERIFY(counting.picture.image().isNull());
-}
 
 QTEST_MAIN(TestMapPicture)
 #include "TestMapPicture.moc"
