@@ -71,7 +71,7 @@ public:
         takeMessages();
     }
 
-    const ResultRecords &results() { return panel.results(); }
+    const ResultRecords &results() { return panel.analysis().results(); }
     DispMBase *map() { return find<DispMBase>("ResultMap"); }
     QString limits() { return map()->ui.MinV->text() + " to " + map()->ui.MaxV->text(); }
     QString ratio(int i) { return reference(i)->findChild<QLineEdit *>("RatioDisp")->text(); }

@@ -1,6 +1,7 @@
 #include "AnalystTools.h"
 #include "BatchTools.h"
 #include "analysis/job/JobReader.h"
+#include "analysis/model/TakingPart.h"
 #include "analysis/panel/PanelSettings.h"
 #include "batch/JobRunner.h"
 
@@ -180,9 +181,9 @@ void TestJobs::edgeOfTheJob()
     FourPs panel;
     QCOMPARE(panel.load(job), QStringList());
     if (edge == 0.0)
-        edge = paneltools::sixDigits(panel.target()->spectrum().findEdge()).toDouble();
+        edge = paneltools::sixDigits(panel.input().target.spectrum.findEdge()).toDouble();
     QCOMPARE(panel.job().settings.value("EdgeE").toDouble(), edge);
-    QCOMPARE(panel.references().first()->selector()->spectrum().edgeEnergy(), edge);
+    QCOMPARE(panel.input().references.first().spectrum.edgeEnergy(), edge);
 }
 
 void TestJobs::oneJobLeavesNothingForTheNext()
@@ -196,10 +197,10 @@ void TestJobs::oneJobLeavesNothingForTheNext()
     FourPs panel;
     QCOMPARE(panel.load(full), QStringList());
     QCOMPARE(panel.load(small), QStringList());
-    QCOMPARE(panel.validReferences().size(), 2);
-    QVERIFY(!panel.target()->valid());
-    QVERIFY(!panel.energyRows()[1]->loaded());
-    QVERIFY(!panel.energyRows()[3]->loaded() && !panel.energyRows()[3]->isUsed());
+    QCOMPARE(takingPart(panel.input()).valid().size(), 2);
+    QVERIFY(!panel.input().target.spectrum.valid());
+    QVERIFY(!panel.input().points[1].map);
+    QVERIFY(!panel.input().points[3].map && !panel.input().points[3].isUsed);
     QCOMPARE(panel.job().energies.size(), 3);
 }
 
@@ -238,7 +239,7 @@ void TestJobs::unfinishedConditionsCanBeShown()
     QVERIFY(batchtools::write(path, user.panel.job().toJson()));
     FourPs panel;
     QCOMPARE(loadJob(readJob(path), &panel, {}), QStringList());
-    QVERIFY(panel.references()[0]->isUsed() && panel.references()[1]->selector()->valid());
+    QVERIFY(panel.input().references[0].isUsed && panel.input().references[1].spectrum.valid());
     QCOMPARE(m_sample.run({path}), 2);
     QCOMPARE(m_sample.mistakes().filter("references[0].file is missing").size(), 1);
     QCOMPARE(m_sample.mistakes().filter("nothing to calculate").size(), 1);

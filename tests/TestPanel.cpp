@@ -234,7 +234,7 @@ void TestPanel::checks()
         QVERIFY(!user.takeMessages().contains(anyCheck));
     } else {
         QCOMPARE(user.takeMessages(), mapMessage + '\n');
-        QCOMPARE(user.panel.results().count(), std::size_t(0));
+        QCOMPARE(user.panel.analysis().results().count(), std::size_t(0));
     }
 
     user.panel.calcTarget();
@@ -284,10 +284,13 @@ void TestPanel::targetMessages()
     user.panel.calcTarget();
 
     // The references' fields hold six digits, and they cross at the anchor points within 1e-5.
-    QVERIFY2(qAbs(user.panel.targetA()) < 1e-3, qPrintable(QString::number(user.panel.targetA())));
-    QVERIFY(qAbs(user.panel.targetValence() - 3) < 1e-3);
+    QVERIFY2(qAbs(user.panel.analysis().fourPointsTarget()->result.a) < 1e-3,
+             qPrintable(QString::number(user.panel.analysis().fourPointsTarget()->result.a)));
+    QVERIFY(qAbs(user.panel.analysis().fourPointsTarget()->valence - 3) < 1e-3);
     const QString message = user.takeMessages();
-    const QString values = QString("%1, Valence = %2").arg(user.panel.targetA()).arg(user.panel.targetValence());
+    const QString values = QString("%1, Valence = %2")
+                               .arg(user.panel.analysis().fourPointsTarget()->result.a)
+                               .arg(user.panel.analysis().fourPointsTarget()->valence);
     QVERIFY2(message.startsWith(start + values), qPrintable(message));
     QCOMPARE(message.contains(", t/ts = "), !start.startsWith("3ps"));
 }
@@ -310,10 +313,10 @@ void TestPanel::lastVPointCounts()
     }
     user.clickIn(user.row(1), "VPointCB");
     user.click("CalcMapB");
-    QCOMPARE(user.panel.results().height(), 4); // the V point's
+    QCOMPARE(user.panel.analysis().results().height(), 4); // the V point's
     user.clickIn(user.row(3), "VPointCB");
     user.click("CalcMapB");
-    QCOMPARE(user.panel.results().height(), 5);
+    QCOMPARE(user.panel.analysis().results().height(), 5);
 }
 
 void TestPanel::stoppedRunsKeepResults()
@@ -327,10 +330,10 @@ void TestPanel::stoppedRunsKeepResults()
     }
     user.clickIn(user.row(3), "VPointCB");
     user.click("CalcMapB");
-    QCOMPARE(user.panel.results().count(), std::size_t(24));
+    QCOMPARE(user.panel.analysis().results().count(), std::size_t(24));
     user.clickIn(user.row(3), "VPointCB");
     user.click("CalcMapB");
-    QCOMPARE(user.panel.results().count(), std::size_t(24));
+    QCOMPARE(user.panel.analysis().results().count(), std::size_t(24));
 }
 
 void TestPanel::messagesEndInOneLineFeed()

@@ -2,6 +2,7 @@
 
 #include "AnalystTools.h"
 #include "DisplayHelpers.h"
+#include "analysis/results/ResultQuantities.h"
 #include "numeric/RealToInt.h"
 
 using namespace paneltools;

@@ -1,6 +1,7 @@
 // What the panel calculates from a sample whose truth is known, and what it writes.
 
 #include "AnalystTools.h"
+#include "analysis/results/ResultQuantities.h"
 
 using namespace paneltools;
 
@@ -106,7 +107,8 @@ void TestPanelResults::nonEquivalentTarget()
     QVERIFY(shows(user.field("TargetDMut"), sample::targetThickness));
     QCOMPARE(user.ratio(4) + user.amount(4), QString());
     // Only the four-points method's target enters the comparison: it was found before the method was changed.
-    QVERIFY2(qAbs(user.panel.targetA() - 0.2) < 0.1, qPrintable(QString::number(user.panel.targetA())));
+    QVERIFY2(qAbs(user.panel.analysis().fourPointsTarget()->result.a - 0.2) < 0.1,
+             qPrintable(QString::number(user.panel.analysis().fourPointsTarget()->result.a)));
 }
 
 void TestPanelResults::fourPointsMap()
@@ -131,12 +133,13 @@ void TestPanelResults::fourPointsTarget()
 {
     Analyst user(m_files, "TypeFourPs");
     user.panel.calcTarget();
-    const double a = user.panel.targetA();
+    const double a = user.panel.analysis().fourPointsTarget()->result.a;
     // The target holds some of the third reference: its valence comes out within about 0.02.
-    QVERIFY2(qAbs(user.panel.targetValence() - 2.8) < 0.03, qPrintable(QString::number(a)));
-    QCOMPARE(user.panel.targetValence(), 2 * a + 3 * (1 - a));
+    QVERIFY2(qAbs(user.panel.analysis().fourPointsTarget()->valence - 2.8) < 0.03, qPrintable(QString::number(a)));
+    QCOMPARE(user.panel.analysis().fourPointsTarget()->valence, 2 * a + 3 * (1 - a));
     const QString message = user.takeMessages();
-    const QString start = QString("4ps2: a = %1, Valence = %2, t/ts = ").arg(a).arg(user.panel.targetValence());
+    const QString start =
+        QString("4ps2: a = %1, Valence = %2, t/ts = ").arg(a).arg(user.panel.analysis().fourPointsTarget()->valence);
     QVERIFY2(message.startsWith(start), qPrintable(message));
     const double meanJump = (sample::edgeJumps[0] + sample::edgeJumps[1]) / 2;
     QVERIFY(qAbs(message.mid(start.size()).toDouble() * meanJump - sample::targetThickness) < 0.02);
@@ -146,7 +149,7 @@ void TestPanelResults::fourPointsTarget()
     const int before = user.comparisons().size();
     user.click("LCFB");
     const QStringList fields = user.comparisons().value(before).split('\t');
-    QCOMPARE(fields.value(0), sixDigits(user.panel.targetValence()));
+    QCOMPARE(fields.value(0), sixDigits(user.panel.analysis().fourPointsTarget()->valence));
     QCOMPARE(fields.value(2), sixDigits(a));
 }
 

@@ -275,7 +275,7 @@ private slots:
         const double end = spectrum.points().last().mu;
         for (const double bottom : {-0.1, -2.0, end - 0.3, end - 0.275, end - 0.25}) {
             const Picture picture(spectrum, bottom, bottom + 1.5);
-            const QRect place = spectrumdrawing::freePlace(picture.cc, spectrum, QSizeF(60, 20)).toAlignedRect();
+            const QRect place = spectrumdrawing::placeForText(picture.cc, spectrum, QSizeF(60, 20)).toAlignedRect();
             QVERIFY(picture.image.rect().contains(place));
             QVERIFY(Picture::isBlank(picture.image.copy(place)));
         }

@@ -1130,6 +1130,46 @@ Do you want to replace it?</source>
         <source>Result map, %1</source>
         <translation>結果マップ、%1</translation>
     </message>
+    <message>
+        <source>The coefficients c sum up to S = %1. V is the sum of c times valence; of the fractions c / S it is V / S = %2.</source>
+        <translation>係数 c の和は S = %1 です。V は c と価数の積の和で、割合 c / S による価数は V / S = %2 です。</translation>
+    </message>
+    <message>
+        <source>%1: valence</source>
+        <translation>%1: 価数</translation>
+    </message>
+    <message>
+        <source>%1: spectrum</source>
+        <translation>%1: スペクトル</translation>
+    </message>
+    <message>
+        <source>%1: values at the energies or edge jump</source>
+        <translation>%1: 各エネルギーの値またはエッジジャンプ</translation>
+    </message>
+    <message>
+        <source>Energy %1: value</source>
+        <translation>エネルギー %1: 値</translation>
+    </message>
+    <message>
+        <source>Energy %1: map file</source>
+        <translation>エネルギー %1: マップファイル</translation>
+    </message>
+    <message>
+        <source>Energies in use</source>
+        <translation>使用するエネルギー</translation>
+    </message>
+    <message>
+        <source>V Point</source>
+        <translation>V 点</translation>
+    </message>
+    <message>
+        <source>References in use</source>
+        <translation>使用する標準試料</translation>
+    </message>
+    <message>
+        <source>Changed since the map was calculated: %1</source>
+        <translation>マップの計算後に変更: %1</translation>
+    </message>
 </context>
 <context>
     <name>HeaderMenu</name>

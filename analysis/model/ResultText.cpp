@@ -13,7 +13,7 @@
 namespace
 {
 
-QString tr(const char *text)
+QString translated(const char *text)
 {
     return QCoreApplication::translate("FourPs", text);
 }
@@ -40,28 +40,30 @@ QString resultNumber(double value)
 
 QString linearCombinationText(const std::vector<double> &fractions, double valence, double base)
 {
-    return tr(QT_TRANSLATE_NOOP("FourPs", "Result of LCF :: ")) + joined(fractions) +
-           tr(QT_TRANSLATE_NOOP("FourPs", ", Valence = %1, Base = %2")).arg(resultNumber(valence), resultNumber(base));
+    return translated(QT_TRANSLATE_NOOP("FourPs", "Result of LCF :: ")) + joined(fractions) +
+           translated(QT_TRANSLATE_NOOP("FourPs", ", Valence = %1, Base = %2"))
+               .arg(resultNumber(valence), resultNumber(base));
 }
 
 QString nonEquivalentText(const std::vector<double> &fractions, double valence, double t)
 {
-    return tr(QT_TRANSLATE_NOOP("FourPs", "Result of NEQ :: ")) + joined(fractions) +
-           tr(QT_TRANSLATE_NOOP("FourPs", ", Valence = %1, t = %2")).arg(resultNumber(valence), resultNumber(t));
+    return translated(QT_TRANSLATE_NOOP("FourPs", "Result of NEQ :: ")) + joined(fractions) +
+           translated(QT_TRANSLATE_NOOP("FourPs", ", Valence = %1, t = %2"))
+               .arg(resultNumber(valence), resultNumber(t));
 }
 
 QString fourPointsText(FourPointsVariant variant, const FourPointsResult &result, double valence)
 {
     switch (variant) {
     case FourPointsVariant::ThreePoint:
-        return tr(QT_TRANSLATE_NOOP("FourPs", "3ps: a = %1, Valence = %2")).arg(result.a).arg(valence);
+        return translated(QT_TRANSLATE_NOOP("FourPs", "3ps: a = %1, Valence = %2")).arg(result.a).arg(valence);
     case FourPointsVariant::Exact:
-        return tr(QT_TRANSLATE_NOOP("FourPs", "a = %1, Valence = %2, t/ts = %3"))
+        return translated(QT_TRANSLATE_NOOP("FourPs", "a = %1, Valence = %2, t/ts = %3"))
             .arg(result.a)
             .arg(valence)
             .arg(result.t);
     case FourPointsVariant::LeastSquares:
-        return tr(QT_TRANSLATE_NOOP("FourPs", "4ps2: a = %1, Valence = %2, t/ts = %3"))
+        return translated(QT_TRANSLATE_NOOP("FourPs", "4ps2: a = %1, Valence = %2, t/ts = %3"))
             .arg(result.a)
             .arg(valence)
             .arg(result.t);
@@ -73,19 +75,19 @@ QString fourPointsText(FourPointsVariant variant, const FourPointsResult &result
 
 QString fitQualityText(const LinearCombination &fit)
 {
-    return tr(QT_TRANSLATE_NOOP("FourPs", "R = %1, %2 points")).arg(fit.rFactor, 0, 'g', 3).arg(fit.points);
+    return translated(QT_TRANSLATE_NOOP("FourPs", "R = %1, %2 points")).arg(fit.rFactor, 0, 'g', 3).arg(fit.points);
 }
 
 QString fitErrorsText(const LinearCombination &fit)
 {
-    QStringList lines = {
-        tr(QT_TRANSLATE_NOOP("FourPs", "R = sum of (y - fit)^2 / sum of y^2; standard errors of the coefficients:"))};
+    QStringList lines = {translated(
+        QT_TRANSLATE_NOOP("FourPs", "R = sum of (y - fit)^2 / sum of y^2; standard errors of the coefficients:"))};
     for (std::size_t j = 0; j < fit.coefficients.size(); ++j)
-        lines << tr(QT_TRANSLATE_NOOP("FourPs", "Reference %1: %2 ± %3"))
+        lines << translated(QT_TRANSLATE_NOOP("FourPs", "Reference %1: %2 ± %3"))
                      .arg(j + 1)
                      .arg(fit.coefficients[j], 0, 'g', 4)
                      .arg(fit.standardErrors[j], 0, 'g', 2);
-    lines << tr(QT_TRANSLATE_NOOP("FourPs", "Base: %1 ± %2"))
+    lines << translated(QT_TRANSLATE_NOOP("FourPs", "Base: %1 ± %2"))
                  .arg(fit.base, 0, 'g', 4)
                  .arg(fit.standardErrors.back(), 0, 'g', 2);
     return lines.join(QLatin1Char('\n'));
@@ -93,9 +95,9 @@ QString fitErrorsText(const LinearCombination &fit)
 
 QString fitSumText(const LinearCombination &fit)
 {
-    return tr(QT_TRANSLATE_NOOP("FourPs",
-                                "The coefficients c sum up to S = %1. V is the sum of c times valence; of the "
-                                "fractions c / S it is V / S = %2."))
+    return translated(QT_TRANSLATE_NOOP("FourPs",
+                                        "The coefficients c sum up to S = %1. V is the sum of c times valence; of the "
+                                        "fractions c / S it is V / S = %2."))
         .arg(fit.sum, 0, 'g', 4)
         .arg(fit.valence / fit.sum, 0, 'g', 4);
 }

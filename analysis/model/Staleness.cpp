@@ -9,7 +9,7 @@
 namespace
 {
 
-QString tr(const char *text)
+QString translated(const char *text)
 {
     return QCoreApplication::translate("FourPs", text);
 }
@@ -62,15 +62,15 @@ void compareReferences(const RunInfo &then, const RunInfo &now, bool atSameEnerg
     for (int j = 0; j < now.references.size(); ++j) {
         const RunReference &before = then.references[j];
         const RunReference &after = now.references[j];
-        const QString name = tr(QT_TRANSLATE_NOOP("FourPs", "Ref %1")).arg(after.row + 1);
+        const QString name = translated(QT_TRANSLATE_NOOP("FourPs", "Ref %1")).arg(after.row + 1);
         if (!isSame(before.valence, after.valence))
-            found->append(tr(QT_TRANSLATE_NOOP("FourPs", "%1: valence")).arg(name));
+            found->append(translated(QT_TRANSLATE_NOOP("FourPs", "%1: valence")).arg(name));
         const auto index = static_cast<std::size_t>(j);
         const bool isSameJump = !usesEdgeJumps(now) || isSame(before.edgeJump, after.edgeJump);
         if (before.name != after.name)
-            found->append(tr(QT_TRANSLATE_NOOP("FourPs", "%1: spectrum")).arg(name));
+            found->append(translated(QT_TRANSLATE_NOOP("FourPs", "%1: spectrum")).arg(name));
         else if (atSameEnergies && (!areSame(valuesOf(then, index), valuesOf(now, index)) || !isSameJump))
-            found->append(tr(QT_TRANSLATE_NOOP("FourPs", "%1: values at the energies or edge jump")).arg(name));
+            found->append(translated(QT_TRANSLATE_NOOP("FourPs", "%1: values at the energies or edge jump")).arg(name));
     }
 }
 
@@ -79,9 +79,9 @@ void comparePoints(const RunInfo &then, const RunInfo &now, QStringList *found)
     for (int k = 0; k < now.points.size(); ++k) {
         const int number = now.points[k].row + 1;
         if (!isSame(then.points[k].energy, now.points[k].energy))
-            found->append(tr(QT_TRANSLATE_NOOP("FourPs", "Energy %1: value")).arg(number));
+            found->append(translated(QT_TRANSLATE_NOOP("FourPs", "Energy %1: value")).arg(number));
         if (!(then.points[k].map == now.points[k].map))
-            found->append(tr(QT_TRANSLATE_NOOP("FourPs", "Energy %1: map file")).arg(number));
+            found->append(translated(QT_TRANSLATE_NOOP("FourPs", "Energy %1: map file")).arg(number));
     }
 }
 
@@ -91,21 +91,21 @@ QStringList differences(const RunInfo &then, const RunInfo &now)
 {
     QStringList found;
     if (!isSameMethod(then, now))
-        found << tr(QT_TRANSLATE_NOOP("FourPs", "Method"));
+        found << translated(QT_TRANSLATE_NOOP("FourPs", "Method"));
     if (!(then.edge == now.edge))
-        found << tr(QT_TRANSLATE_NOOP("FourPs", "Edge and ranges"));
+        found << translated(QT_TRANSLATE_NOOP("FourPs", "Edge and ranges"));
     if (rowsOf(then.points) != rowsOf(now.points))
-        found << tr(QT_TRANSLATE_NOOP("FourPs", "Energies in use"));
+        found << translated(QT_TRANSLATE_NOOP("FourPs", "Energies in use"));
     else if (isSameMethod(then, now) && then.vPoint != now.vPoint)
-        found << tr(QT_TRANSLATE_NOOP("FourPs", "V Point"));
+        found << translated(QT_TRANSLATE_NOOP("FourPs", "V Point"));
     if (rowsOf(then.references) != rowsOf(now.references))
-        found << tr(QT_TRANSLATE_NOOP("FourPs", "References in use"));
+        found << translated(QT_TRANSLATE_NOOP("FourPs", "References in use"));
     else
         compareReferences(then, now, found.isEmpty() && areSame(energiesOf(then), energiesOf(now)), &found);
     if (rowsOf(then.points) == rowsOf(now.points))
         comparePoints(then, now, &found);
     if (!(then.valences == now.valences) || !(then.thicknesses == now.thicknesses))
-        found << tr(QT_TRANSLATE_NOOP("FourPs", "Histograms"));
+        found << translated(QT_TRANSLATE_NOOP("FourPs", "Histograms"));
     return found;
 }
 

@@ -101,6 +101,7 @@ void FourPs::setUpDisplays()
 {
     m_displays->setWindowTitle(tr("Graphs"));
     m_dataMapDisplay->setAttribute(Qt::WA_QuitOnClose, false);
+    m_dataMapDisplay->setWindowTitle(tr("Data map"));
     m_dataMapDisplay->resize(separateWindow);
     new WindowButton(ui.ShowDAB, m_displays.get(), this);
     new WindowButton(ui.ShowDMap, m_dataMapDisplay.get(), this);
@@ -159,7 +160,7 @@ void FourPs::connectSpectra()
     connect(ui.TargetFS, &AXafsFileSelect::updated, this, &FourPs::receiveUpdatedTarget);
     for (AXafsFileSelect *const selector : m_inputs.selectors()) {
         connect(selector, &AXafsFileSelect::foundNewEdge, this, [this, selector](double edge) {
-            if (selector->valid()) // else it is the edge of the file before
+            if (selector->lastReadSucceeded()) // else it is the edge of the file before
                 noticedNewEdge(edge);
         });
         connect(selector, &AFileSelect::newFilePath, this, &FourPs::receiveNewFile);

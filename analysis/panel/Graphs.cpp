@@ -19,7 +19,7 @@
 namespace
 {
 
-QString tr(const char *text)
+QString translated(const char *text)
 {
     return QCoreApplication::translate("FourPs", text);
 }
@@ -69,9 +69,9 @@ void Graphs::draw(Displays::DispId id, DispABase *display, QStylePainter *p) con
     case Displays::HistDMut:
         return drawHistogram(display, p, thicknessHistogram());
     case Displays::DMutVorA:
-        return drawScatter(display, p, scatter());
+        return drawScatter(display, p, scatter(), &m_scatterCache);
     case Displays::M2M3:
-        return drawM2M3(display, p, steps());
+        return drawM2M3(display, p, steps(), &m_stepsCache);
     default:
         return;
     }
@@ -114,7 +114,7 @@ QString Graphs::text(Displays::DispId id) const
         const AMutE &spectrum = spectrumOf(id, input);
         MutsInput single;
         single.curves = {{spectrum.fileName(), Qt::black, spectrumPoints(spectrum, AMutE::Raw)}};
-        single.xTitle = tr(QT_TRANSLATE_NOOP("FourPs", "Eng.[eV]"));
+        single.xTitle = translated(QT_TRANSLATE_NOOP("FourPs", "Eng.[eV]"));
         return plottedtext::of(single);
     }
     }
@@ -160,7 +160,7 @@ MutsInput Graphs::spectra() const
         input.curves.append(
             {shown.spectrum.fileName(), shown.colour, spectrumPoints(shown.spectrum, type), shown.style});
     if (m_analysis.fit() && type == AMutE::ByBothLines) // the fit is of normalised values
-        input.curves.append({tr(QT_TRANSLATE_NOOP("FourPs", "LCF")), Qt::magenta,
+        input.curves.append({translated(QT_TRANSLATE_NOOP("FourPs", "LCF")), Qt::magenta,
                              spectrumPoints(m_analysis.fit()->fitted, AMutE::Raw), Qt::DashLine});
     const UsedPoints used = usedPoints(now, false);
     for (const int row : used.all)
@@ -173,8 +173,8 @@ MutsInput Graphs::spectra() const
         input.windowFrom = edge.edge + 2 * edge.preEnd;
         input.windowTo = edge.edge + 2 * edge.postStart;
     }
-    input.xTitle = tr(QT_TRANSLATE_NOOP("FourPs", "Eng.[eV]"));
-    input.yTitle = tr(QT_TRANSLATE_NOOP("FourPs", "mut"));
+    input.xTitle = translated(QT_TRANSLATE_NOOP("FourPs", "Eng.[eV]"));
+    input.yTitle = translated(QT_TRANSLATE_NOOP("FourPs", "mut"));
     return input;
 }
 
@@ -190,9 +190,12 @@ QString Graphs::valuesAt(double energy) const
 LcfVsMpsInput Graphs::comparison() const
 {
     const auto [first, second] = drawnValences(takingPart(m_inputs.gather()));
-    return {
-        m_analysis.comparisons.records,        m_colours.colors, first, second, tr(QT_TRANSLATE_NOOP("FourPs", "MPs")),
-        tr(QT_TRANSLATE_NOOP("FourPs", "LCF"))};
+    return {m_analysis.comparisons.records,
+            m_colours.colors,
+            first,
+            second,
+            translated(QT_TRANSLATE_NOOP("FourPs", "MPs")),
+            translated(QT_TRANSLATE_NOOP("FourPs", "LCF"))};
 }
 
 /// The histograms of single references, named as they were when the map was calculated.
@@ -213,8 +216,8 @@ HistogramInput Graphs::shownHistogram() const
     input.bins = &histograms.shown();
     input.range = isValence ? boundsOf(m_inputs.valenceHistogram()) : histograms.shownRange();
     input.parts = parts(histograms.shownParts());
-    input.xTitle = tr(quantityAt(histograms.shownPosition())->name);
-    input.yTitle = tr(QT_TRANSLATE_NOOP("FourPs", "Num."));
+    input.xTitle = translated(quantityAt(histograms.shownPosition())->name);
+    input.yTitle = translated(QT_TRANSLATE_NOOP("FourPs", "Num."));
     return input;
 }
 
@@ -222,7 +225,7 @@ HistogramInput Graphs::thicknessHistogram() const
 {
     const ResultHistograms &histograms = m_analysis.histograms();
     return {&histograms.thickness(), boundsOf(m_inputs.thicknessHistogram()), parts(histograms.thicknessParts()),
-            tr(QT_TRANSLATE_NOOP("FourPs", "Thick.")), tr(QT_TRANSLATE_NOOP("FourPs", "Num."))};
+            translated(QT_TRANSLATE_NOOP("FourPs", "Thick.")), translated(QT_TRANSLATE_NOOP("FourPs", "Num."))};
 }
 
 ScatterInput Graphs::scatter() const
@@ -235,8 +238,9 @@ ScatterInput Graphs::scatter() const
     std::tie(input.valenceA, input.valenceB) = drawnValences(takingPart(m_inputs.gather()));
     input.valences = boundsOf(m_inputs.valenceHistogram());
     input.amounts = boundsOf(m_inputs.thicknessHistogram());
-    input.xTitle = tr(QT_TRANSLATE_NOOP("FourPs", "Valence"));
-    input.yTitle = tr(QT_TRANSLATE_NOOP("FourPs", "Thick."));
+    input.xTitle = translated(QT_TRANSLATE_NOOP("FourPs", "Valence"));
+    input.yTitle = translated(QT_TRANSLATE_NOOP("FourPs", "Thick."));
+    input.revision = m_scatterRevision.of({m_analysis.revision(), input.valenceA, input.valenceB});
     return input;
 }
 
@@ -244,8 +248,8 @@ M2M3Input Graphs::steps() const
 {
     M2M3Input input;
     input.isBlue = ui.M2M3Blue->isChecked();
-    input.xTitle = tr(QT_TRANSLATE_NOOP("FourPs", "M2"));
-    input.yTitle = tr(QT_TRANSLATE_NOOP("FourPs", "M3"));
+    input.xTitle = translated(QT_TRANSLATE_NOOP("FourPs", "M2"));
+    input.yTitle = translated(QT_TRANSLATE_NOOP("FourPs", "M3"));
     const auto points = threePoints(m_inputs.gather());
     if (!points)
         return input;
@@ -258,5 +262,6 @@ M2M3Input Graphs::steps() const
     input.r = pixels(r);
     input.first = {points->first[0], points->first[1], points->first[2]};
     input.second = {points->second[0], points->second[1], points->second[2]};
+    input.revision = m_stepsRevision.of({p, q, r, m_inputs.mapRevision()});
     return input;
 }

@@ -4,7 +4,7 @@
 #include "analysis/drawing/LcfVsMpsDrawing.h"
 #include "analysis/drawing/M2M3Drawing.h"
 #include "analysis/drawing/MutsDrawing.h"
-#include "analysis/drawing/ScatterCache.h"
+#include "analysis/drawing/PointCloud.h"
 #include "analysis/drawing/ScatterDrawing.h"
 #include "analysis/model/AnalysisInput.h"
 #include "display/CColors.h"
