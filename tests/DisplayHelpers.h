@@ -17,9 +17,9 @@ inline QColor outlineColour()
 }
 
 /// A move to a position that need not be a whole pixel.
-inline void moveTo(QWidget *widget, const QPointF &position)
+inline void moveTo(QWidget *widget, const QPointF &position, Qt::MouseButtons held = Qt::NoButton)
 {
-    QMouseEvent event(QEvent::MouseMove, position, widget->mapToGlobal(position.toPoint()), Qt::NoButton, Qt::NoButton,
+    QMouseEvent event(QEvent::MouseMove, position, widget->mapToGlobal(position.toPoint()), Qt::NoButton, held,
                       Qt::NoModifier);
     QApplication::sendEvent(widget, &event);
 }
@@ -29,7 +29,7 @@ inline void drag(QWidget *widget, const QPoint &from, const QPoint &to,
                  Qt::KeyboardModifiers modifiers = Qt::NoModifier, Qt::MouseButton button = Qt::LeftButton)
 {
     QTest::mousePress(widget, button, modifiers, from);
-    moveTo(widget, to);
+    moveTo(widget, to, button);
     QTest::mouseRelease(widget, button, Qt::NoModifier, to);
 }
 

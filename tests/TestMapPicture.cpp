@@ -1,11 +1,10 @@
+#include "Tables.h"
 #include "display/ChCoord.h"
 #include "display/MapPicture.h"
 
 #include <QPainter>
 #include <QPicture>
-#include <QtTest>
 
-#include <cmath>
 #include <limits>
 #include <vector>
 
@@ -76,6 +75,31 @@ QImage drawnAsVectors(MapPicture *picture, const QSize &size, const QRectF &real
     return image;
 }
 
+/// A part of a large map, pixel by pixel.
+void comparePixels(const QRectF &real)
+{
+    CountingMap counting(700, 300);
+    QImage image = whiteImage(QSize(191, 83));
+    ChCoord cc;
+    setCoord(&cc, image.size(), real);
+    cc.setInnerArea(11, 70, 180, 7);
+    QPainter painter(&image);
+    counting.picture.draw(&painter, cc);
+    painter.end();
+    const bool outlined = std::abs(cc.r2sdx(1)) >= 3 && std::abs(cc.r2sdy(1)) >= 3;
+    for (int y = 0; y < image.height(); ++y) {
+        for (int x = 0; x < image.width(); ++x) {
+            const double i = std::floor(cc.s2rx(x + 0.5)); // real y grows upwards
+            const double j = std::floor(cc.s2ry(y + 0.5));
+            const bool shown = x >= 11 && x < 180 && y >= 7 && y < 70 && i >= 0 && i < 700 && j >= 0 && j < 300;
+            const QColor wanted = shown ? counting.colour(int(i), int(j)) : QColor(Qt::white);
+            const QColor got = image.pixelColor(x, y);
+            QVERIFY2(got == wanted || (outlined && got == gridGrey),
+                     qPrintable(QStringLiteral("pixel %1, %2: %3").arg(x).arg(y).arg(got.name())));
+        }
+    }
+}
+
 bool contains(const QImage &image, const QColor &colour)
 {
     for (int i = 0; i < image.width() * image.height(); ++i) {
@@ -92,62 +116,33 @@ class TestMapPicture : public QObject
     Q_OBJECT
 
 private slots:
-    void everyPixelShowsItsCell_data()
-    {
-        QTest::addColumn<QRectF>("real");
-        QTest::newRow("whole map") << QRectF(0, 0, 700, 300);
-        QTest::newRow("part") << QRectF(100.3, 17.9, 311.1, 99.7);
-        QTest::newRow("beyond the map") << QRectF(-50, -20, 800, 400);
-        QTest::newRow("right to left, upside down") << QRectF(700, 300, -700, -300);
-        QTest::newRow("within one cell") << QRectF(333.2, 42.6, 1e-7, 1e-7);
-        QTest::newRow("edge between columns, deep") << QRectF(332.9999, 41.9, 1e-3, 200);
-        QTest::newRow("cells with outlines") << QRectF(332.9, 41.9, 30, 11);
-    }
-
     void everyPixelShowsItsCell()
     {
-        QFETCH(const QRectF, real);
-        CountingMap counting(700, 300);
-        QImage image = whiteImage(QSize(191, 83));
-        ChCoord cc;
-        setCoord(&cc, image.size(), real);
-        cc.setInnerArea(11, 70, 180, 7);
-        QPainter painter(&image);
-        counting.picture.draw(&painter, cc);
-        painter.end();
-        const bool outlined = std::abs(cc.r2sdx(1)) >= 3 && std::abs(cc.r2sdy(1)) >= 3;
-        for (int y = 0; y < image.height(); ++y) {
-            for (int x = 0; x < image.width(); ++x) {
-                const double i = std::floor(cc.s2rx(x + 0.5)); // real y grows upwards
-                const double j = std::floor(cc.s2ry(y + 0.5));
-                const bool shown = x >= 11 && x < 180 && y >= 7 && y < 70 && i >= 0 && i < 700 && j >= 0 && j < 300;
-                const QColor wanted = shown ? counting.colour(int(i), int(j)) : QColor(Qt::white);
-                const QColor got = image.pixelColor(x, y);
-                QVERIFY2(got == wanted || (outlined && got == gridGrey),
-                         qPrintable(QStringLiteral("pixel %1, %2: %3").arg(x).arg(y).arg(got.name())));
-            }
-        }
-    }
-
-    void oddRangesDrawNothing_data()
-    {
-        constexpr double inf = std::numeric_limits<double>::infinity();
-        QTest::addColumn<QRectF>("real");
-        QTest::newRow("no width") << QRectF(1, 0, 0, 2);
-        QTest::newRow("no size") << QRectF(0, 0, 0, 0);
-        QTest::newRow("nan") << QRectF(std::numeric_limits<double>::quiet_NaN(), 0, 2, 2);
-        QTest::newRow("infinite") << QRectF(0, 0, inf, 2);
-        QTest::newRow("beside the map") << QRectF(10, 10, 5, 5);
-        QTest::newRow("far away") << QRectF(1e300, 0, 1e300, 2);
+        struct Case {
+            const char *name;
+            QRectF real;
+        };
+        forEach<Case>({{"whole map", {0, 0, 700, 300}},
+                       {"part", {100.3, 17.9, 311.1, 99.7}},
+                       {"beyond the map", {-50, -20, 800, 400}},
+                       {"right to left, upside down", {700, 300, -700, -300}},
+                       {"within one cell", {333.2, 42.6, 1e-7, 1e-7}},
+                       {"edge between columns, deep", {332.9999, 41.9, 1e-3, 200}},
+                       {"cells with outlines", {332.9, 41.9, 30, 11}}},
+                      [](const Case &c) { comparePixels(c.real); });
     }
 
     void oddRangesDrawNothing()
     {
-        QFETCH(const QRectF, real);
+        constexpr double inf = std::numeric_limits<double>::infinity();
         const QSize size(30, 20);
         CountingMap counting(2, 2);
-        QCOMPARE(drawn(&counting.picture, size, real), whiteImage(size));
-        QCOMPARE(drawnAsVectors(&counting.picture, size, real), whiteImage(size));
+        for (const QRectF &real :
+             {QRectF(1, 0, 0, 2), QRectF(0, 0, 0, 0), QRectF(std::numeric_limits<double>::quiet_NaN(), 0, 2, 2),
+              QRectF(0, 0, inf, 2), QRectF(10, 10, 5, 5), QRectF(1e300, 0, 1e300, 2)}) {
+            QCOMPARE(drawn(&counting.picture, size, real), whiteImage(size));
+            QCOMPARE(drawnAsVectors(&counting.picture, size, real), whiteImage(size));
+        }
         MapPicture never;
         QCOMPARE(drawn(&never, size, QRectF(0, 0, 2, 2)), whiteImage(size));
     }
@@ -180,33 +175,41 @@ private slots:
         QCOMPARE(image.pixelColor(200, 50), counting.colour(2, 1));
         QCOMPARE(image.pixelColor(280, 50), QColor(Qt::white)); // right of the map
         QVERIFY(contains(image, gridGrey));
-    }
 
-    void outlines_data()
-    {
-        QTest::addColumn<QSize>("size"); // for 10 x 10 cells
-        QTest::addColumn<bool>("outlined");
-        QTest::newRow("3 x 3 pixels") << QSize(30, 30) << true;
-        QTest::newRow("2.9 pixels wide") << QSize(29, 30) << false;
-        QTest::newRow("2.9 pixels high") << QSize(30, 29) << false;
-        QTest::newRow("7 x 4 pixels") << QSize(70, 40) << true;
+        counting.map.count = 4; // the second row has one value
+        counting.scale.notFinite = 0xff808080u;
+        counting.update();
+        const QImage part = drawnAsVectors(&counting.picture, QSize(300, 200), QRectF(0, 0, 3, 2));
+        QCOMPARE(part.pixelColor(50, 50), counting.colour(0, 1));
+        QCOMPARE(part.pixelColor(150, 50), QColor(128, 128, 128));
+        QCOMPARE(part.pixelColor(150, 150), counting.colour(1, 0));
     }
 
     void outlines()
     {
-        QFETCH(const QSize, size);
-        QFETCH(const bool, outlined);
-        CountingMap counting(10, 10);
-        const QImage image = drawn(&counting.picture, size, QRectF(0, 0, 10, 10));
-        QCOMPARE(contains(image, gridGrey), outlined);
-        const int width = size.width() / 10;
-        const int height = size.height() / 10;
-        for (int y = 0; outlined && y < size.height(); ++y) {
-            for (int x = 0; x < size.width(); ++x) {
-                const bool edge = x % width == 0 || y % height == 0;
-                QCOMPARE(image.pixelColor(x, y), edge ? gridGrey : counting.colour(x / width, 9 - y / height));
-            }
-        }
+        struct Case {
+            const char *name;
+            QSize size; // for 10 x 10 cells
+            bool isOutlined;
+        };
+        forEach<Case>({{"3 x 3 pixels", {30, 30}, true},
+                       {"2.9 pixels wide", {29, 30}, false},
+                       {"2.9 pixels high", {30, 29}, false},
+                       {"7 x 4 pixels", {70, 40}, true}},
+                      [](const Case &c) {
+                          CountingMap counting(10, 10);
+                          const QImage image = drawn(&counting.picture, c.size, QRectF(0, 0, 10, 10));
+                          QCOMPARE(contains(image, gridGrey), c.isOutlined);
+                          const int width = c.size.width() / 10;
+                          const int height = c.size.height() / 10;
+                          for (int y = 0; c.isOutlined && y < c.size.height(); ++y) {
+                              for (int x = 0; x < c.size.width(); ++x) {
+                                  const bool edge = x % width == 0 || y % height == 0;
+                                  QCOMPARE(image.pixelColor(x, y),
+                                           edge ? gridGrey : counting.colour(x / width, 9 - y / height));
+                              }
+                          }
+                      });
     }
 
     void colouredOnlyWhenNeeded()
@@ -225,6 +228,13 @@ private slots:
         QVERIFY(counting.update());
         counting.table[0] = 0xff123456u;
         QVERIFY(counting.update());
+        counting.map.count = 9;
+        QVERIFY(counting.update());
+        QCOMPARE(counting.picture.image().size(), QSize(4, 3));
+        counting.map.count = 3; // no room for rows without values
+        QVERIFY(counting.update());
+        QCOMPARE(counting.picture.image().size(), QSize(3, 1));
+        counting.map.count = 12;
         counting.map.ny = 2;
         QVERIFY(counting.update());
         QCOMPARE(counting.picture.image().size(), QSize(4, 2));
