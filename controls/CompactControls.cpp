@@ -1,7 +1,9 @@
 #include "controls/CompactControls.h"
 
 #include <QAbstractButton>
+#include <QFontMetrics>
 #include <QLineEdit>
+#include <QString>
 
 namespace
 {

@@ -1,6 +1,8 @@
 #include "controls/ElidedLabel.h"
 
 #include <QPainter>
+#include <QRect>
+#include <QString>
 #include <QStyle>
 
 ElidedLabel::ElidedLabel(QWidget *parent)

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <QLabel>
+#include <QSize>
 
 /// A label of one line that yields its room to others and then ends its text in dots.
 class ElidedLabel : public QLabel

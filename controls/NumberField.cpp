@@ -1,5 +1,8 @@
 #include "controls/NumberField.h"
 
+#include <QFont>
+#include <QFontMetrics>
+
 NumberField::NumberField(QWidget *parent)
     : QLineEdit(parent)
     , m_size(font().pointSizeF())

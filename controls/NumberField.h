@@ -1,6 +1,7 @@
 #pragma once
 
 #include <QLineEdit>
+#include <QSize>
 
 /// A field that shows a number which must not be cut: without its exponent it would read as another one. Where there is
 /// no room the text shrinks, to half its size at most. The field asks for the same room all the time.

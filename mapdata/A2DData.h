@@ -7,6 +7,8 @@
 #include <QStringList>
 #include <QVector>
 
+#include <cstddef>
+
 /// One pixel of a map: its position as written in the file, the transmitted and the incident intensity (counts or
 /// any common unit; with I0 = 1 the transmission ratio is in I). `extra` is empty after loading.
 struct MapRecord {
@@ -91,6 +93,6 @@ private:
     numeric::Plane m_absorption;
 };
 
-/// The absorption ln(I0 / I) of a pixel. Without incident intensity the stored `I` is taken as the absorption itself,
-/// without transmitted intensity it is 1.0; a negative ratio gives NaN.
+/// The absorption ln(I0 / I) of a pixel (Beer and Lambert's law). Without incident intensity the stored `I` is taken as
+/// the absorption itself, without transmitted intensity it is 1.0; a negative ratio gives NaN.
 double pixelAbsorption(double I, double I0);

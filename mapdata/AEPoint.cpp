@@ -5,6 +5,7 @@
 #include "controls/WaitCursor.h"
 #include "mapdata/MapFileReader.h"
 
+#include <QCheckBox>
 #include <QDragEnterEvent>
 #include <QDropEvent>
 #include <QFileInfo>

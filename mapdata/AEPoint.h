@@ -5,6 +5,10 @@
 #include "ui_AEPoint.h"
 
 #include <QFrame>
+#include <QLabel>
+#include <QLineEdit>
+#include <QPushButton>
+#include <QString>
 #include <QVector>
 
 struct MapLoadResult;

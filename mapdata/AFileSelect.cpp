@@ -2,12 +2,17 @@
 
 #include "controls/CompactControls.h"
 
+#include <QColor>
 #include <QDir>
 #include <QDragEnterEvent>
 #include <QDropEvent>
 #include <QFileInfo>
+#include <QLineEdit>
+#include <QList>
 #include <QMessageBox>
 #include <QMimeData>
+#include <QPalette>
+#include <QPushButton>
 #include <QUrl>
 
 #include <utility>

@@ -1,7 +1,9 @@
 #include "mapdata/BlockReader.h"
 
 #include <algorithm>
+#include <cstddef>
 #include <cstring>
+#include <utility>
 
 BlockReader::BlockReader(QIODevice *device, qint64 begin, qint64 end, qint64 blockBytes)
     : m_device(device)

@@ -9,11 +9,13 @@
 #include <QByteArray>
 #include <QFile>
 #include <QFileInfo>
+#include <QIODevice>
 #include <QThread>
 #include <QtConcurrent>
 
 #include <algorithm>
 #include <array>
+#include <cstddef>
 #include <cstring>
 #include <functional>
 #include <memory>

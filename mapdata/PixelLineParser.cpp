@@ -3,6 +3,7 @@
 #include "numeric/TextScanner.h"
 #include "numeric/TextToNumber.h"
 
+#include <cstddef>
 #include <cstring>
 
 namespace

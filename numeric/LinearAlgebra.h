@@ -54,7 +54,8 @@ void dumpVector(const char *name, int n, const double *vector);
 void dumpVector(const char *name, int n, const double *vector, const int *p);
 void dumpIndex(const char *name, int n, const int *index);
 
-/// Splits A into L (unit diagonal) and U, both stored through the row permutation p; A is left as it is.
+/// Splits A into L (unit diagonal) and U by Gaussian elimination (Golub and Van Loan, Matrix Computations, 3.2), both
+/// stored through the row permutation p; A is left as it is.
 /// The pivot of column k is found by comparing magnitudes with the *row index* chosen so far, not with the largest
 /// magnitude: results depend on this order to the last digit, so it must stay. A zero pivot is replaced by 1 during
 /// elimination only: it stays on U's diagonal, and a singular system solves to infinities or NaN.

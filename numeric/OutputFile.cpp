@@ -2,7 +2,10 @@
 
 #include <QFile>
 #include <QFileInfo>
+#include <QIODevice>
 #include <QSaveFile>
+
+#include <utility>
 
 #ifdef Q_OS_LINUX
 #include <fcntl.h>

@@ -20,7 +20,8 @@ int textToInt(std::string_view token);
 /// unmoved, for anything else and for numbers whose value is not one exact division away.
 inline bool readPlainDecimal(const char *&p, const char *end, double *value)
 {
-    // Both factors of mantissa / 10^decimals are exact doubles, so the one division rounds correctly.
+    // Both factors of mantissa / 10^decimals are exact doubles, so the one division rounds correctly (W. D. Clinger,
+    // PLDI 1990).
     static constexpr double powersOfTen[] = {1e0,  1e1,  1e2,  1e3,  1e4,  1e5,  1e6,  1e7,  1e8,  1e9, 1e10,
                                              1e11, 1e12, 1e13, 1e14, 1e15, 1e16, 1e17, 1e18, 1e19, 1e20};
     constexpr std::uint64_t exactLimit = std::uint64_t(1) << 53;

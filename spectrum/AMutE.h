@@ -5,7 +5,9 @@
 #include <QString>
 #include <QVector>
 
-/// Coefficients of a Victoreen line a + b L^3 + c L^4 with L = 12398.424360387684 / E (angstrom, E in eV).
+/// Coefficients of a Victoreen line a + b L^3 + c L^4 with L = 12398.424360387684 / E (angstrom, E in eV): the smooth
+/// absorption on one side of an edge (J. A. Victoreen, J. Appl. Phys. 19, 855, 1948) and a constant for all that does
+/// not follow it.
 struct VictoreenLine {
     double a = 0.0, b = 0.0, c = 0.0;
 

@@ -5,6 +5,7 @@
 
 #include <QDragEnterEvent>
 #include <QDropEvent>
+#include <QRadioButton>
 
 ARefFile::ARefFile(QWidget *parent)
     : QFrame(parent)

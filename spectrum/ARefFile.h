@@ -3,6 +3,8 @@
 #include "ui_ARefFile.h"
 
 #include <QFrame>
+#include <QLineEdit>
+#include <QString>
 
 /// One reference compound: its spectrum, its valence, whether it is used, and what the analysis found for it.
 class ARefFile : public QFrame

@@ -7,6 +7,10 @@
 
 #include <QDebug>
 #include <QFileInfo>
+#include <QFont>
+#include <QFontMetricsF>
+#include <QRectF>
+#include <QSizeF>
 #include <QStylePainter>
 
 namespace

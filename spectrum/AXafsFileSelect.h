@@ -4,6 +4,7 @@
 #include "spectrum/AMutE.h"
 
 #include <QPointer>
+#include <QString>
 
 class DispArea;
 class MouseC;

@@ -5,7 +5,9 @@
 #include "display/PlotFrame.h"
 #include "spectrum/AMutE.h"
 
+#include <QColor>
 #include <QPainter>
+#include <QPointF>
 #include <QPolygonF>
 #include <QVector>
 

@@ -3,8 +3,11 @@
 #include "numeric/TextScanner.h"
 #include "numeric/TextToNumber.h"
 
+#include <QByteArray>
+
 #include <algorithm>
 #include <cmath>
+#include <cstddef>
 #include <vector>
 
 using numeric::textToDouble;
@@ -14,9 +17,9 @@ using numeric::TokenScanner;
 namespace
 {
 
-constexpr double hcInKeVAngstrom = 12.398424360387684;
-constexpr double silicon111Spacing = 3.1355316; // angstrom
-constexpr double degreesPi = 3.1415926535;      // ten decimals are part of the energy scale
+constexpr double hcInKeVAngstrom = 12.398424360387684; // fixed, as every energy follows from it; 4e-7 above CODATA 2018
+constexpr double silicon111Spacing = 3.1355316;        // angstrom
+constexpr double degreesPi = 3.1415926535;             // ten decimals are part of the energy scale
 constexpr int i0Mode = 1;
 constexpr int transmissionMode = 2;
 constexpr int fluorescenceMode = 3;
@@ -131,7 +134,7 @@ void SpectrumParser::readData()
     m_scan.mu.add(point.mu);
 }
 
-/// ln(I0 / I) of the first transmission channel, 0 without one.
+/// Beer and Lambert's law: ln(I0 / I) of the first transmission channel, 0 without one.
 double SpectrumParser::transmission(double i0) const
 {
     for (std::size_t k = 0; k < m_modes.size() && k + firstChannel < m_tokens.size(); ++k) {
@@ -141,7 +144,7 @@ double SpectrumParser::transmission(double i0) const
     return 0.0;
 }
 
-/// The sum of I / I0 over the fluorescence channels, 0 without any.
+/// The sum of I / I0 over the fluorescence channels, 0 without any: proportional to mu in a thin or dilute sample.
 double SpectrumParser::fluorescence(double i0) const
 {
     double mu = 0.0;
