@@ -5,6 +5,7 @@
 
 #include <cmath>
 #include <initializer_list>
+#include <tuple>
 
 /// What all tests share: tables of cases that read like tables, files, and a comparison for small numbers.
 namespace tables
@@ -26,6 +27,23 @@ void forEach(std::initializer_list<Row> rows, Check check)
         if (QTest::currentTestFailed() && !failedBefore)
             qWarning("failed in the row \"%s\"", qPrintable(QString(row.name)));
         // From here on the test counts as failed whatever the next rows do: each of their failures prints itself.
+        failedBefore = QTest::currentTestFailed();
+    }
+}
+
+/// The same for rows without a type of their own: a name, then the cells, which check() gets one by one.
+///
+///     forRows<QVector<double>, double>({{"one step", {0, 0, 1, 1}, 1.5},
+///                                       {"falls only", {3, 2, 1, 0}, 0.0}},
+///                                      [](const QVector<double> &mu, double edge) { QCOMPARE(edgeOf(mu), edge); });
+template <class... Cells, class Check>
+void forRows(std::initializer_list<std::tuple<const char *, Cells...>> rows, Check check)
+{
+    bool failedBefore = QTest::currentTestFailed();
+    for (const auto &row : rows) {
+        std::apply([&check](const char *, const Cells &...cells) { check(cells...); }, row);
+        if (QTest::currentTestFailed() && !failedBefore)
+            qWarning("failed in the row \"%s\"", std::get<0>(row));
         failedBefore = QTest::currentTestFailed();
     }
 }
@@ -54,3 +72,4 @@ inline bool writeBytes(const QString &path, const QByteArray &bytes)
 } // namespace tables
 
 using tables::forEach;
+using tables::forRows;

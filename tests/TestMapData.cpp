@@ -75,14 +75,9 @@ class TestMapData : public QObject
 private slots:
     void format()
     {
-        struct Case {
-            const char *name;
-            QByteArray text;
-            const char *size, *records;
-        };
         const QByteArray plain = "# 1301\n";
         const QByteArray mapped = "# 2003901\n";
-        forEach<Case>(
+        forRows<QByteArray, const char *, const char *>(
             {
                 {"axes give the last index", plain + axes("99", "49") + "1 2 3 4\n", "100 x 50", "1 2 3 4"},
                 {"the last axis line counts", plain + axes("9", "9") + "# axis 0 a b c d 3 f\n", "4 x 10", ""},
@@ -121,100 +116,86 @@ private slots:
                 {"size of one record", mapped + "nan nan 1\n", "1 x 1", "nan nan 1 1"},
                 {"size with NaN as first y", mapped + "0 nan 1\n0 nan 1\n", "0 x 2", "0 nan 1 1, 0 nan 1 1"},
             },
-            [](const Case &c) {
+            [](const QByteArray &text, const char *size, const char *wantedRecords) {
                 for (const MapReadOptions &options : {MapReadOptions(), tinyCuts(1, 3), tinyCuts(20, 3)}) {
                     A2DData data;
-                    const MapLoadResult result = parseMapText(c.text, &data, options);
-                    QCOMPARE(QStringLiteral("%1 x %2").arg(data.nx()).arg(data.ny()), QString(c.size));
+                    const MapLoadResult result = parseMapText(text, &data, options);
+                    QCOMPARE(QStringLiteral("%1 x %2").arg(data.nx()).arg(data.ny()), QString(size));
                     QCOMPARE(result.loaded, data.nx() > 0 && data.ny() > 0 && data.count() > 0);
                     QStringList records;
                     for (qint64 i = 0; i < data.count(); ++i) {
                         const MapRecord r = data.record(i);
                         records << QStringLiteral("%1 %2 %3 %4").arg(r.x).arg(r.y).arg(r.I).arg(r.I0);
                     }
-                    QCOMPARE(records.join(", "), QString(c.records));
+                    QCOMPARE(records.join(", "), QString(wantedRecords));
                 }
             });
     }
 
     void grid()
     {
-        struct Case {
-            const char *name;
-            QByteArray text;
-            const char *grid;
-        };
         const QByteArray x = "# AXIS 0 x um 0.0 0.1 124\n";
-        forEach<Case>({{"all is said", x + "# AXIS 1 y um -2 .5 9\n", "125 x 10 um, x from 0 by 0.1, y from -2 by 0.5"},
-                       {"one axis", "# axis 1 y mm 1 -1 9 x\n", "0 x 10 mm, , y from 1 by -1"},
-                       {"no numbers", "# AXIS 0 x um from to 9\n# AXIS 1 um 0.0 0.1 end 9\n", "10 x 10 , , "},
-                       {"no unit", "# AXIS 0 x 0 0 1 9\n", "10 x 0 , , "},
-                       {"a step of 0 or without end", "# AXIS 0 x um 0 0 9\n# AXIS 1 y um 0 inf 9\n", "10 x 10 , , "},
-                       {"two units", x + "# AXIS 1 y mm 0 1 9\n", "125 x 10 , x from 0 by 0.1, y from 0 by 1"},
-                       {"said again, less", x + "1 2 3\n# AXIS 0 a b c d 9\n", "10 x 0 , , "},
-                       {"size from positions", "# 2003901\n" + x + "1 2 3\n", "1 x 1 um, x from 0 by 0.1, "}},
-                      [](const Case &c) {
-                          A2DData data;
-                          parseMapText("# AXIS 0 x um 0 1 9\n", &data); // nothing of it stays
-                          parseMapText(c.text, &data, tinyCuts(9, 5));
-                          QCOMPARE(gridText(data.grid()), QString(c.grid));
-                      });
+        forRows<QByteArray, const char *>(
+            {{"all is said", x + "# AXIS 1 y um -2 .5 9\n", "125 x 10 um, x from 0 by 0.1, y from -2 by 0.5"},
+             {"one axis", "# axis 1 y mm 1 -1 9 x\n", "0 x 10 mm, , y from 1 by -1"},
+             {"no numbers", "# AXIS 0 x um from to 9\n# AXIS 1 um 0.0 0.1 end 9\n", "10 x 10 , , "},
+             {"no unit", "# AXIS 0 x 0 0 1 9\n", "10 x 0 , , "},
+             {"a step of 0 or without end", "# AXIS 0 x um 0 0 9\n# AXIS 1 y um 0 inf 9\n", "10 x 10 , , "},
+             {"two units", x + "# AXIS 1 y mm 0 1 9\n", "125 x 10 , x from 0 by 0.1, y from 0 by 1"},
+             {"said again, less", x + "1 2 3\n# AXIS 0 a b c d 9\n", "10 x 0 , , "},
+             {"size from positions", "# 2003901\n" + x + "1 2 3\n", "1 x 1 um, x from 0 by 0.1, "}},
+            [](const QByteArray &text, const char *grid) {
+                A2DData data;
+                parseMapText("# AXIS 0 x um 0 1 9\n", &data); // nothing of it stays
+                parseMapText(text, &data, tinyCuts(9, 5));
+                QCOMPARE(gridText(data.grid()), QString(grid));
+            });
     }
 
+    /// A null text stands for no energy.
     void headerLines()
     {
-        struct Case {
-            const char *name;
-            QByteArray text;
-            QString energy; // null: none
-            QStringList lines;
-        };
-        forEach<Case>({{"none", "1 2 3 4\n", QString(), {}},
-                       {"as it stands", "# ENERGY : 7112.0 eV\n", "7112.0", {"# ENERGY : 7112.0 eV"}},
-                       {"three tokens", "# ENERGY 7112.0\n", QString(), {"# ENERGY 7112.0"}},
-                       {"the last of two, one between the data",
-                        "# energy : 7112.0\n1 2 3 4\n# Energy : about\n1 2 3 4\n",
-                        "about",
-                        {"# energy : 7112.0", "# Energy : about"}},
-                       {"simplified",
-                        "# 1301\r\n  # AXIS\t0  1\r\n1 2 3\n#\xE8\xA9\xA6\xE6\x96\x99\xE3\x80\x80 x\n",
-                        QString(),
-                        {"# 1301", "# AXIS 0 1", QString::fromUtf8("#\xE8\xA9\xA6\xE6\x96\x99 x")}}},
-                      [](const Case &c) {
-                          for (const int threads : {1, 9}) {
-                              A2DData data;
-                              const MapLoadResult result = parseMapText(c.text, &data, tinyCuts(threads, 5));
-                              QCOMPARE(result.energyText, c.energy);
-                              QCOMPARE(result.energyText.isNull(), c.energy.isNull());
-                              QCOMPARE(data.headerLines(), c.lines);
-                          }
-                      });
+        forRows<QByteArray, QString, QStringList>(
+            {{"none", "1 2 3 4\n", QString(), {}},
+             {"as it stands", "# ENERGY : 7112.0 eV\n", "7112.0", {"# ENERGY : 7112.0 eV"}},
+             {"three tokens", "# ENERGY 7112.0\n", QString(), {"# ENERGY 7112.0"}},
+             {"the last of two, one between the data",
+              "# energy : 7112.0\n1 2 3 4\n# Energy : about\n1 2 3 4\n",
+              "about",
+              {"# energy : 7112.0", "# Energy : about"}},
+             {"simplified",
+              "# 1301\r\n  # AXIS\t0  1\r\n1 2 3\n#\xE8\xA9\xA6\xE6\x96\x99\xE3\x80\x80 x\n",
+              QString(),
+              {"# 1301", "# AXIS 0 1", QString::fromUtf8("#\xE8\xA9\xA6\xE6\x96\x99 x")}}},
+            [](const QByteArray &text, const QString &energy, const QStringList &lines) {
+                for (const int threads : {1, 9}) {
+                    A2DData data;
+                    const MapLoadResult result = parseMapText(text, &data, tinyCuts(threads, 5));
+                    QCOMPARE(result.energyText, energy);
+                    QCOMPARE(result.energyText.isNull(), energy.isNull());
+                    QCOMPARE(data.headerLines(), lines);
+                }
+            });
     }
 
     void absorptionRule()
     {
-        struct Case {
-            const char *name;
-            QByteArray line;
-            double absorption;
-        };
-        forEach<Case>({{"a transmission ratio", "1.0 2.0 0.5", 0.69314718055994531},
-                       {"both intensities", "0 0 271.8281828459045 1000", 1.3025850929940457},
-                       {"I0 is 0: I is the absorption", "0 0 0.7 0", 0.7},
-                       {"both are 0", "0 0 0 0", 0.0},
-                       {"I is 0", "0 0 0 5", 1.0},
-                       {"I is NaN", "0 0 nan 5", notANumber},
-                       {"a negative ratio", "0 0 -1 5", notANumber}},
-                      [](const Case &c) {
-                          A2DData data;
-                          QCOMPARE(data.absorption(0), -1.0);
-                          parseMapText(c.line, &data);
-                          QCOMPARE(data.count(), qint64(1));
-                          QVERIFY(tables::isClose(data.absorption(0), c.absorption, 1e-15));
-                          QCOMPARE(data.absorption(-1), -1.0);
-                          QCOMPARE(data.absorption(1), -1.0);
-                          QVERIFY(data.record(0).extra.isEmpty());
-                      });
+        const double wanted[] = {0.69314718055994531, // a transmission ratio
+                                 1.3025850929940457,  // both intensities
+                                 0.7,                 // I0 is 0: I is the absorption
+                                 0.0,                 // both are 0
+                                 1.0,                 // I is 0
+                                 notANumber,          // I is NaN
+                                 notANumber};         // a negative ratio
+        A2DData data;
+        QCOMPARE(data.absorption(0), -1.0);
+        parseMapText("1 2 .5\n0 0 271.8281828459045 1000\n0 0 .7 0\n0 0 0 0\n0 0 0 5\n0 0 nan 5\n0 0 -1 5\n", &data);
+        QCOMPARE(data.count(), qint64(7));
+        for (int i = 0; i < 7; ++i)
+            QVERIFY2(tables::isClose(data.absorption(i), wanted[i], 1e-15), qPrintable(QString::number(i)));
+        QCOMPARE(data.absorption(-1), -1.0);
+        QCOMPARE(data.absorption(7), -1.0);
+        QVERIFY(data.record(0).extra.isEmpty());
     }
 
     void encodings()
@@ -335,14 +316,9 @@ private slots:
         QCOMPARE(first.record(0).x, 9.0);
     }
 
+    /// The last column is the number of records, -1 for any.
     void hostileFiles()
     {
-        struct Case {
-            const char *name;
-            QByteArray text;
-            bool loaded;
-            qint64 count; // -1: any
-        };
         constexpr int megabyte = 1 << 20;
         QByteArray noise(megabyte, '\0');
         std::mt19937 random(1);
@@ -352,29 +328,30 @@ private slots:
         const QString path = folder.filePath(QString::fromUtf8("\xE8\xA9\xA6\xE6\x96\x99 7112eV.txt"));
         if (QFile::decodeName(QFile::encodeName(path)) != path)
             QSKIP("the encoding of file names here has no Japanese");
-        forEach<Case>({{"empty", "", false, 0},
-                       {"byte order mark only", "\xEF\xBB\xBF", false, 0},
-                       {"wide byte order mark only", "\xFF\xFE", false, 0},
-                       {"2 billion x 2 billion", axes("2000000000", "2000000000") + "0 0 1 2\n", true, 1},
-                       {"NUL bytes", QByteArray(megabyte, '\0'), false, 0},
-                       {"a NUL in a number", axes("0", "0") + QByteArray("0 0 1\0002 3\n", 10), true, 1},
-                       {"1e6 tokens in a line", axes("0", "0") + QByteArray("7 ").repeated(1000000), true, 1},
-                       {"1e6 tokens in a header line", '#' + QByteArray(" 7").repeated(1000000), false, 0},
-                       {"line feeds only", QByteArray(10 * megabyte, '\n'), false, 0},
-                       {"header lines only", QByteArray("#\n").repeated(megabyte / 4), false, 0},
-                       {"100 MB in one line", QByteArray("123456789 ").repeated(10 * megabyte), false, 1},
-                       {"20 MB in one number", axes("0", "0") + "1 2 3 " + QByteArray(20 * megabyte, '5'), true, 1},
-                       {"noise", noise, false, -1},
-                       {"wide noise", "\xFF\xFE" + noise, false, -1}},
-                      [&path](const Case &c) {
-                          QVERIFY(writeBytes(path, c.text));
-                          A2DData data;
-                          const MapLoadResult result = loadMapFile(path, &data);
-                          QVERIFY(result.opened);
-                          QCOMPARE(result.loaded, c.loaded);
-                          QVERIFY(c.count < 0 || data.count() == c.count);
-                          QVERIFY(data.count() <= c.text.size() / 4 + 1);
-                      });
+        forRows<QByteArray, bool, qint64>(
+            {{"empty", "", false, 0},
+             {"byte order mark only", "\xEF\xBB\xBF", false, 0},
+             {"wide byte order mark only", "\xFF\xFE", false, 0},
+             {"2 billion x 2 billion", axes("2000000000", "2000000000") + "0 0 1 2\n", true, 1},
+             {"NUL bytes", QByteArray(megabyte, '\0'), false, 0},
+             {"a NUL in a number", axes("0", "0") + QByteArray("0 0 1\0002 3\n", 10), true, 1},
+             {"1e6 tokens in a line", axes("0", "0") + QByteArray("7 ").repeated(1000000), true, 1},
+             {"1e6 tokens in a header line", '#' + QByteArray(" 7").repeated(1000000), false, 0},
+             {"line feeds only", QByteArray(10 * megabyte, '\n'), false, 0},
+             {"header lines only", QByteArray("#\n").repeated(megabyte / 4), false, 0},
+             {"100 MB in one line", QByteArray("123456789 ").repeated(10 * megabyte), false, 1},
+             {"20 MB in one number", axes("0", "0") + "1 2 3 " + QByteArray(20 * megabyte, '5'), true, 1},
+             {"noise", noise, false, -1},
+             {"wide noise", "\xFF\xFE" + noise, false, -1}},
+            [&path](const QByteArray &text, bool loaded, qint64 count) {
+                QVERIFY(writeBytes(path, text));
+                A2DData data;
+                const MapLoadResult result = loadMapFile(path, &data);
+                QVERIFY(result.opened);
+                QCOMPARE(result.loaded, loaded);
+                QVERIFY(count < 0 || data.count() == count);
+                QVERIFY(data.count() <= text.size() / 4 + 1);
+            });
     }
 
     /// A beamline may rewrite the file meanwhile: whatever is read then, the loader stays within its memory and

@@ -29,13 +29,8 @@ class TestNumberText : public QObject
 private slots:
     void sixDigits()
     {
-        struct Case {
-            const char *name;
-            double value;
-            QByteArray text;
-        };
         using Limits = std::numeric_limits<double>;
-        forEach<Case>(
+        forRows<double, QByteArray>(
             {
                 {"zero", 0.0, "0"},
                 {"negative zero has no sign", -0.0, "0"},
@@ -70,15 +65,15 @@ private slots:
                 {"10^23, which no double is", 1e23, "1e+23"},
                 {"10^-23", 1e-23, "1e-23"},
             },
-            [](const Case &c) {
-                QCOMPARE(fieldText(c.value), QString(c.text));
-                QCOMPARE(padded(c.value), c.text.rightJustified(10));
-                QCOMPARE(QString::number(c.value, 'g', 6), QString(c.text)); // the wanted texts
-                QCOMPARE(QStringLiteral("%1").arg(c.value, 10, 'g', 6), QString(c.text.rightJustified(10)));
-                const QByteArray line = ' ' + c.text.rightJustified(10) + '\n';
-                const std::vector<double> five(5, c.value); // four at once, then one
+            [](double value, const QByteArray &text) {
+                QCOMPARE(fieldText(value), QString(text));
+                QCOMPARE(padded(value), text.rightJustified(10));
+                QCOMPARE(QString::number(value, 'g', 6), QString(text)); // the wanted texts
+                QCOMPARE(QStringLiteral("%1").arg(value, 10, 'g', 6), QString(text.rightJustified(10)));
+                const QByteArray line = ' ' + text.rightJustified(10) + '\n';
+                const std::vector<double> five(5, value); // four at once, then one
                 QCOMPARE(numberLines(five, false), line.repeated(5));
-                QCOMPARE(numberLines({1.0, 2.0, c.value, 3.0}, false).split('\n').at(2) + '\n', line);
+                QCOMPARE(numberLines({1.0, 2.0, value, 3.0}, false).split('\n').at(2) + '\n', line);
             });
     }
 

@@ -98,12 +98,7 @@ class TestNumeric : public QObject
 private slots:
     void solve()
     {
-        struct Case {
-            const char *name;
-            Rows a;
-            QVector<double> b, x;
-        };
-        forEach<Case>(
+        forRows<Rows, QVector<double>, QVector<double>>(
             {
                 {"one unknown", {{4}}, {2}, {0.5}},
                 {"diagonally dominant", {{4, 1, 0}, {1, 3, 1}, {0, 1, 2}}, {1, 2, 3}, {2.0 / 9, 1.0 / 9, 13.0 / 9}},
@@ -113,10 +108,10 @@ private slots:
                  {18, 45, 9, 27, 36},
                  {1, 2, 3, 4, 5}},
             },
-            [](const Case &c) {
-                const QVector<double> x = solved(c.a, c.b);
-                for (int k = 0; k < c.x.size(); ++k)
-                    QVERIFY(std::abs(x[k] - c.x[k]) < 1e-13);
+            [](const Rows &a, const QVector<double> &b, const QVector<double> &wantedX) {
+                const QVector<double> x = solved(a, b);
+                for (int k = 0; k < wantedX.size(); ++k)
+                    QVERIFY(std::abs(x[k] - wantedX[k]) < 1e-13);
             });
         for (const Rows &singular : {Rows{{0, 0, 0}, {0, 0, 0}, {0, 0, 0}}, Rows{{1, 2, 3}, {1, 2, 3}, {4, 5, 7}},
                                      Rows{{1, 0, 3}, {2, 0, 5}, {4, 0, 7}}}) {
@@ -128,12 +123,7 @@ private slots:
     /// A search for the largest magnitude would take other rows.
     void pivotRuleDecidesWhichRow()
     {
-        struct Case {
-            const char *name;
-            QVector<double> column;
-            int row;
-        };
-        forEach<Case>(
+        forRows<QVector<double>, int>(
             {
                 {"0.9 does not exceed the index 1", {0.5, 0.7, 0.9}, 1},
                 {"the last row above the index, not the largest", {9, 100, 7, 0}, 2},
@@ -141,14 +131,14 @@ private slots:
                 {"one at row 0, exactly the index of row 1", {1, 1, 1, 1}, 1},
                 {"negative numbers count by magnitude", {-0.1, -0.2, -1.5, -1.9}, 2},
             },
-            [](const Case &c) {
-                const int n = c.column.size();
+            [](const QVector<double> &column, int row) {
+                const int n = column.size();
                 Square a(n), l(n), u(n);
                 QVector<int> p(n);
                 for (int i = 0; i < n; ++i)
-                    a[i][0] = c.column[i];
+                    a[i][0] = column[i];
                 luDecompose(n, a, l, u, p.data());
-                QCOMPARE(p[0], c.row);
+                QCOMPARE(p[0], row);
             });
     }
 
@@ -341,14 +331,9 @@ private slots:
 
     void truncation()
     {
-        struct Case {
-            const char *name;
-            double value;
-            int whole;
-        };
         constexpr double inf = std::numeric_limits<double>::infinity();
         constexpr int highest = std::numeric_limits<int>::max(), lowest = std::numeric_limits<int>::min();
-        forEach<Case>(
+        forRows<double, int>(
             {
                 {"toward zero, above", 1.99, 1},
                 {"toward zero, below", -1.99, -1},
@@ -359,16 +344,12 @@ private slots:
                 {"just inside the range", 2147483647.0, highest},
                 {"last fraction inside", -2147483648.5, lowest},
             },
-            [](const Case &c) { QCOMPARE(truncToInt(c.value), c.whole); });
+            [](double value, int whole) { QCOMPARE(truncToInt(value), whole); });
     }
 
     void tokens()
     {
-        struct Case {
-            const char *name;
-            QByteArray line;
-        };
-        forEach<Case>(
+        forRows<QByteArray>(
             {
                 {"empty", ""},
                 {"blanks only", " \t\v\f\r "},
@@ -378,9 +359,9 @@ private slots:
                 {"Japanese words", "\xE8\xA9\xA6\xE6\x96\x99 1"},
                 {"a cut character at the end", "1 \xE3\x80"},
             },
-            [](const Case &c) {
-                const QString simplified = QString::fromUtf8(c.line.constData(), c.line.size()).simplified();
-                TokenScanner scanner(viewOf(c.line));
+            [](const QByteArray &line) {
+                const QString simplified = QString::fromUtf8(line.constData(), line.size()).simplified();
+                TokenScanner scanner(viewOf(line));
                 std::string_view token;
                 QStringList got;
                 while (scanner.next(&token))
@@ -445,12 +426,7 @@ private slots:
     /// A file appears as a whole or not at all, however late the disk is full, and leaves nothing beside it.
     void outputFileOnAFullDisk()
     {
-        struct Case {
-            const char *name;
-            int size, piece, room;
-            bool isWritten;
-        };
-        forEach<Case>(
+        forRows<int, int, int, bool>(
             {
                 {"room enough", 100000, 100, 100000, true},
                 {"no room at all", 100000, 100, 0, false},
@@ -460,21 +436,21 @@ private slots:
                 {"a short file, which is handed on at the end", 200, 100, 100, false},
                 {"nothing to write", 0, 1, 0, true},
             },
-            [](const Case &c) {
+            [](int size, int piece, int room, bool wantedIsWritten) {
                 const QTemporaryDir dir;
                 const QString path = dir.filePath("result.dat");
                 QVERIFY(tables::writeBytes(path, "yesterday's result\n"));
                 bool isWritten = true;
                 {
-                    const SmallDisk disk(static_cast<rlim_t>(c.room));
+                    const SmallDisk disk(static_cast<rlim_t>(room));
                     OutputFile file(path);
                     QVERIFY(file.open());
-                    for (int i = 0; i < c.size; i += c.piece)
-                        isWritten = file.write(QByteArray(c.piece, 'x')) && isWritten;
+                    for (int i = 0; i < size; i += piece)
+                        isWritten = file.write(QByteArray(piece, 'x')) && isWritten;
                     isWritten = file.commit() && isWritten;
                 }
-                QCOMPARE(isWritten, c.isWritten);
-                QCOMPARE(bytesOf(path), c.isWritten ? QByteArray(c.size, 'x') : QByteArray("yesterday's result\n"));
+                QCOMPARE(isWritten, wantedIsWritten);
+                QCOMPARE(bytesOf(path), wantedIsWritten ? QByteArray(size, 'x') : QByteArray("yesterday's result\n"));
                 QCOMPARE(QDir(dir.path()).entryList(QDir::AllEntries | QDir::Hidden | QDir::NoDotAndDotDot).join(' '),
                          QString("result.dat"));
             });

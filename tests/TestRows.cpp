@@ -70,29 +70,27 @@ private slots:
 
     void suffixOfFilesToWrite()
     {
-        struct Case {
-            const char *name, *suffix, *chosen, *shown;
-        };
-        forEach<Case>({{"none yet", "dat", "result", "result.dat"},
-                       {"there already", "dat", "result.dat", "result.dat"},
-                       {"another is kept", "dat", "result.txt", "result.txt.dat"},
-                       {"case counts", "dat", "result.DAT", "result.DAT.dat"},
-                       {"none wanted", "", "result", "result"}},
-                      [this](const Case &c) {
-                          AFileSelect select;
-                          select.setMode(AFileSelect::Write);
-                          select.setDefaultSuffix(c.suffix);
-                          SignalLog signalsOf(&select);
-                          select.choose(path(c.chosen));
-                          QCOMPARE(select.fileText(), path(c.shown));
-                          QCOMPARE(select.fileName(), QString(c.shown));
-                          const QString dir = QDir(m_dir.path()).canonicalPath(); // also of a file that does not exist
-                          QCOMPARE(signalsOf.log, QStringList({"dir " + dir, "path " + path(c.shown), "selected"}));
+        forRows<const char *, const char *, const char *>(
+            {{"none yet", "dat", "result", "result.dat"},
+             {"there already", "dat", "result.dat", "result.dat"},
+             {"another is kept", "dat", "result.txt", "result.txt.dat"},
+             {"case counts", "dat", "result.DAT", "result.DAT.dat"},
+             {"none wanted", "", "result", "result"}},
+            [this](const char *suffix, const char *chosen, const char *shown) {
+                AFileSelect select;
+                select.setMode(AFileSelect::Write);
+                select.setDefaultSuffix(suffix);
+                SignalLog signalsOf(&select);
+                select.choose(path(chosen));
+                QCOMPARE(select.fileText(), path(shown));
+                QCOMPARE(select.fileName(), QString(shown));
+                const QString dir = QDir(m_dir.path()).canonicalPath(); // also of a file that does not exist
+                QCOMPARE(signalsOf.log, QStringList({"dir " + dir, "path " + path(shown), "selected"}));
 
-                          AFileSelect reader;
-                          reader.newFile(path(c.chosen));
-                          QCOMPARE(reader.fileText(), path(c.chosen));
-                      });
+                AFileSelect reader;
+                reader.newFile(path(chosen));
+                QCOMPARE(reader.fileText(), path(chosen));
+            });
     }
 
     void onlyNamesToWriteAreTyped()
@@ -151,32 +149,28 @@ private slots:
     void dialogAsksAboutTheFileThatIsWritten()
     {
         QVERIFY(writeBytes(path("old.txt"), "1") && writeBytes(path("old.txt.dat"), "1"));
-        struct Case {
-            const char *name, *typed, *asked;
-            bool mayReplace;
-            const char *shown;
-        };
-        forEach<Case>({{"a new file", "result", "", false, "result.dat"},
-                       {"an old one, replaced", "one", "one.dat", true, "one.dat"},
-                       {"an old one, kept", "one.dat", "one.dat", false, ""},
-                       {"old only with its suffix", "old.txt", "old.txt.dat", false, ""},
-                       {"old only without its suffix", "spec.dat.x", "", false, "spec.dat.x.dat"}},
-                      [this](const Case &c) {
-                          AFileSelect select;
-                          select.setMode(AFileSelect::Write);
-                          QStringList asked;
-                          select.setOverwriteQuestion([&](const QString &existing) {
-                              asked += QFileInfo(existing).fileName();
-                              return c.mayReplace;
-                          });
-                          select.show();
-                          SignalLog signalsOf(&select);
-                          const QString shown = *c.shown ? path(c.shown) : QString();
-                          QCOMPARE(chooseInDialog(&select, path(c.typed)), !shown.isEmpty());
-                          QCOMPARE(select.fileText(), shown);
-                          QCOMPARE(asked.join(' '), QString(c.asked));
-                          QCOMPARE(signalsOf.log.isEmpty(), shown.isEmpty()); // refused, nothing has been chosen
-                      });
+        forRows<const char *, const char *, bool, const char *>(
+            {{"a new file", "result", "", false, "result.dat"},
+             {"an old one, replaced", "one", "one.dat", true, "one.dat"},
+             {"an old one, kept", "one.dat", "one.dat", false, ""},
+             {"old only with its suffix", "old.txt", "old.txt.dat", false, ""},
+             {"old only without its suffix", "spec.dat.x", "", false, "spec.dat.x.dat"}},
+            [this](const char *typed, const char *wantedAsked, bool mayReplace, const char *wantedShown) {
+                AFileSelect select;
+                select.setMode(AFileSelect::Write);
+                QStringList asked;
+                select.setOverwriteQuestion([&](const QString &existing) {
+                    asked += QFileInfo(existing).fileName();
+                    return mayReplace;
+                });
+                select.show();
+                SignalLog signalsOf(&select);
+                const QString shown = *wantedShown ? path(wantedShown) : QString();
+                QCOMPARE(chooseInDialog(&select, path(typed)), !shown.isEmpty());
+                QCOMPARE(select.fileText(), shown);
+                QCOMPARE(asked.join(' '), QString(wantedAsked));
+                QCOMPARE(signalsOf.log.isEmpty(), shown.isEmpty()); // refused, nothing has been chosen
+            });
     }
 
     void directoriesAreSilent()
@@ -241,27 +235,22 @@ private slots:
 
     void mapReports()
     {
-        struct Case {
-            const char *name;
-            QByteArray contents;
-            const char *report;
-            bool isLoaded, isWarning;
-        };
-        forEach<Case>({{"whole map", map("", 3, 4), "4 x 1", true, false},
-                       {"a record short", map("", 3, 3), "3 points, not 4 x 1", true, true},
-                       {"no axes", "1 2 3 4\n", "No map size in report.txt", false, true},
-                       {"no records", map("", 3, 0), "No map data in report.txt", false, true}},
-                      [this](const Case &c) {
-                          QVERIFY(writeBytes(path("report.txt"), c.contents));
-                          AEPoint row;
-                          QSignalSpy announced(&row, &AEPoint::newData);
-                          row.fileSelect()->choose(path("report.txt"));
-                          QCOMPARE(row.fileSelect()->exInfo(), QString(c.report));
-                          QCOMPARE(row.loaded(), c.isLoaded);
-                          QCOMPARE(announced.count(), c.isLoaded ? 1 : 0);
-                          const QColor colour = row.findChild<QLabel *>("ExInfo")->palette().windowText().color();
-                          QCOMPARE(colour != row.palette().windowText().color(), c.isWarning);
-                      });
+        forRows<QByteArray, const char *, bool, bool>(
+            {{"whole map", map("", 3, 4), "4 x 1", true, false},
+             {"a record short", map("", 3, 3), "3 points, not 4 x 1", true, true},
+             {"no axes", "1 2 3 4\n", "No map size in report.txt", false, true},
+             {"no records", map("", 3, 0), "No map data in report.txt", false, true}},
+            [this](const QByteArray &contents, const char *report, bool isLoaded, bool isWarning) {
+                QVERIFY(writeBytes(path("report.txt"), contents));
+                AEPoint row;
+                QSignalSpy announced(&row, &AEPoint::newData);
+                row.fileSelect()->choose(path("report.txt"));
+                QCOMPARE(row.fileSelect()->exInfo(), QString(report));
+                QCOMPARE(row.loaded(), isLoaded);
+                QCOMPARE(announced.count(), isLoaded ? 1 : 0);
+                const QColor colour = row.findChild<QLabel *>("ExInfo")->palette().windowText().color();
+                QCOMPARE(colour != row.palette().windowText().color(), isWarning);
+            });
     }
 
     void energyRowFields()

@@ -169,13 +169,7 @@ private slots:
 
     void fixedNumbers()
     {
-        struct Case {
-            const char *name;
-            double value;
-            int decimals, width;
-            const char *text;
-        };
-        forEach<Case>(
+        forRows<double, int, int, const char *>(
             {
                 {"zeros after the point", 3.05, 4, 0, "3.0500"},
                 {"zero before the point", 0.062, 2, 0, "0.06"},
@@ -185,10 +179,10 @@ private slots:
                 {"no decimals", 8345.0, 0, 0, "8345"},
                 {"wider than its field", 1234567.0, 4, 5, "1234567.0000"},
             },
-            [](const Case &c) {
+            [](double value, int decimals, int width, const char *wantedText) {
                 QByteArray text;
-                appendFixed(&text, c.value, c.decimals, c.width);
-                QCOMPARE(text, QByteArray(c.text));
+                appendFixed(&text, value, decimals, width);
+                QCOMPARE(text, QByteArray(wantedText));
             });
     }
 
@@ -229,13 +223,7 @@ private slots:
     /// purpose, put the new checksums here.
     void pinnedBytes()
     {
-        struct Case {
-            const char *name;
-            MapFormat format;
-            double noise;
-            const char *sum;
-        };
-        forEach<Case>(
+        forRows<MapFormat, double, const char *>(
             {
                 {"plain, noisy", MapFormat::Plain, 40000.0,
                  "7dd154de93e1fae90f73cc9686bb1bb582a6d0d74a217c1c987e47e3c5e73b20"},
@@ -244,18 +232,15 @@ private slots:
                 {"column-mapped, exact", MapFormat::ColumnMapped, 0.0,
                  "d9e4725a76ef468b858679cade0c630af4dcb5f625e4000ecded67b847171c66"},
             },
-            [](const Case &c) { QCOMPARE(Folder(smallSample(c.format, c.noise)).checksum(), QByteArray(c.sum)); });
+            [](MapFormat format, double noise, const char *sum) {
+                QCOMPARE(Folder(smallSample(format, noise)).checksum(), QByteArray(sum));
+            });
     }
 
     /// What the program reads from an exact data set is what truth.txt says.
     void truthComesBack()
     {
-        struct Case {
-            const char *name;
-            MapFormat format;
-            QStringList header;
-        };
-        forEach<Case>(
+        forRows<MapFormat, QStringList>(
             {
                 {"plain",
                  MapFormat::Plain,
@@ -264,8 +249,8 @@ private slots:
                  MapFormat::ColumnMapped,
                  {"# 2003901", "# ENERGY = 8345.400 eV", "# time :0", "# I0 :1", "# I :2"}},
             },
-            [](const Case &c) {
-                const Folder folder(smallSample(c.format, 0.0));
+            [](MapFormat format, const QStringList &header) {
+                const Folder folder(smallSample(format, 0.0));
                 std::vector<A2DData> maps(mapCount);
                 NonEquivalentMapInput input;
                 for (int k = 0; k < mapCount; ++k) {
@@ -274,7 +259,7 @@ private slots:
                     QVERIFY(map.nx() == width && map.ny() == height && map.count() == width * height);
                     input.maps.push_back(&map);
                 }
-                QCOMPARE(maps[vPoint].headerLines(), c.header);
+                QCOMPARE(maps[vPoint].headerLines(), header);
                 const AMutE spectra[] = {folder.spectrum(referenceFileName(0)), folder.spectrum(referenceFileName(1)),
                                          folder.spectrum(referenceFileName(2))};
                 for (int j = 0; j < referenceCount; ++j)
@@ -373,12 +358,7 @@ private slots:
 
     void arguments()
     {
-        struct Case {
-            const char *name, *arguments;
-            int code;
-            const char *says;
-        };
-        forEach<Case>(
+        forRows<const char *, int, const char *>(
             {
                 {"all of them", "--size 5x4 --seed 18446744073709551615 --noise 0 --format 2003901", 0, "truth.txt"},
                 {"help", "--help", 0, "--noise"},
@@ -396,13 +376,13 @@ private slots:
                 {"noise without end", "--noise inf", 2, "--noise"},
                 {"unknown format", "--format 1302", 2, "'1302'"},
             },
-            [](const Case &c) {
+            [](const char *arguments, int code, const char *says) {
                 const QTemporaryDir directory;
-                const Outcome outcome = run(QStringList{"--out", directory.path()} + QString(c.arguments).split(' '));
-                QCOMPARE(outcome.code, c.code);
-                QVERIFY2((c.code == 0 ? outcome.out : outcome.err).contains(c.says), qPrintable(outcome.err));
-                QCOMPARE(outcome.err.count('\n'), c.code == 0 ? 0 : 1);
-                if (c.code != 0)
+                const Outcome outcome = run(QStringList{"--out", directory.path()} + QString(arguments).split(' '));
+                QCOMPARE(outcome.code, code);
+                QVERIFY2((code == 0 ? outcome.out : outcome.err).contains(says), qPrintable(outcome.err));
+                QCOMPARE(outcome.err.count('\n'), code == 0 ? 0 : 1);
+                if (code != 0)
                     QVERIFY(outcome.out.isEmpty() && QDir(directory.path()).isEmpty());
             });
     }

@@ -70,12 +70,7 @@ class TestSpectrum : public QObject
 private slots:
     void dataLines()
     {
-        struct Case {
-            const char *name;
-            QByteArray text;
-            int points;
-        };
-        forEach<Case>(
+        forRows<QByteArray, int>(
             {
                 {"four tokens are none", header + "10 10 1 100\n", 0},
                 {"five tokens are one, also without a line end", header + "10 10 1 100 50", 1},
@@ -88,23 +83,18 @@ private slots:
                 {"a second Offset line with five tokens is data as well",
                  header + "Offset 10 1 100 50\n10 10 1 100 50\n", 2},
             },
-            [](const Case &c) {
-                const SpectrumScan scan = parse(c.text);
-                QCOMPARE(scan.points.size(), c.points);
-                QCOMPARE(scan.hasData, c.points > 0);
+            [](const QByteArray &text, int points) {
+                const SpectrumScan scan = parse(text);
+                QCOMPARE(scan.points.size(), points);
+                QCOMPARE(scan.hasData, points > 0);
             });
     }
 
     void modeLines()
     {
-        struct Case {
-            const char *name, *modes, *data;
-            bool supported;
-            double mu;
-        };
         const double inf = std::numeric_limits<double>::infinity();
         const double ln4 = std::log(4.0);
-        forEach<Case>(
+        forRows<const char *, const char *, bool, double>(
             {
                 {"transmission", "Mode 0 0 1 2", "10 10 1 200 50", true, ln4},
                 {"the first transmission channel only", "Mode 0 0 1 2 2", "10 10 1 200 50 7", true, ln4},
@@ -123,12 +113,12 @@ private slots:
                 {"no transmission channel within the line", "Mode 0 0 1 0 2", "10 10 1 200 50", true, 0.0},
                 {"two Mode lines continue the channel list", "Mode 0 0 1\nMode 0 0 2", "10 10 1 200 50", true, ln4},
             },
-            [](const Case &c) {
-                const SpectrumScan scan = parse(QByteArray(c.modes) + "\nOffset\n" + c.data);
-                QCOMPARE(scan.isSupported, c.supported);
-                QCOMPARE(scan.hasData, c.supported);
-                if (c.supported)
-                    QCOMPARE(scan.points.at(0).mu, c.mu);
+            [](const char *modes, const char *data, bool supported, double mu) {
+                const SpectrumScan scan = parse(QByteArray(modes) + "\nOffset\n" + data);
+                QCOMPARE(scan.isSupported, supported);
+                QCOMPARE(scan.hasData, supported);
+                if (supported)
+                    QCOMPARE(scan.points.at(0).mu, mu);
             });
     }
 
@@ -150,12 +140,8 @@ private slots:
 
     void encodings()
     {
-        struct Case {
-            const char *name;
-            QByteArray text;
-        };
         const QByteArray plain = header + "10 12 1 200 50\n";
-        forEach<Case>(
+        forRows<QByteArray>(
             {
                 {"CRLF", QByteArray(plain).replace("\n", "\r\n")},
                 {"tabs", QByteArray(plain).replace(" ", "\t")},
@@ -167,8 +153,8 @@ private slots:
                 {"Japanese comment", "\xE8\xA9\xA6\xE6\x96\x99 A\n" + plain},
                 {"Shift-JIS comment", "\x8E\x8E\x97\xBF A\n" + plain},
             },
-            [](const Case &c) {
-                const SpectrumScan scan = parse(c.text);
+            [](const QByteArray &text) {
+                const SpectrumScan scan = parse(text);
                 QCOMPARE(scan.points.size(), 1);
                 QCOMPARE(scan.points[0].energy, energyOf(12, 3.13551));
                 QCOMPARE(scan.points[0].mu, std::log(4.0));
@@ -177,11 +163,6 @@ private slots:
 
     void badInput()
     {
-        struct Case {
-            const char *name;
-            QByteArray text;
-            int points;
-        };
         QByteArray noise;
         quint32 state = 1;
         for (int i = 0; i < 200000; ++i) {
@@ -189,7 +170,7 @@ private slots:
             noise += static_cast<char>(state >> 24);
         }
         const QByteArray numbers = QByteArray("1 ").repeated(1000000);
-        forEach<Case>(
+        forRows<QByteArray, int>(
             {
                 {"empty file", QByteArray(), 0},
                 {"binary noise", noise, 0},
@@ -200,9 +181,9 @@ private slots:
                 {"many tokens in a data line", header + numbers + "\n10 12 1 200 50\n", 2},
                 {"many channels", "Mode 0 0 " + numbers + "2\nOffset\n10 12 1 200 50\n", 1},
             },
-            [](const Case &c) {
-                QCOMPARE(parse(c.text).points.size(), c.points);
-                QCOMPARE(parse(c.text).hasData, c.points > 0);
+            [](const QByteArray &text, int points) {
+                QCOMPARE(parse(text).points.size(), points);
+                QCOMPARE(parse(text).hasData, points > 0);
             });
     }
 
@@ -274,14 +255,10 @@ private slots:
         }
     }
 
+    /// Of values at 100, 110, 120 ... eV; the second edge is that after a shift by 20 eV.
     void findEdge()
     {
-        struct Case {
-            const char *name;
-            QVector<double> mu;
-            double edge, shiftedBy20; // energies are 100, 110, 120, ...
-        };
-        forEach<Case>(
+        forRows<QVector<double>, double, double>(
             {
                 {"the steepest rise", {0, 0.1, 0.5, 0.6}, 115, 95},
                 {"the first of equal rises", {0, 1, 1, 2}, 105, 85},
@@ -290,14 +267,14 @@ private slots:
                 {"one point", {3}, 50, 40},
                 {"no point", {}, 0, 0},
             },
-            [](const Case &c) {
+            [](const QVector<double> &mu, double edge, double shiftedBy20) {
                 QVector<double> energies;
-                for (int i = 0; i < c.mu.size(); ++i)
+                for (int i = 0; i < mu.size(); ++i)
                     energies << 100.0 + 10.0 * i;
-                AMutE spectrum = spectrumOf(energies, c.mu);
-                QCOMPARE(spectrum.findEdge(), c.edge);
+                AMutE spectrum = spectrumOf(energies, mu);
+                QCOMPARE(spectrum.findEdge(), edge);
                 spectrum.setDE(20);
-                QCOMPARE(spectrum.findEdge(), c.shiftedBy20);
+                QCOMPARE(spectrum.findEdge(), shiftedBy20);
                 QCOMPARE(spectrum.edgeEnergy(), 0.0);
             });
     }
@@ -369,14 +346,8 @@ private slots:
 
     void segments()
     {
-        struct Case {
-            const char *name;
-            QVector<double> energies;
-            double energy;
-            int index;
-        };
         const QVector<double> scan = {100, 110, 110, 120};
-        forEach<Case>(
+        forRows<QVector<double>, double, int>(
             {
                 {"below", scan, 99, 0},
                 {"first point", scan, 100, 0},
@@ -388,8 +359,8 @@ private slots:
                 {"empty, above zero", {}, 1, -2},
                 {"empty, at zero", {}, 0, 0},
             },
-            [](const Case &c) {
-                QCOMPARE(spectrumOf(c.energies, QVector<double>(c.energies.size())).indexAt(c.energy), c.index);
+            [](const QVector<double> &energies, double energy, int index) {
+                QCOMPARE(spectrumOf(energies, QVector<double>(energies.size())).indexAt(energy), index);
             });
     }
 
@@ -410,14 +381,9 @@ private slots:
 
     void valueMinusLine()
     {
-        struct Case {
-            const char *name;
-            double energy;
-            bool found;
-        };
         AMutE spectrum = edgeSpectrum();
         spectrum.fitLines();
-        forEach<Case>(
+        forRows<double, bool>(
             {
                 {"below the first point", 7999.9, false},
                 {"at the first point", 8000, true},
@@ -426,14 +392,14 @@ private slots:
                 {"beyond the last point", 9000.1, false},
                 {"not a number", std::nan(""), false},
             },
-            [&spectrum](const Case &c) {
+            [&spectrum](double energy, bool found) {
                 double pre = -7;
                 double post = -7;
-                QCOMPARE(spectrum.valueMinusLine(c.energy, false, &pre), c.found);
-                QCOMPARE(spectrum.valueMinusLine(c.energy, true, &post), c.found);
-                QVERIFY(near(pre, c.found ? spectrum.muAt(c.energy) - spectrum.preLine(c.energy) : -7));
-                QVERIFY(near(post, c.found ? spectrum.muAt(c.energy) - spectrum.postLine(c.energy) : -7));
-                QVERIFY(!AMutE().valueMinusLine(c.energy, false, &pre));
+                QCOMPARE(spectrum.valueMinusLine(energy, false, &pre), found);
+                QCOMPARE(spectrum.valueMinusLine(energy, true, &post), found);
+                QVERIFY(near(pre, found ? spectrum.muAt(energy) - spectrum.preLine(energy) : -7));
+                QVERIFY(near(post, found ? spectrum.muAt(energy) - spectrum.postLine(energy) : -7));
+                QVERIFY(!AMutE().valueMinusLine(energy, false, &pre));
             });
     }
 

@@ -169,15 +169,11 @@ private slots:
     /// Whoever is told an edge can ask whether it is that of the file chosen.
     void filesOneAfterTheOther()
     {
-        struct Case {
-            const char *name, *file, *info;
-            bool isRead, isValid, isAnnounced;
-        };
         AXafsFileSelect select;
         QVector<bool> announced;
         connect(&select, &AXafsFileSelect::foundNewEdge, [&] { announced += select.lastReadSucceeded(); });
         QVERIFY(!select.lastReadSucceeded());
-        forEach<Case>(
+        forRows<const char *, const char *, bool, bool, bool>(
             {
                 {"nothing yet", "missing.dat", "Cannot read missing.dat", false, false, false},
                 {"a spectrum", "step.dat", "21 points, 7000-7200 eV", true, true, true},
@@ -185,25 +181,20 @@ private slots:
                 {"the spectrum goes", "none.dat", "none.dat is not a spectrum", false, false, false},
                 {"a spectrum again", "step.dat", "21 points, 7000-7200 eV", true, true, true},
             },
-            [&](const Case &c) {
+            [&](const char *file, const char *info, bool isRead, bool isValid, bool isAnnounced) {
                 announced.clear();
-                select.choose(path(c.file));
-                QCOMPARE(select.exInfo(), QString(c.info));
-                QCOMPARE(announced, c.isAnnounced ? QVector<bool>{c.isRead} : QVector<bool>());
-                QCOMPARE(select.lastReadSucceeded(), c.isRead);
-                QCOMPARE(select.valid(), c.isValid);
+                select.choose(path(file));
+                QCOMPARE(select.exInfo(), QString(info));
+                QCOMPARE(announced, isAnnounced ? QVector<bool>{isRead} : QVector<bool>());
+                QCOMPARE(select.lastReadSucceeded(), isRead);
+                QCOMPARE(select.valid(), isValid);
             });
     }
 
+    /// The lines are 0.1 and 1.1 everywhere; the last column is the value less the pre-edge line.
     void valueAtEnergy()
     {
-        struct Case {
-            const char *name, *dE;
-            double energy;
-            bool isInside;
-            double lessPreLine; // the lines are 0.1 and 1.1 everywhere
-        };
-        forEach<Case>(
+        forRows<const char *, double, bool, double>(
             {
                 {"before the edge", "0", 7042, true, 0},
                 {"half-way up", "0", 7105, true, 0.5},
@@ -214,18 +205,18 @@ private slots:
                 {"shifted away", "2.5", 7199, false, 0},
                 {"no number is no shift", "x", 7105, true, 0.5},
             },
-            [this](const Case &c) {
+            [this](const char *dE, double energy, bool isInside, double lessPreLine) {
                 AXafsFileSelect select;
                 double value = -7;
-                QVERIFY(!select.valueAtEnergy(c.energy, &value));
+                QVERIFY(!select.valueAtEnergy(energy, &value));
                 select.newFile(path("step.dat"));
                 setStepEdge(&select.spectrum());
                 type(field(&select, "dE"), "99");
-                type(field(&select, "dE"), c.dE);
+                type(field(&select, "dE"), dE);
                 for (const bool isPost : {false, true}) {
                     select.setSubtractPostLine(isPost);
-                    QCOMPARE(select.valueAtEnergy(c.energy, &value), c.isInside);
-                    const double wanted = c.isInside ? c.lessPreLine - (isPost ? 1 : 0) : -7;
+                    QCOMPARE(select.valueAtEnergy(energy, &value), isInside);
+                    const double wanted = isInside ? lessPreLine - (isPost ? 1 : 0) : -7;
                     QVERIFY(std::abs(value - wanted) < 1e-6);
                 }
             });
