@@ -1,10 +1,12 @@
 #include "analysis/methods/LinearCombination.h"
 #include "analysis/model/ResultText.h"
 #include "tests/MethodSamples.h"
+#include "tests/Tables.h"
 
 #include <QtTest>
 
 #include <clocale>
+#include <cmath>
 #include <limits>
 #include <random>
 
@@ -20,151 +22,144 @@ class TestLinearCombination : public QObject
     Q_OBJECT
 
 private slots:
-    void linearCombinationComesBack_data();
-    void linearCombinationComesBack();
-    void linearCombinationQuality();
-    void linearCombinationWithoutPoints();
-    void resultNumbers_data();
-    void resultNumbers();
-    void resultTexts();
-};
-
-void TestLinearCombination::linearCombinationComesBack_data()
-{
-    QTest::addColumn<std::vector<double>>("coefficients");
-    QTest::addColumn<double>("base");
-    QTest::newRow("two that sum up to 1") << std::vector<double>{0.3, 0.7} << 0.0;
-    QTest::newRow("three with a base") << std::vector<double>{0.5, 0.2, 0.4} << -0.03;
-    QTest::newRow("sum of 0.8") << std::vector<double>{0.6, 0.2} << 0.0;
-    QTest::newRow("four, one negative") << std::vector<double>{0.9, 0.3, -0.3, 0.2} << 0.1;
-}
-
-void TestLinearCombination::linearCombinationComesBack()
-{
-    QFETCH(std::vector<double>, coefficients);
-    QFETCH(double, base);
-    std::vector<AMutE> references;
-    for (std::size_t j = 0; j < coefficients.size(); ++j)
-        references.push_back(referenceSpectrum(j));
-    const AMutE target = makeSpectrum(0.7, 1.5, [&](double energy) {
-        double value = base;
-        for (std::size_t j = 0; j < references.size(); ++j)
-            value += coefficients[j] * references[j].valueAtEnergy(AMutE::ByBothLines, energy);
-        return value;
-    });
-    LinearCombinationInput input;
-    for (const AMutE &reference : references)
-        input.references.push_back(&reference);
-    input.valences.assign(fourValences.begin(), fourValences.begin() + static_cast<int>(references.size()));
-    input.target = &target;
-    input.energyMin = 7102;
-    input.energyMax = 7175;
-    const LinearCombination fit = fitLinearCombination(input);
-
-    QCOMPARE(fit.points, 74); // both ends included, in energies shifted by 1.5 eV
-    double sum = 0.0, rawValence = 0.0;
-    for (std::size_t j = 0; j < coefficients.size(); ++j) {
-        sum += coefficients[j];
-        rawValence += coefficients[j] * fourValences[j];
+    void mixturesComeBack()
+    {
+        struct Case {
+            const char *name;
+            std::vector<double> coefficients;
+            double base;
+        };
+        forEach<Case>({{"two that sum up to 1", {0.3, 0.7}, 0.0},
+                       {"three with a base", {0.5, 0.2, 0.4}, -0.03},
+                       {"sum of 0.8", {0.6, 0.2}, 0.0},
+                       {"four, one negative", {0.9, 0.3, -0.3, 0.2}, 0.1}},
+                      [](const Case &c) { checkMixture(c.coefficients, c.base); });
     }
-    for (std::size_t j = 0; j < coefficients.size(); ++j) {
-        QVERIFY2(near(fit.coefficients[j], coefficients[j]), qPrintable(QString::number(fit.coefficients[j], 'g', 15)));
-        QVERIFY(near(fit.fractions[j], coefficients[j] / sum));
-        QVERIFY(fit.standardErrors[j] < 1e-8);
-    }
-    QVERIFY(near(fit.sum, sum));
-    QVERIFY(near(fit.base, base));
-    QVERIFY(near(fit.valence, rawValence)); // not divided by the sum
-    QVERIFY(fit.rFactor < 1e-18);
-    QCOMPARE(fit.fitted.pointCount(), 74);
-    QCOMPARE(fit.fitted.points().first().energy, 7102.0);
-    QCOMPARE(fit.fitted.points().last().energy, 7175.0);
-    QVERIFY(near(fit.fitted.points().at(20).mu, target.valueAtEnergy(AMutE::ByBothLines, 7122)));
-}
 
-/// One reference, so that the textbook's straight line y = b + c x tells R-factor and standard errors.
-void TestLinearCombination::linearCombinationQuality()
-{
-    const AMutE reference = referenceSpectrum(1);
-    std::mt19937 random(2);
-    const AMutE target = makeSpectrum(1.0, 0.0, [&](double energy) {
-        return 0.9 * referenceValue(1, energy) / jumps[1] + static_cast<double>(random() % 100) * 1e-3;
-    });
-    const LinearCombination fit = fitLinearCombination({{&reference}, {3}, &target, 7110, 7150});
-    long double n = 0, sx = 0, sy = 0, sxx = 0, sxy = 0, syy = 0;
-    for (int i = 110; i <= 150; ++i) {
-        const long double x = reference.valueAt(AMutE::ByBothLines, i);
-        const long double y = target.valueAt(AMutE::ByBothLines, i);
-        n += 1, sx += x, sy += y, sxx += x * x, sxy += x * y, syy += y * y;
-    }
-    const long double spread = sxx - sx * sx / n;
-    const long double c = (sxy - sx * sy / n) / spread;
-    const long double residuals = syy - sy * sy / n - c * (sxy - sx * sy / n);
-    const long double variance = residuals / (n - 2);
-    QCOMPARE(fit.points, 41);
-    QVERIFY(near(fit.coefficients[0], static_cast<double>(c)));
-    QVERIFY(near(fit.rFactor / static_cast<double>(residuals / syy), 1.0, 1e-8));
-    QCOMPARE(fit.standardErrors.size(), std::size_t(2));
-    QVERIFY(near(fit.standardErrors[0] / static_cast<double>(std::sqrt(variance / spread)), 1.0, 1e-8));
-    QVERIFY(near(fit.standardErrors[1] / static_cast<double>(std::sqrt(variance * sxx / n / spread)), 1.0, 1e-8));
-}
-
-void TestLinearCombination::linearCombinationWithoutPoints()
-{
-    const AMutE a = referenceSpectrum(0);
-    const AMutE b = referenceSpectrum(1);
-    const LinearCombination none = fitLinearCombination({{&a, &b}, {2, 3}, &b, 7120.2, 7120.4});
-    QCOMPARE(none.points, 0);
-    QVERIFY(std::isnan(none.valence));
-    QVERIFY(std::isnan(none.rFactor));
-    const LinearCombination one = fitLinearCombination({{&a, &b}, {2, 3}, &b, 7120, 7120});
-    QCOMPARE(one.points, 1); // the one at that energy
-    QVERIFY(!std::isfinite(one.standardErrors[0]));
-    const LinearCombination empty = fitLinearCombination({{&a, &b}, {2, 3}, &b, 1e300, -1e300});
-    QCOMPARE(empty.points, 0);
-}
-
-void TestLinearCombination::resultNumbers_data()
-{
-    QTest::addColumn<double>("value");
-    QTest::addColumn<QString>("text");
-    QTest::newRow("positive") << 0.4123 << " 0.412";
-    QTest::newRow("negative") << -0.4126 << "-0.413";
-    QTest::newRow("tie") << 0.0625 << " 0.062";
-    QTest::newRow("zero below zero") << -0.0001 << "-0.000";
-    QTest::newRow("wide") << 12345.6789 << " 12345.679";
-    QTest::newRow("infinite") << infinity << "   inf";
-    QTest::newRow("negative infinite") << -infinity << "  -inf";
-    QTest::newRow("no number") << std::nan("") << "   nan";
-    QTest::newRow("no number with a sign") << -std::nan("") << "   nan";
-    QTest::newRow("largest") << -std::numeric_limits<double>::max()
-                             << QString::number(-std::numeric_limits<double>::max(), 'f', 3);
-}
-
-void TestLinearCombination::resultNumbers()
-{
-    QFETCH(double, value);
-    QFETCH(QString, text);
-    QCOMPARE(resultNumber(value), text);
-    // A locale with a decimal comma, where the machine has one.
-    for (const char *name : {"de_DE.UTF-8", "fr_FR.UTF-8", "de_DE", "ru_RU.UTF-8"}) {
-        if (std::setlocale(LC_NUMERIC, name)) {
-            const QString inThatLocale = resultNumber(value);
-            std::setlocale(LC_NUMERIC, "C");
-            QCOMPARE(inThatLocale, text);
+    /// One reference, so that the textbook's straight line y = b + c x tells R-factor and standard errors.
+    void quality()
+    {
+        const AMutE reference = referenceSpectrum(1);
+        std::mt19937 random(2);
+        const AMutE target = makeSpectrum(1.0, 0.0, [&](double energy) {
+            return 0.9 * referenceValue(1, energy) / jumps[1] + static_cast<double>(random() % 100) * 1e-3;
+        });
+        const LinearCombination fit = fitLinearCombination({{&reference}, {3}, &target, 7110, 7150});
+        long double n = 0, sx = 0, sy = 0, sxx = 0, sxy = 0, syy = 0;
+        for (int i = 110; i <= 150; ++i) {
+            const long double x = reference.valueAt(AMutE::ByBothLines, i);
+            const long double y = target.valueAt(AMutE::ByBothLines, i);
+            n += 1, sx += x, sy += y, sxx += x * x, sxy += x * y, syy += y * y;
         }
+        const long double spread = sxx - sx * sx / n;
+        const long double c = (sxy - sx * sy / n) / spread;
+        const long double residuals = syy - sy * sy / n - c * (sxy - sx * sy / n);
+        const long double variance = residuals / (n - 2);
+        QCOMPARE(fit.points, 41);
+        QVERIFY(near(fit.coefficients[0], static_cast<double>(c)));
+        QVERIFY(near(fit.rFactor / static_cast<double>(residuals / syy), 1.0, 1e-8));
+        QCOMPARE(fit.standardErrors.size(), std::size_t(2));
+        QVERIFY(near(fit.standardErrors[0] / static_cast<double>(std::sqrt(variance / spread)), 1.0, 1e-8));
+        QVERIFY(near(fit.standardErrors[1] / static_cast<double>(std::sqrt(variance * sxx / n / spread)), 1.0, 1e-8));
     }
-}
 
-void TestLinearCombination::resultTexts()
-{
-    QCOMPARE(linearCombinationText({0.412, 0.301, 0.287}, 2.713, 0.004),
-             QString("Result of LCF ::  0.412 :  0.301 :  0.287, Valence =  2.713, Base =  0.004"));
-    QCOMPARE(linearCombinationText({-0.5, std::nan("")}, infinity, -1234.5),
-             QString("Result of LCF :: -0.500 :    nan, Valence =    inf, Base = -1234.500"));
-    QCOMPARE(nonEquivalentText({0.25, 0.75}, 2.75, 0.914),
-             QString("Result of NEQ ::  0.250 :  0.750, Valence =  2.750, t =  0.914"));
-}
+    void withoutPoints()
+    {
+        const AMutE a = referenceSpectrum(0);
+        const AMutE b = referenceSpectrum(1);
+        const LinearCombination none = fitLinearCombination({{&a, &b}, {2, 3}, &b, 7120.2, 7120.4});
+        QCOMPARE(none.points, 0);
+        QVERIFY(std::isnan(none.valence));
+        QVERIFY(std::isnan(none.rFactor));
+        const LinearCombination one = fitLinearCombination({{&a, &b}, {2, 3}, &b, 7120, 7120});
+        QCOMPARE(one.points, 1); // the one at that energy
+        QVERIFY(!std::isfinite(one.standardErrors[0]));
+        const LinearCombination empty = fitLinearCombination({{&a, &b}, {2, 3}, &b, 1e300, -1e300});
+        QCOMPARE(empty.points, 0);
+    }
+
+    void resultNumbers()
+    {
+        struct Case {
+            const char *name;
+            double value;
+            QString text;
+        };
+        const double largest = std::numeric_limits<double>::max();
+        forEach<Case>({{"positive", 0.4123, " 0.412"},
+                       {"negative", -0.4126, "-0.413"},
+                       {"tie", 0.0625, " 0.062"},
+                       {"zero below zero", -0.0001, "-0.000"},
+                       {"wide", 12345.6789, " 12345.679"},
+                       {"infinite", infinity, "   inf"},
+                       {"negative infinite", -infinity, "  -inf"},
+                       {"no number", std::nan(""), "   nan"},
+                       {"no number with a sign", -std::nan(""), "   nan"},
+                       {"largest", -largest, QString::number(-largest, 'f', 3)}},
+                      [](const Case &c) {
+                          QCOMPARE(resultNumber(c.value), c.text);
+                          // A locale with a decimal comma, where the machine has one.
+                          for (const char *name : {"de_DE.UTF-8", "fr_FR.UTF-8", "de_DE", "ru_RU.UTF-8"}) {
+                              if (!std::setlocale(LC_NUMERIC, name))
+                                  continue;
+                              const QString inThatLocale = resultNumber(c.value);
+                              std::setlocale(LC_NUMERIC, "C");
+                              QCOMPARE(inThatLocale, c.text);
+                          }
+                      });
+    }
+
+    void resultTexts()
+    {
+        QCOMPARE(linearCombinationText({0.412, 0.301, 0.287}, 2.713, 0.004),
+                 QString("Result of LCF ::  0.412 :  0.301 :  0.287, Valence =  2.713, Base =  0.004"));
+        QCOMPARE(linearCombinationText({-0.5, std::nan("")}, infinity, -1234.5),
+                 QString("Result of LCF :: -0.500 :    nan, Valence =    inf, Base = -1234.500"));
+        QCOMPARE(nonEquivalentText({0.25, 0.75}, 2.75, 0.914),
+                 QString("Result of NEQ ::  0.250 :  0.750, Valence =  2.750, t =  0.914"));
+    }
+
+private:
+    static void checkMixture(const std::vector<double> &coefficients, double base)
+    {
+        std::vector<AMutE> references;
+        LinearCombinationInput input;
+        double sum = 0.0, rawValence = 0.0;
+        for (std::size_t j = 0; j < coefficients.size(); ++j) {
+            references.push_back(referenceSpectrum(j));
+            sum += coefficients[j];
+            rawValence += coefficients[j] * fourValences[j];
+        }
+        for (const AMutE &reference : references)
+            input.references.push_back(&reference);
+        const AMutE target = makeSpectrum(0.7, 1.5, [&](double energy) {
+            double value = base;
+            for (std::size_t j = 0; j < references.size(); ++j)
+                value += coefficients[j] * references[j].valueAtEnergy(AMutE::ByBothLines, energy);
+            return value;
+        });
+        input.valences = fourValences;
+        input.target = &target;
+        input.energyMin = 7102;
+        input.energyMax = 7175;
+        const LinearCombination fit = fitLinearCombination(input);
+
+        QCOMPARE(fit.points, 74); // both ends included, in energies shifted by 1.5 eV
+        for (std::size_t j = 0; j < coefficients.size(); ++j) {
+            QVERIFY2(near(fit.coefficients[j], coefficients[j]), qPrintable(QString::number(j)));
+            QVERIFY(near(fit.fractions[j], coefficients[j] / sum));
+            QVERIFY(fit.standardErrors[j] < 1e-8);
+        }
+        QVERIFY(near(fit.sum, sum));
+        QVERIFY(near(fit.base, base));
+        QVERIFY(near(fit.valence, rawValence)); // not divided by the sum
+        QVERIFY(fit.rFactor < 1e-18);
+        QCOMPARE(fit.fitted.pointCount(), 74);
+        QCOMPARE(fit.fitted.points().first().energy, 7102.0);
+        QCOMPARE(fit.fitted.points().last().energy, 7175.0);
+        QVERIFY(near(fit.fitted.points().at(20).mu, target.valueAtEnergy(AMutE::ByBothLines, 7122)));
+    }
+};
 
 QTEST_APPLESS_MAIN(TestLinearCombination)
 #include "TestLinearCombination.moc"

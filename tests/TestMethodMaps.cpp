@@ -2,6 +2,7 @@
 #include "analysis/methods/NonEquivalent.h"
 #include "analysis/results/MapRecords.h"
 #include "tests/MethodSamples.h"
+#include "tests/Tables.h"
 
 #include <QtTest>
 
@@ -79,199 +80,185 @@ std::vector<numeric::InstructionSet> instructionSets()
 
 } // namespace
 
-/// Map calculations against the plain solution of each pixel.
+/// Map calculations against the plain solution of each pixel, to the last bit, also where that is infinite or no
+/// number, for any number of threads and every instruction set.
 class TestMethodMaps : public QObject
 {
     Q_OBJECT
 
 private slots:
-    void nonEquivalentMapIsThePlainFit_data();
-    void nonEquivalentMapIsThePlainFit();
-    void unusedQuantitiesAreZeroAgain();
-    void refusedMapsChangeNothing();
-    void fourPointsMapIsThePlainSolution_data();
-    void fourPointsMapIsThePlainSolution();
-    void valencePlane();
-};
-
-void TestMethodMaps::nonEquivalentMapIsThePlainFit_data()
-{
-    QTest::addColumn<int>("references");
-    QTest::addColumn<bool>("victoreen");
-    QTest::addColumn<int>("points");
-    for (const int references : {1, 2, 3, 4}) {
-        for (const bool victoreen : {false, true}) {
-            QTest::addRow("%d %s", references, victoreen ? "Victoreen" : "linear") << references << victoreen << 8;
-            QTest::addRow("%d %s, too few points", references, victoreen ? "Victoreen" : "linear")
-                << references << victoreen << 2;
+    void nonEquivalentMapIsThePlainFit()
+    {
+        for (const std::size_t references : {1u, 2u, 3u, 4u}) {
+            for (const auto background : {NonEquivalentBackground::Linear, NonEquivalentBackground::Victoreen}) {
+                for (const int points : {8, 2}) // 2 are too few
+                    checkNonEquivalentMap(references, background, points);
+            }
         }
     }
-}
 
-/// Every pixel of a map is what the plain fit of its own column gives, to the last bit, also where that is infinite or
-/// no number, for any number of threads and every instruction set.
-void TestMethodMaps::nonEquivalentMapIsThePlainFit()
-{
-    QFETCH(int, references);
-    QFETCH(bool, victoreen);
-    QFETCH(int, points);
-    const std::vector<double> energies(eightEnergies.begin(), eightEnergies.begin() + points);
-    constexpr int width = 137, height = 97; // enough for three threads
-    std::vector<A2DData> maps = oddMaps(energies, width, height);
-    maps.front().setSize(width, height + 1); // promises a row that no map has
-    NonEquivalentMapInput input;
-    input.background = victoreen ? NonEquivalentBackground::Victoreen : NonEquivalentBackground::Linear;
-    input.references = referencesAt(energies, static_cast<std::size_t>(references));
-    input.valences.assign(fourValences.begin(), fourValences.begin() + references);
-    input.maps = pointersTo(maps);
+    void fourPointsMapIsThePlainSolution()
+    {
+        using Variant = FourPointsVariant;
+        struct Case {
+            const char *name;
+            Variant variant;
+            std::vector<double> energies;
+        };
+        forEach<Case>({{"three", Variant::ThreePoint, {7000, 7400, 7119}},
+                       {"exact", Variant::Exact, {7000, 7060, 7400, 7119}},
+                       {"least squares, 3 anchors", Variant::LeastSquares, {7000, 7060, 7400, 7119}},
+                       {"least squares, 7 anchors", Variant::LeastSquares, eightEnergies},
+                       {"energies that add up to 0", Variant::LeastSquares, {-200, 0, 200, 10}},
+                       {"small energies", Variant::LeastSquares, {0.1, 0.2, 0.4, 0.3}},
+                       {"one energy", Variant::LeastSquares, {7000, 7000, 7000, 7000}},
+                       {"too few points", Variant::Exact, {7000, 7060, 7119}}},
+                      [](const Case &c) { checkFourPointsMap(c.variant, c.energies); });
+    }
 
-    ResultRecords first;
-    QVERIFY(fillRecords(input, &first, 1, numeric::InstructionSet::Baseline));
-    QCOMPARE(first.count(), std::size_t(width) * (height + 1));
-    for (std::size_t i = 0; i < first.count(); ++i) {
+    /// Memory stays from run to run: what the run before left must not show through.
+    void unusedQuantitiesAreZeroAgain()
+    {
+        const std::vector<A2DData> maps = oddMaps(eightEnergies, 20, 11);
+        const NonEquivalentMapInput two = inputOf(maps, eightEnergies, 2, NonEquivalentBackground::Linear);
+        const NonEquivalentMapInput four = inputOf(maps, eightEnergies, 4, NonEquivalentBackground::Victoreen);
+        FourPointsMapInput points;
+        points.variant = FourPointsVariant::ThreePoint;
+        points.references = {{7000, 7400, 7119}, {0, 1.3, 0.5}, {0, 0.8, 0.1}, 1.0};
+        points.maps = {&maps[0], &maps[6], &maps[3]};
+
+        ResultRecords results;
+        QVERIFY(fillRecords(two, &results)); // zero planes exist before the others are filled
+        for (const bool fourPointsBetween : {false, true}) {
+            QVERIFY(fillRecords(four, &results));
+            QVERIFY(results.record(0).values[c2] != 0.0);
+            QVERIFY(results.record(0).values[ratio + 3] != 0.0);
+            if (fourPointsBetween) {
+                QVERIFY(fillRecords(points, &results));
+                QVERIFY(qAsConst(results).quantity(ratio) == nullptr);
+            }
+            QVERIFY(fillRecords(two, &results));
+            for (std::size_t i = 0; i < results.count(); ++i) {
+                for (const int q : {ratio + 2, ratio + 3, dMut + 2, dMut + 3, c2 + 0})
+                    QVERIFY(results.record(i).values[q] == 0.0);
+            }
+        }
+    }
+
+    void refusedMapsChangeNothing()
+    {
+        std::vector<A2DData> maps = oddMaps(eightEnergies, 5, 4);
+        NonEquivalentMapInput input = inputOf(maps, eightEnergies, 2, NonEquivalentBackground::Linear);
+        ResultRecords results;
+        QVERIFY(fillRecords(input, &results));
+        const double before = results.record(0).values[valence];
+        for (const QSize tooLarge : {QSize(1 << 14, (1 << 13) + 1), // one row beyond 2^27
+                                     QSize(std::numeric_limits<int>::max(), std::numeric_limits<int>::max())}) {
+            maps.front().setSize(tooLarge.width(), tooLarge.height());
+            QVERIFY(!fillRecords(input, &results));
+        }
+        maps.front().setSize(5, 4);
+        input.maps.pop_back(); // an energy without a map
+        QVERIFY(!fillRecords(input, &results));
+        input.maps = pointersTo(maps);
+        input.valences = {2};
+        QVERIFY(!fillRecords(input, &results));
+        QCOMPARE(results.count(), std::size_t(20));
+        QCOMPARE(results.record(0).values[valence], before);
+    }
+
+    void valencePlane()
+    {
+        std::vector<double> a = {0, 1, 0.25, -2, infinity, 1e9, 0.1};
+        const std::vector<double> before = a;
+        mixedValences(2, 3, a.data(), a.size(), a.data());
+        for (std::size_t i = 0; i < a.size(); ++i)
+            QVERIFY(sameNumber(a[i], mixedValence(2, 3, before[i])));
+    }
+
+private:
+    static NonEquivalentMapInput inputOf(const std::vector<A2DData> &maps, const std::vector<double> &energies,
+                                         std::size_t references, NonEquivalentBackground background)
+    {
+        return {background,
+                referencesAt(energies, references),
+                {fourValences.begin(), fourValences.begin() + static_cast<int>(references)},
+                pointersTo(maps)};
+    }
+
+    static std::vector<double> pixelOf(const std::vector<A2DData> &maps, std::size_t i)
+    {
         std::vector<double> y;
         for (const A2DData &map : maps)
             y.push_back(map.absorption(static_cast<qint64>(i)));
-        const NonEquivalentValues wanted = solveNonEquivalent(input.background, y, input.references, input.valences);
-        const ResultRecord got = first.record(i);
-        for (int q = 0; q < ResultPosition::count; ++q)
-            QVERIFY2(sameNumber(got.values[q], wanted[static_cast<std::size_t>(q)]),
-                     qPrintable(QString("pixel %1, quantity %2: %3").arg(i).arg(q).arg(got.values[q])));
-        const bool known = static_cast<qint64>(i) < maps.front().count();
-        QCOMPARE(got.x, known ? static_cast<double>(i % width) : 0.0);
-        QCOMPARE(got.y, known ? 2.0 * static_cast<double>(i / width) : 0.0);
+        return y;
     }
-    for (const numeric::InstructionSet set : instructionSets()) {
-        for (const int threads : {1, 2, 3, 0}) {
-            ResultRecords other;
-            QVERIFY(fillRecords(input, &other, threads, set));
+
+    static void checkNonEquivalentMap(std::size_t references, NonEquivalentBackground background, int points)
+    {
+        const std::vector<double> energies(eightEnergies.begin(), eightEnergies.begin() + points);
+        constexpr int width = 137, height = 97; // enough for three threads
+        std::vector<A2DData> maps = oddMaps(energies, width, height);
+        maps.front().setSize(width, height + 1); // promises a row that no map has
+        const NonEquivalentMapInput input = inputOf(maps, energies, references, background);
+
+        ResultRecords first;
+        QVERIFY(fillRecords(input, &first, 1, numeric::InstructionSet::Baseline));
+        QCOMPARE(first.count(), std::size_t(width) * (height + 1));
+        for (std::size_t i = 0; i < first.count(); ++i) {
+            const NonEquivalentValues wanted =
+                solveNonEquivalent(background, pixelOf(maps, i), input.references, input.valences);
+            const ResultRecord got = first.record(i);
             for (int q = 0; q < ResultPosition::count; ++q)
-                QVERIFY(samePlane(other.quantity(q), first.quantity(q), first.count()));
+                QVERIFY2(sameNumber(got.values[q], wanted[static_cast<std::size_t>(q)]),
+                         qPrintable(QString("%1 references, pixel %2, quantity %3").arg(references).arg(i).arg(q)));
+            QVERIFY(sameNumber(got.a, wanted[ratio]) && sameNumber(got.t, wanted[amount]));
+            const bool known = static_cast<qint64>(i) < maps.front().count();
+            QCOMPARE(got.x, known ? static_cast<double>(i % width) : 0.0);
+            QCOMPARE(got.y, known ? 2.0 * static_cast<double>(i / width) : 0.0);
+        }
+        for (const numeric::InstructionSet set : instructionSets()) {
+            for (const int threads : {1, 2, 3, 0}) {
+                ResultRecords other;
+                QVERIFY(fillRecords(input, &other, threads, set));
+                for (int q = 0; q < ResultPosition::count; ++q)
+                    QVERIFY(samePlane(other.quantity(q), first.quantity(q), first.count()));
+            }
         }
     }
-}
 
-/// Memory stays from run to run: what the run before left must not show through.
-void TestMethodMaps::unusedQuantitiesAreZeroAgain()
-{
-    const std::vector<A2DData> maps = oddMaps(eightEnergies, 20, 11);
-    NonEquivalentMapInput two, four;
-    two.references = referencesAt(eightEnergies, 2);
-    two.valences = {2, 3};
-    four.background = NonEquivalentBackground::Victoreen;
-    four.references = referencesAt(eightEnergies, 4);
-    four.valences = fourValences;
-    two.maps = four.maps = pointersTo(maps);
-    FourPointsMapInput points;
-    points.variant = FourPointsVariant::ThreePoint;
-    points.references = {{7000, 7400, 7119}, {0, 1.3, 0.5}, {0, 0.8, 0.1}, 1.0};
-    points.maps = {&maps[0], &maps[6], &maps[3]};
-
-    ResultRecords results;
-    QVERIFY(fillRecords(two, &results)); // zero planes exist before the others are filled
-    for (const bool fourPointsBetween : {false, true}) {
-        QVERIFY(fillRecords(four, &results));
-        QVERIFY(results.record(0).values[c2] != 0.0);
-        QVERIFY(results.record(0).values[ratio + 3] != 0.0);
-        if (fourPointsBetween) {
-            QVERIFY(fillRecords(points, &results));
-            QVERIFY(static_cast<const ResultRecords &>(results).quantity(0) == nullptr);
+    static void checkFourPointsMap(FourPointsVariant variant, const std::vector<double> &energies)
+    {
+        const std::vector<A2DData> maps = oddMaps(energies, 131, 101);
+        FourPointsMapInput input;
+        input.variant = variant;
+        input.maps = pointersTo(maps);
+        input.references.energies = energies;
+        for (std::size_t k = 0; k < energies.size(); ++k) {
+            input.references.a.push_back(0.1 + referenceValue(0, eightEnergies[k]));
+            input.references.b.push_back(0.2 + referenceValue(1, eightEnergies[k]));
         }
-        QVERIFY(fillRecords(two, &results));
-        for (std::size_t i = 0; i < results.count(); ++i) {
-            const ResultRecord record = results.record(i);
-            for (const int q : {ratio + 2, ratio + 3, dMut + 2, dMut + 3, c2 + 0})
-                QVERIFY(record.values[q] == 0.0);
+        input.references.r = jumps[0] / jumps[1];
+
+        std::vector<double> wantedA, wantedT;
+        numeric::LinearSystem work(3);
+        const auto pixels = static_cast<std::size_t>(maps.back().nx() * maps.back().ny());
+        for (std::size_t i = 0; i < pixels; ++i) {
+            const FourPointsResult wanted = solveFourPoints(variant, input.references, pixelOf(maps, i).data(), &work);
+            wantedA.push_back(wanted.a);
+            wantedT.push_back(wanted.t);
+        }
+        for (const numeric::InstructionSet set : instructionSets()) {
+            for (const int threads : {1, 2, 3, 0}) {
+                ResultRecords results;
+                QVERIFY(fillRecords(input, &results, threads, set));
+                QCOMPARE(results.count(), pixels);
+                QVERIFY(samePlane(results.a(), wantedA.data(), pixels));
+                QVERIFY(samePlane(results.t(), wantedT.data(), pixels));
+            }
         }
     }
-}
-
-void TestMethodMaps::refusedMapsChangeNothing()
-{
-    std::vector<A2DData> maps = oddMaps(eightEnergies, 5, 4);
-    NonEquivalentMapInput input;
-    input.references = referencesAt(eightEnergies, 2);
-    input.valences = {2, 3};
-    input.maps = pointersTo(maps);
-    ResultRecords results;
-    QVERIFY(fillRecords(input, &results));
-    const double before = results.record(0).values[valence];
-    maps.front().setSize(1 << 14, (1 << 13) + 1); // one row beyond 2^27
-    QVERIFY(!fillRecords(input, &results));
-    maps.front().setSize(5, 4);
-    input.maps.pop_back(); // an energy without a map
-    QVERIFY(!fillRecords(input, &results));
-    input.maps = pointersTo(maps);
-    input.valences = {2};
-    QVERIFY(!fillRecords(input, &results));
-    QCOMPARE(results.count(), std::size_t(20));
-    QCOMPARE(results.record(0).values[valence], before);
-}
-
-void TestMethodMaps::fourPointsMapIsThePlainSolution_data()
-{
-    QTest::addColumn<int>("variant");
-    QTest::addColumn<std::vector<double>>("energies");
-    const auto row = [](const char *name, FourPointsVariant variant, const std::vector<double> &energies) {
-        QTest::newRow(name) << static_cast<int>(variant) << energies;
-    };
-    row("three", FourPointsVariant::ThreePoint, {7000, 7400, 7119});
-    row("exact", FourPointsVariant::Exact, {7000, 7060, 7400, 7119});
-    row("least squares, 3 anchors", FourPointsVariant::LeastSquares, {7000, 7060, 7400, 7119});
-    row("least squares, 7 anchors", FourPointsVariant::LeastSquares, eightEnergies);
-    row("energies that add up to 0", FourPointsVariant::LeastSquares, {-200, 0, 200, 10});
-    row("small energies", FourPointsVariant::LeastSquares, {0.1, 0.2, 0.4, 0.3});
-    row("one energy", FourPointsVariant::LeastSquares, {7000, 7000, 7000, 7000});
-    row("too few points", FourPointsVariant::Exact, {7000, 7060, 7119});
-}
-
-/// As for the non-equivalent method: bit for bit what the solvers for one target give.
-void TestMethodMaps::fourPointsMapIsThePlainSolution()
-{
-    QFETCH(int, variant);
-    QFETCH(std::vector<double>, energies);
-    constexpr int width = 131, height = 101;
-    const std::vector<A2DData> maps = oddMaps(energies, width, height);
-    FourPointsMapInput input;
-    input.variant = static_cast<FourPointsVariant>(variant);
-    input.maps = pointersTo(maps);
-    input.references.energies = energies;
-    for (std::size_t k = 0; k < energies.size(); ++k) {
-        input.references.a.push_back(0.1 + referenceValue(0, eightEnergies[k]));
-        input.references.b.push_back(0.2 + referenceValue(1, eightEnergies[k]));
-    }
-    input.references.r = jumps[0] / jumps[1];
-
-    std::vector<double> wantedA, wantedT;
-    numeric::LinearSystem work(3);
-    const std::size_t pixels = static_cast<std::size_t>(maps.back().nx()) * static_cast<std::size_t>(maps.back().ny());
-    for (std::size_t i = 0; i < pixels; ++i) {
-        std::vector<double> x;
-        for (const A2DData &map : maps)
-            x.push_back(map.absorption(static_cast<qint64>(i)));
-        const FourPointsResult wanted = solveFourPoints(input.variant, input.references, x.data(), &work);
-        wantedA.push_back(wanted.a);
-        wantedT.push_back(wanted.t);
-    }
-    for (const numeric::InstructionSet set : instructionSets()) {
-        for (const int threads : {1, 2, 3, 0}) {
-            ResultRecords results;
-            QVERIFY(fillRecords(input, &results, threads, set));
-            QCOMPARE(results.count(), pixels);
-            QVERIFY(samePlane(results.a(), wantedA.data(), pixels));
-            QVERIFY(samePlane(results.t(), wantedT.data(), pixels));
-        }
-    }
-}
-
-void TestMethodMaps::valencePlane()
-{
-    std::vector<double> a = {0, 1, 0.25, -2, infinity, 1e9, 0.1};
-    const std::vector<double> before = a;
-    mixedValences(2, 3, a.data(), a.size(), a.data());
-    for (std::size_t i = 0; i < a.size(); ++i)
-        QVERIFY(sameNumber(a[i], mixedValence(2, 3, before[i])));
-}
+};
 
 QTEST_APPLESS_MAIN(TestMethodMaps)
 #include "TestMethodMaps.moc"
