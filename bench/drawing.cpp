@@ -8,6 +8,7 @@
 #include "analysis/drawing/MutsDrawing.h"
 #include "analysis/drawing/PointCloud.h"
 #include "analysis/drawing/ScatterDrawing.h"
+#include "analysis/results/QuantityRange.h"
 #include "display/DispABase.h"
 #include "display/DispMBase.h"
 #include "display/HistogramBins.h"
@@ -18,6 +19,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <cstddef>
 #include <cstdint>
 #include <cstdio>
 #include <functional>

@@ -8,6 +8,7 @@
 #include "display/Displays.h"
 #include "display/HeaderMenu.h"
 #include "display/Histgram.h"
+#include "display/HistogramBins.h"
 #include "display/MarkLine.h"
 #include "display/PopBase.h"
 

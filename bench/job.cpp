@@ -6,6 +6,7 @@
 #include "samples/EdgeModel.h"
 #include "samples/SampleTexts.h"
 #include "samples/SampleWriter.h"
+#include "spectrum/AMutE.h"
 
 #include <QDir>
 #include <QElapsedTimer>
@@ -13,6 +14,7 @@
 #include <QJsonArray>
 #include <QJsonDocument>
 #include <QJsonObject>
+#include <QStringList>
 #include <QTemporaryDir>
 
 #include <sys/resource.h>
@@ -23,6 +25,7 @@
 #include <cmath>
 #include <cstdio>
 #include <fcntl.h>
+#include <vector>
 
 namespace
 {

@@ -1,5 +1,6 @@
 // Loading a map data file with one and with two threads, against pandas in the same run. Map files are made in a
 // temporary folder, read once to have them in the cache of the system, and every time is the best of several rounds.
+#include "mapdata/A2DData.h"
 #include "mapdata/MapFileReader.h"
 
 #include <QElapsedTimer>
@@ -11,6 +12,7 @@
 
 #include <sys/resource.h>
 
+#include <algorithm>
 #include <cmath>
 #include <cstdint>
 #include <cstdio>

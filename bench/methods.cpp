@@ -3,7 +3,9 @@
 // machine shared with others is slower at some times than at others.
 #include "analysis/methods/FourPointsMap.h"
 #include "analysis/methods/NonEquivalent.h"
+#include "analysis/methods/ResultPosition.h"
 #include "analysis/results/MapRecords.h"
+#include "mapdata/A2DData.h"
 #include "numeric/ParallelRanges.h"
 
 #include <QElapsedTimer>
@@ -16,10 +18,13 @@
 #include <QTemporaryDir>
 #include <QThread>
 
+#include <algorithm>
 #include <cmath>
+#include <cstddef>
 #include <cstdint>
 #include <cstdio>
 #include <functional>
+#include <vector>
 
 namespace
 {

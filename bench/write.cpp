@@ -2,7 +2,9 @@
 // numpy.savetxt in the same run: write [SIDE [ROUNDS [PEER_ROUNDS]]]. Every time is the best of several rounds and
 // includes that QSaveFile waits for the disk; savetxt does not wait.
 #include "analysis/methods/FourPoints.h"
+#include "analysis/methods/ResultPosition.h"
 #include "analysis/results/ResultWriter.h"
+#include "mapdata/A2DData.h"
 #include "numeric/TextToNumber.h"
 
 #include <QElapsedTimer>
@@ -13,6 +15,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <cstddef>
 #include <cstdint>
 #include <cstdio>
 #include <cstdlib>

@@ -8,7 +8,8 @@
 /// one of the Lanes): the same operations in the same order, hence the same bits. Results go through references
 /// because Lanes must not be passed by value.
 
-/// Three points P, Q (anchors) and R: what does not depend on the target.
+/// Three points P, Q (anchors) and R: what does not depend on the target. The height of R relative to the step from P
+/// to Q knows neither thickness nor offset, and that of the target is the mean of the references' weighted by a.
 struct ThreePointConstants {
     ThreePointConstants(const double *a, const double *b)
         : stepA(a[1] - a[0])
@@ -30,7 +31,10 @@ FLOKLUK_ALWAYS_INLINE void solveThreePoints(const ThreePointConstants &c, const 
     t = step / ((c.stepB + c.stepA) * 0.5);
 }
 
-/// a from the background line's value `l4` at the V point; c2 is the scale of A + B against X.
+/// a from the background line's value `l4` at the V point; c2 = 2/t is the scale of A + B against X, r the edge jump
+/// J_A of A over J_B. With u = c2 / (1 + r), the mean jump times t is J_B / u, and the model in units of the jumps,
+///   X4 - L4 = t (J_A + J_B)/2 (a A4/J_A + (1 - a) B4/J_B) = (a A4/r + (1 - a) B4) / u,
+/// times u w, w = r u, is w u (X4 - L4) = a u A4 + (1 - a) w B4, which is solved for a.
 template <class Real>
 FLOKLUK_ALWAYS_INLINE void fractionOfA(const Real &x4, double a4, double b4, const Real &l4, const Real &c2, double r,
                                        Real &a)
@@ -40,7 +44,8 @@ FLOKLUK_ALWAYS_INLINE void fractionOfA(const Real &x4, double a4, double b4, con
     a = ((l4 - x4) * (w * u) + b4 * w) / (b4 * w - u * a4);
 }
 
-/// Anchor points 1 to 3 and the V point as the fourth: what does not depend on the target, s = a + b.
+/// Anchor points 1 to 3 and the V point as the fourth: what does not depend on the target, s = a + b. The curvature of
+/// three points takes no notice of a straight line, so that of the target is t/2 times that of s.
 struct ExactConstants {
     ExactConstants(const double *a, const double *b, const double *energies, double jumpRatio)
         : s{a[0] + b[0], a[1] + b[1], a[2] + b[2]}

@@ -3,7 +3,9 @@
 #include "analysis/methods/FourPointsFormulas.h"
 #include "analysis/methods/PixelBlocks.h"
 
+#include <algorithm>
 #include <cmath>
+#include <cstddef>
 #include <limits>
 
 using numeric::InstructionSet;

@@ -4,6 +4,7 @@
 #include "mapdata/A2DData.h"
 #include "numeric/Lanes.h"
 
+#include <cstddef>
 #include <vector>
 
 /// What a four-points map calculation needs. The maps stand in the order of `references`: the anchor points, then the

@@ -3,6 +3,8 @@
 #include "numeric/LinearSystem.h"
 
 #include <cmath>
+#include <cstddef>
+#include <utility>
 
 namespace
 {

@@ -32,7 +32,8 @@ struct LinearCombination {
     int points = 0;       ///< in the range
     double rFactor = 0.0; ///< sum of (y - fit)^2 over the sum of y^2
     /// Of c_1 ... c_m and, last, of the base: the roots of sigma^2 (A^-1)_ii with the normal matrix A and
-    /// sigma^2 = sum of (y - fit)^2 / (points - m - 1). NaN or infinite without a point to spare.
+    /// sigma^2 = sum of (y - fit)^2 / (points - m - 1) (N. R. Draper and H. Smith, Applied Regression Analysis, 3rd
+    /// ed., Wiley 1998, chapter 5). NaN or infinite without a point to spare.
     std::vector<double> standardErrors;
 };
 

@@ -1,8 +1,10 @@
 #include "analysis/methods/NonEquivalent.h"
 
 #include "analysis/methods/NonEquivalentBasis.h"
+#include "spectrum/AMutE.h"
 
 #include <algorithm>
+#include <cstddef>
 #include <utility>
 
 using namespace ResultPosition;

@@ -7,11 +7,13 @@
 #include "spectrum/AMutE.h"
 
 #include <array>
+#include <cstddef>
 #include <vector>
 
 /// The non-equivalent method: the absorption at a few energies, background line subtracted, is fitted by
 ///   y(E) = c_1 r_1(E) + ... + c_m r_m(E) + b_0 + b_1 E              (linear background), or
-///   ...                                  + b_0 + b_1 L^3 + b_2 L^4  (Victoreen, L = 12398.424360387684 / E angstrom),
+///   ...                                  + b_0 + b_1 L^3 + b_2 L^4  (Victoreen, L = 12398.424360387684 / E angstrom;
+///                                                 J. A. Victoreen, J. Appl. Phys. 14 (1943) 95),
 /// unweighted least squares without constraints; r_j are the references with their own background line subtracted, in
 /// whatever thickness they were measured. c_j times the edge jump D_j of the reference is the amount of component j,
 /// and the amounts' shares are the fractions. Energies in eV, all else dimensionless. Nothing guards against a singular

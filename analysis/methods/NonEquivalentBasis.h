@@ -1,6 +1,10 @@
 #pragma once
 
 #include "analysis/methods/NonEquivalent.h"
+#include "analysis/methods/ResultPosition.h"
+
+#include <array>
+#include <cstddef>
 
 constexpr int mostNonEquivalentUnknowns = ResultPosition::referenceRows + 3;
 

@@ -1,6 +1,9 @@
 #include "analysis/methods/NonEquivalent.h"
 #include "analysis/methods/NonEquivalentBasis.h"
 #include "analysis/methods/PixelBlocks.h"
+#include "analysis/methods/ResultPosition.h"
+#include "numeric/Lanes.h"
+#include "numeric/LinearSystem.h"
 
 #include <algorithm>
 #include <array>

@@ -6,6 +6,7 @@
 
 #include <QStringList>
 #include <QVector>
+#include <QtGlobal>
 
 #include <array>
 #include <cstddef>

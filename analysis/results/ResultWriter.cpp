@@ -6,8 +6,10 @@
 #include <QFuture>
 #include <QThread>
 #include <QtConcurrent>
+#include <QtGlobal>
 
 #include <algorithm>
+#include <cstddef>
 #include <vector>
 
 namespace
