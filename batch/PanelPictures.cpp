@@ -120,7 +120,7 @@ bool saveResultMaps(FourPs *panel, PictureFolder *folder)
         if (!view.values() || analysis.results().isZero(quantity.position))
             continue;
         panel->showQuantity(quantity.position);
-        const PoppedOut<DispMBase> popped(map, mapArea(view.width(), view.height()));
+        const PoppedOut<DispMBase> popped(map, mapArea(view.map().grid.nx, view.map().grid.ny));
         if (!panel->selectedNewMap()) { // it has no range of its own
             if (const auto range = percentileRange(view.values(), view.count()))
                 map->setLimits(range->min, range->max);

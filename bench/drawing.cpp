@@ -191,7 +191,7 @@ void measureGraphs(const Results &results)
 bool measureMaps(const Results &results)
 {
     DispMBase display;
-    const ShownMap map{results.t.data(), count, side, side};
+    const ShownMap map{results.t.data(), count, {side, side}};
     const std::vector<quint8> mask(count);
     ResultMapInput input;
     input.map = map;

@@ -13,9 +13,9 @@ struct MapAxis {
 
 /// What a map data file says about its pixels. Nothing promises that nx * ny is the number of records.
 struct MapGrid {
-    int nx = 0;   ///< pixels per row; 0 when the file does not say
-    int ny = 0;   ///< rows; 0 when the file does not say
-    QString unit; ///< of the positions, such as "um"; empty when the file gives none, or two
-    MapAxis x;
-    MapAxis y;
+    int nx = 0;        ///< pixels per row; 0 when the file does not say
+    int ny = 0;        ///< rows; 0 when the file does not say
+    QString unit = {}; ///< of the positions, such as "um"; empty when the file gives none, or two
+    MapAxis x = {};
+    MapAxis y = {};
 };

@@ -31,7 +31,7 @@ struct MapCanvas : Canvas<DispMBase> {
 
 ShownMap shown(const Doubles &values, int width, int height)
 {
-    return {values.data(), static_cast<std::size_t>(values.size()), width, height};
+    return {values.data(), static_cast<std::size_t>(values.size()), {width, height}};
 }
 
 ResultMapInput inputOf(const Doubles &values, int width, int height, std::optional<ValueRange> limits = {})

@@ -15,7 +15,7 @@ constexpr double infinity = std::numeric_limits<double>::infinity();
 
 QString mapText(std::vector<double> values, int width, int height, char separator = ' ')
 {
-    const ShownMap map{values.empty() ? nullptr : values.data(), values.size(), width, height};
+    const ShownMap map{values.empty() ? nullptr : values.data(), values.size(), {width, height}};
     return QString::fromLatin1(plottedtext::ofMap(map, separator));
 }
 

@@ -135,6 +135,10 @@ private slots:
         for (const int threads : {1, 3})
             QCOMPARE(asList(finiteRange(many.data(), many.size(), nullptr, threads)), (Doubles{0, 100000}));
         QCOMPARE(asList(percentileRange(many.data(), many.size())), (Doubles{2000, 98000}));
+        const Doubles values = {9, 1, 2, -9};
+        const quint8 hidden[] = {1, 0, 0, 1};
+        QCOMPARE(asList(finiteRange(values.data(), 4, hidden)), (Doubles{1, 2}));
+        QCOMPARE(asList(percentileRange(values.data(), 4, hidden, 0, 1)), (Doubles{1, 2}));
     }
 
     void view()
@@ -146,7 +150,7 @@ private slots:
         view.show(fourPoints, valence, {true, 2, 3}, 0.5);
         QCOMPARE(Counts(view.mask(), view.mask() + view.count()), (Counts{1, 0, 1, 0, 1})); // a NaN is not below
         QCOMPARE(view.values()[4], 3.0);
-        QCOMPARE(view.width() * 10 + view.height(), 51);
+        QCOMPARE(view.map().grid.nx * 10 + view.map().grid.ny, 51);
         view.show(fourPoints, amount, {true, 2, 3});
         QVERIFY(view.values() == fourPoints.t() && !view.mask());
         view.show(fourPoints, mut0, {true, 2, 3}, 0.5); // not computed: nothing there to hide
@@ -169,12 +173,14 @@ private slots:
                        {"infinite", 1.5, 1, "-inf"},
                        {"left of the map", -0.001, 0.5, ""},
                        {"right of it", 3, 0.5, ""},
-                       {"above it", 0.5, 2, ""},
+                       {"no value there", 0.5, 2, ""},
+                       {"above it", 0.5, 3, ""},
                        {"no coordinate", notANumber, infinity, ""}},
                       [](const Case &c) {
                           const Doubles plane = {0, 12345678, 2, notANumber, -infinity, 0.5};
-                          QCOMPARE(cellText(plane.data(), 6, 3, 2, c.x, c.y), QString(c.text));
-                          QCOMPARE(cellText(nullptr, 6, 3, 2, c.x, c.y), QString());
+                          const MapGrid grid{3, 3}; // the last row has no values
+                          QCOMPARE(cellText({plane.data(), 6, grid}, c.x, c.y), QString(c.text));
+                          QCOMPARE(cellText({nullptr, 6, grid}, c.x, c.y), QString());
                       });
     }
 

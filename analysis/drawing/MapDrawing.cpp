@@ -18,13 +18,13 @@ constexpr ValueRange ofTheValues{noNumber, noNumber};
 
 bool hasCells(const ShownMap &map)
 {
-    return map.width > 0 && map.height > 0;
+    return map.grid.nx > 0 && map.grid.ny > 0;
 }
 
 /// How many cells have a value.
 std::size_t valuesOf(const ShownMap &map)
 {
-    return std::min(map.count, static_cast<std::size_t>(map.width) * static_cast<std::size_t>(map.height));
+    return std::min(map.count, static_cast<std::size_t>(map.grid.nx) * static_cast<std::size_t>(map.grid.ny));
 }
 
 /// Limits without numbers are those of the values. These need every value: they are sought only when the colours of the
@@ -41,7 +41,7 @@ void drawCells(DispMBase *display, QPainter *p, const ShownMap &map, const quint
                const std::optional<ValueRange> &limits)
 {
     const DispArea *const area = display->area();
-    const MapValues values{map.values, map.width, map.height, mask, valuesOf(map)};
+    const MapValues values{map.values, map.grid.nx, map.grid.ny, mask, valuesOf(map)};
     offerLimits(display, values, limits);
     display->offerRange(*resultdrawing::naturalRange(map));
 
@@ -71,7 +71,7 @@ std::optional<RealRange> resultdrawing::naturalRange(const ShownMap &map)
 {
     if (!hasCells(map))
         return std::nullopt;
-    return RealRange{{0, double(map.width)}, {0, double(map.height)}};
+    return RealRange{{0, double(map.grid.nx)}, {0, double(map.grid.ny)}};
 }
 
 void resultdrawing::drawResultMap(DispMBase *display, QStylePainter *p, const ResultMapInput &input)

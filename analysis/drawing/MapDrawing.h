@@ -1,5 +1,6 @@
 #pragma once
 
+#include "analysis/results/ShownQuantity.h"
 #include "display/RealRange.h"
 #include "display/ValueRange.h"
 
@@ -12,15 +13,6 @@
 
 class DispMBase;
 class QStylePainter;
-
-/// The plane that a map display shows, row by row, borrowed for a call. The display keeps the coloured picture: when
-/// values or mask change where they stand, call picture.invalidate() first.
-struct ShownMap {
-    const double *values = nullptr;
-    std::size_t count = 0; ///< of values; cells beyond have none
-    int width = 0;
-    int height = 0;
-};
 
 struct ResultMapInput {
     ShownMap map;                     ///< no values: the method does not compute the quantity

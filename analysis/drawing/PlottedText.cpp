@@ -100,8 +100,8 @@ QByteArray plottedtext::ofMap(const ShownMap &map, char separator)
 {
     QByteArray text;
     char number[numeric::g6MaxLength];
-    const auto width = static_cast<std::size_t>(std::max(map.width, 0));
-    const auto height = static_cast<std::size_t>(std::max(map.height, 0));
+    const auto width = static_cast<std::size_t>(std::max(map.grid.nx, 0));
+    const auto height = static_cast<std::size_t>(std::max(map.grid.ny, 0));
     const std::size_t count = map.values ? std::min(map.count, width * height) : 0;
     for (std::size_t start = 0; start < count; start += width) {
         for (std::size_t i = start; i < start + width; ++i) {

@@ -23,7 +23,7 @@ void DataMapView::refresh()
     m_map->setTitle(m_row ? QCoreApplication::translate("FourPs", "Data map, %1 eV").arg(m_row->energyText())
                           : QCoreApplication::translate("FourPs", "Data map"));
     const ShownMap map = shown();
-    m_map->setCells(QSize(map.width, map.height));
+    m_map->setCells(QSize(map.grid.nx, map.grid.ny));
     m_map->picture.invalidate();
     m_map->area()->update();
 }
@@ -33,7 +33,7 @@ ShownMap DataMapView::shown() const
     if (!m_row || !m_row->loaded())
         return {};
     const A2DData &map = m_row->data();
-    return {map.absorptions().data(), map.absorptions().size(), map.nx(), map.ny()};
+    return {map.absorptions().data(), map.absorptions().size(), map.grid()};
 }
 
 void DataMapView::draw(QStylePainter *p)
@@ -43,6 +43,5 @@ void DataMapView::draw(QStylePainter *p)
 
 void DataMapView::showValueAt(double x, double y)
 {
-    const ShownMap map = shown();
-    m_map->showValue(cellText(map.values, map.count, map.width, map.height, x, y));
+    m_map->showValue(cellText(shown(), x, y));
 }

@@ -42,7 +42,7 @@ void ResultMapView::refresh()
     m_view.show(m_analysis.results(), quantity(), m_analysis.runValences(), limit);
     m_map->setTitle(QCoreApplication::translate("FourPs", "Result map, %1")
                         .arg(QCoreApplication::translate("FourPs", quantityAt(quantity())->name)));
-    m_map->setCells(QSize(m_view.width(), m_view.height()));
+    m_map->setCells(QSize(shown().grid.nx, shown().grid.ny));
     m_map->picture.invalidate();
     m_map->area()->update();
 }
@@ -54,11 +54,6 @@ bool ResultMapView::select()
     refresh();
     m_map->bar()->update();
     return range.has_value();
-}
-
-ShownMap ResultMapView::shown() const
-{
-    return {m_view.values(), m_view.count(), m_view.width(), m_view.height()};
 }
 
 void ResultMapView::draw(QStylePainter *p)
@@ -73,7 +68,7 @@ void ResultMapView::draw(QStylePainter *p)
 
 void ResultMapView::showValueAt(double x, double y)
 {
-    m_map->showValue(cellText(m_view.values(), m_view.count(), m_view.width(), m_view.height(), x, y));
+    m_map->showValue(cellText(shown(), x, y));
 }
 
 void ResultMapView::doubleClick(const MouseC &mouse)

@@ -34,7 +34,7 @@ public:
     /// Shows the chosen quantity in its own colour range. False when it has none and the last one stays.
     bool select();
 
-    ShownMap shown() const;
+    const ShownMap &shown() const { return m_view.map(); }
     void draw(QStylePainter *p);
     /// Shows the value of the cell at (x, y) beside the map.
     void showValueAt(double x, double y);

@@ -71,8 +71,7 @@ bool ResultRecords::reset(Method method, const A2DData &map)
         m_zerosKnown = 0;
     }
     m_method = method;
-    m_width = map.nx();
-    m_height = map.ny();
+    m_grid = map.grid();
     m_count = count;
     return true;
 }

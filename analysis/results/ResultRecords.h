@@ -2,6 +2,7 @@
 
 #include "analysis/methods/ResultPosition.h"
 #include "mapdata/A2DData.h"
+#include "mapdata/MapGrid.h"
 #include "numeric/Plane.h"
 
 #include <QStringList>
@@ -38,8 +39,10 @@ public:
     [[nodiscard]] bool reset(Method method, const A2DData &map);
 
     Method method() const { return m_method; }
-    int width() const { return m_width; }
-    int height() const { return m_height; }
+    /// Of the map that gave the size and the positions.
+    const MapGrid &grid() const { return m_grid; }
+    int width() const { return m_grid.nx; }
+    int height() const { return m_grid.ny; }
     std::size_t count() const { return m_count; }
 
     /// Header lines of the first map file that took part, for the result file.
@@ -66,8 +69,7 @@ public:
 
 private:
     Method m_method = Method::FourPoints;
-    int m_width = 0;
-    int m_height = 0;
+    MapGrid m_grid;
     std::size_t m_count = 0;
     numeric::Plane m_x, m_y; ///< at least m_count values
     std::array<numeric::Plane, quantityCount> m_planes;

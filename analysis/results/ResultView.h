@@ -2,6 +2,7 @@
 
 #include "analysis/methods/FourPoints.h"
 #include "analysis/methods/ResultPosition.h"
+#include "analysis/results/ShownQuantity.h"
 #include "numeric/Plane.h"
 
 #include <QtGlobal>
@@ -26,21 +27,17 @@ public:
               std::optional<double> hideBelow = std::nullopt);
 
     int position() const { return m_position; }
-    /// One per pixel, row by row; null when the method does not compute the quantity, and without results.
-    const double *values() const { return m_values; }
+    /// Its values are null when the method does not compute the quantity, and without results; the count is that of the
+    /// results in any case.
+    const ShownMap &map() const { return m_map; }
+    const double *values() const { return m_map.values; }
+    std::size_t count() const { return m_map.count; }
     /// One byte per pixel, 1 where it is hidden; null when all are shown.
     const quint8 *mask() const { return m_mask.empty() ? nullptr : m_mask.data(); }
-    /// Of the results, whether there are values or not.
-    std::size_t count() const { return m_count; }
-    int width() const { return m_width; }
-    int height() const { return m_height; }
 
 private:
     int m_position = ResultPosition::ratio;
-    const double *m_values = nullptr;
-    std::size_t m_count = 0;
-    int m_width = 0;
-    int m_height = 0;
+    ShownMap m_map;
     numeric::Plane m_work; ///< values that do not stand in the results
     std::vector<quint8> m_mask;
 };

@@ -65,11 +65,11 @@ void maskBelow(const ResultRecords &results, double limit, std::vector<quint8> *
     });
 }
 
-QString cellText(const double *plane, std::size_t count, int width, int height, double x, double y)
+QString cellText(const ShownMap &map, double x, double y)
 {
-    if (!plane || !(x >= 0 && x < width && y >= 0 && y < height))
+    if (!map.values || !(x >= 0 && x < map.grid.nx && y >= 0 && y < map.grid.ny))
         return QString();
-    const auto index = static_cast<std::size_t>(numeric::truncToInt(y)) * static_cast<std::size_t>(width) +
+    const auto index = static_cast<std::size_t>(numeric::truncToInt(y)) * static_cast<std::size_t>(map.grid.nx) +
                        static_cast<std::size_t>(numeric::truncToInt(x));
-    return index < count ? fieldText(plane[index]) : QString();
+    return index < map.count ? fieldText(map.values[index]) : QString();
 }

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "analysis/methods/FourPoints.h"
+#include "mapdata/MapGrid.h"
 #include "numeric/Plane.h"
 
 #include <QString>
@@ -13,6 +14,14 @@ class ResultRecords;
 
 /// What a map of one result quantity shows.
 
+/// The plane that a map display shows, row by row, x fastest; borrowed. The display keeps the coloured picture: when
+/// values or mask change where they stand, it is told so.
+struct ShownMap {
+    const double *values = nullptr; ///< null: not computed
+    std::size_t count = 0;          ///< of values; there may be fewer than cells
+    MapGrid grid;
+};
+
 /// The values of the quantity at `position`, one per pixel. A four-points result has what the table of quantities says:
 /// Ratio 1 = a, Ratio 2 = 1 - a, Valence = a V1 + (1 - a) V2 (0 where the valences are not known) and Amount = t; what
 /// does not stand in the records is calculated into `work`, which must live as long as the values are used. Null
@@ -23,6 +32,6 @@ const double *shownPlane(const ResultRecords &results, int position, const Valen
 void maskBelow(const ResultRecords &results, double limit, std::vector<quint8> *mask);
 
 /// The value of the cell that covers (x, y), as text with six significant digits, "nan" or "inf"; empty beside the map
-/// and for a cell beyond the `count` values of the plane. Cell (i, j) covers the coordinates from (i, j) to
+/// and for a cell that has no value. Cell (i, j) covers the coordinates from (i, j) to
 /// (i + 1, j + 1).
-QString cellText(const double *plane, std::size_t count, int width, int height, double x, double y);
+QString cellText(const ShownMap &map, double x, double y);
