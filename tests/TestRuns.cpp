@@ -1,0 +1,369 @@
+// What the analysis keeps of its runs, and what makes them stale.
+
+#include "analysis/model/Analysis.h"
+#include "analysis/model/ResultText.h"
+#include "analysis/model/Staleness.h"
+#include "tests/ModelSamples.h"
+#include "tests/Tables.h"
+
+#include <QDir>
+#include <QTemporaryDir>
+#include <QtTest>
+
+using namespace modelsamples;
+
+namespace
+{
+
+RecordSelection everything()
+{
+    RecordSelection selection;
+    selection.fill(true);
+    return selection;
+}
+
+QString rangeText(const std::optional<ValueRange> &range)
+{
+    return range ? QStringLiteral("%1 to %2").arg(range->min).arg(range->max) : QString("none");
+}
+
+} // namespace
+
+class TestRuns : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void nothingCalculatedYet()
+    {
+        const Analysis analysis;
+        QVERIFY(!analysis.run() && !analysis.targetRun() && !analysis.fit() && !analysis.fourPointsTarget());
+        QVERIFY(!analysis.runValences().known);
+        QVERIFY(!analysis.outcome(Step::Write).isDone && analysis.outcome(Step::Map).message.isEmpty());
+        QCOMPARE(analysis.revision(), quint64(0));
+    }
+
+    void runIsRemembered()
+    {
+        AnalysisInput input = m_sample.input({"134", "134", true, "1267", "12367", "2"});
+        Analysis analysis;
+        QVERIFY(analysis.runMap(input).isDone);
+        input.references[2].spectrum.setFileName("other.dat");
+        input.references[0].valence = 7;
+        input.points[0].energy = 1;
+        const RunInfo &run = *analysis.run();
+        QCOMPARE(run.references.size(), 2); // which the method knows
+        QCOMPARE(run.references[1].name, QString("ref3.dat"));
+        QCOMPARE(run.references[1].row, 2);
+        QVERIFY(near(run.references[1].edgeJump, jumps[2]));
+        QCOMPARE(run.points.size(), 4);
+        QCOMPARE(run.points[0].energy, eightEnergies[0]);
+        QCOMPARE(run.points[3].row, 6);
+        QCOMPARE(run.points[3].map.path, QString("/maps/7.txt"));
+        QCOMPARE(run.vPoint, 1);
+        QVERIFY(analysis.runValences().known);
+        QCOMPARE(analysis.runValences().mixed(1), 2.0);
+        QCOMPARE(analysis.runValences().mixed(0), 0.0); // of reference 3
+        QCOMPARE(analysis.results().headerLines, QStringList("# map 1"));
+        QCOMPARE(analysis.results().record(4).x, 2.0); // of map 2: pixel (1, 1), shifted by 1
+        QCOMPARE(analysis.histograms().thickness().n, 51);
+    }
+
+    /// The fractions are shares of the edge jump.
+    void mapResults()
+    {
+        struct Case {
+            const char *name;
+            Method method;
+            const char *points;
+        };
+        forEach<Case>({{"linear", Method::Linear, "1236"}, {"Victoreen", Method::Victoreen, "12368"}},
+                      [this](const Case &c) {
+                          Analysis analysis;
+                          const Situation situation{"12", "12", true, c.points, c.points, "3", c.method};
+                          QVERIFY(analysis.runMap(m_sample.input(situation)).isDone);
+                          for (std::size_t i = 0; i < 6; ++i) {
+                              const double a = 0.1 * static_cast<double>(i);
+                              const double amount = a * jumps[0] + (1 - a) * jumps[1];
+                              const QVector<double> values = analysis.results().record(i).values;
+                              QVERIFY(near(values.at(ResultPosition::amount), amount, 1e-6));
+                              QVERIFY(near(values.at(ResultPosition::ratio), a * jumps[0] / amount, 1e-6));
+                          }
+                          QCOMPARE(analysis.run()->vPoint, -1);
+                          QCOMPARE(analysis.revision(), quint64(1));
+                      });
+    }
+
+    void refusedStepsChangeNothing()
+    {
+        Analysis analysis;
+        analysis.runMap(m_sample.input());
+        analysis.runTarget(m_sample.input());
+        analysis.runFit(m_sample.input());
+        const ResultRecord pixel = analysis.results().record(3);
+        const double a = analysis.fourPointsTarget()->result.a;
+        const LinearCombination *const fit = analysis.fit();
+
+        const AnalysisInput wrong = m_sample.input({"34", "34", true, "1236", "1236", "", Method::Exact, ""});
+        analysis.runMap(wrong);
+        analysis.runTarget(wrong);
+        analysis.runFit(wrong);
+        for (const auto &[step, message] : {std::make_pair(Step::Map, "V Point is not selected"),
+                                            std::make_pair(Step::Target, "V Point is not selected."),
+                                            std::make_pair(Step::Fit, "Energy Range is not selected, which should by "
+                                                                      "selected by CB of TR.")}) {
+            QVERIFY(!analysis.outcome(step).isDone);
+            QCOMPARE(analysis.outcome(step).message, QString(message));
+        }
+        QCOMPARE(analysis.results().record(3).a, pixel.a);
+        QCOMPARE(analysis.run()->references[0].row, 0);
+        QCOMPARE(analysis.targetRun()->vPoint, 2);
+        QCOMPARE(analysis.revision(), quint64(1));
+        QCOMPARE(analysis.fourPointsTarget()->result.a, a);
+        QVERIFY(analysis.fit() == fit);
+        QCOMPARE(analysis.comparisons.records.size(), 1);
+        QVERIFY(analysis.runMap(m_sample.input()).isDone);
+        QCOMPARE(analysis.revision(), quint64(2));
+        QCOMPARE(analysis.outcome(Step::Map).message, QString());
+    }
+
+    /// The valence is that of the coefficients 0.2 and 0.6, the fractions are a quarter and three.
+    void fitOfTheTarget()
+    {
+        Analysis analysis;
+        QCOMPARE(analysis.runFit(m_sample.input()).message,
+                 QString("Result of LCF ::  0.250 :  0.750, Valence =  2.200, Base =  0.010"));
+        QCOMPARE(analysis.fit()->points, 24); // 7112 to 7135 eV, a point each eV
+        const QString sum = fitSumText(*analysis.fit());
+        QVERIFY2(sum.contains("S = 0.8.") && sum.contains("V / S = 2.75."), qPrintable(sum));
+    }
+
+    /// Each fit stands beside the four-points result at that time, whatever the other method found meanwhile.
+    void comparisons()
+    {
+        Analysis analysis;
+        analysis.runFit(m_sample.input());
+        analysis.runTarget(m_sample.input());
+        analysis.comparisons.nextColour(3);
+        analysis.runTarget(m_sample.input({"34", "34", true, "12367", "12367", "3", Method::Linear}));
+        analysis.runFit(m_sample.input());
+        const FourPointsTarget target = *analysis.fourPointsTarget();
+        QCOMPARE(target.valence, 2 * target.result.a + 3 * (1 - target.result.a));
+        QCOMPARE(analysis.nonEquivalentTarget()->references[1].row, 3);
+        const QVector<ComparisonRecord> &records = analysis.comparisons.records;
+        QCOMPARE(records.size(), 2);
+        QCOMPARE(records[0].valence, 0.0);
+        QCOMPARE(records[0].colourIndex, 0);
+        QCOMPARE(records[1].a, target.result.a);
+        QCOMPARE(records[1].valence, target.valence);
+        QVERIFY(near(records[1].lcfFraction, 0.25) && near(records[1].lcfValence, 2.2));
+        QCOMPARE(records[1].colourIndex, 1);
+    }
+
+    void fourPointsTexts()
+    {
+        struct Case {
+            const char *name;
+            FourPointsVariant variant;
+            const char *text;
+        };
+        forEach<Case>(
+            {{"three points", FourPointsVariant::ThreePoint, "3ps: a = 0.333333, Valence = 2.75"},
+             {"exact", FourPointsVariant::Exact, "a = 0.333333, Valence = 2.75, t/ts = -inf"},
+             {"least squares", FourPointsVariant::LeastSquares, "4ps2: a = 0.333333, Valence = 2.75, t/ts = -inf"}},
+            [](const Case &c) {
+                const double t = -std::numeric_limits<double>::infinity();
+                QCOMPARE(fourPointsText(c.variant, {1.0 / 3, t}, 2.75), QString(c.text));
+            });
+    }
+
+    /// The thickness of a four-points result is relative: its colours follow the histogram, also after a refusal.
+    void coloursOfTheAmount()
+    {
+        Analysis analysis;
+        const AnalysisInput fourPoints = m_sample.input();
+        const AnalysisInput linear = m_sample.input({"12", "12", true, "1236", "1236", "", Method::Linear});
+        QCOMPARE(rangeText(analysis.colourRange(ResultPosition::amount, fourPoints)), QString("-0.21 to 2.31"));
+        analysis.runMap(fourPoints);
+        QCOMPARE(rangeText(analysis.colourRange(ResultPosition::amount, linear)), QString("-0.2 to 1.2"));
+        QCOMPARE(rangeText(analysis.colourRange(ResultPosition::c1, linear)), QString("none"));
+        analysis.runMap(linear);
+        QCOMPARE(rangeText(analysis.colourRange(ResultPosition::amount, fourPoints)), QString("-0.21 to 2.31"));
+        QCOMPARE(rangeText(analysis.colourRange(ResultPosition::valence, m_sample.input({"1234", "12"}))),
+                 QString("-0.5 to 4.5"));
+    }
+
+    /// A folder in the way of a file: the histograms are written whatever became of the result file.
+    void writing()
+    {
+        struct Case {
+            const char *name;
+            const char *folder; ///< in the way
+            bool isDone;
+            QString message, problem; ///< %1: the path
+            QStringList written;
+        };
+        Analysis analysis;
+        analysis.runMap(m_sample.input());
+        forEach<Case>({{"nothing in the way", "other", true, "", "", {"r.dat", "r_HGAlpha.dat", "r_HGThick.dat"}},
+                       {"result",
+                        "r.dat",
+                        false,
+                        "Can't open the file [%1]",
+                        "Can't open the file [%1]",
+                        {"r_HGAlpha.dat", "r_HGThick.dat"}},
+                       {"first histogram",
+                        "r_HGAlpha.dat",
+                        false,
+                        "",
+                        "Can't write the histograms of [%1]",
+                        {"r.dat", "r_HGThick.dat"}},
+                       {"second histogram",
+                        "r_HGThick.dat",
+                        false,
+                        "",
+                        "Can't write the histograms of [%1]",
+                        {"r.dat", "r_HGAlpha.dat"}},
+                       {"nothing again", "other", true, "", "", {"r.dat", "r_HGAlpha.dat", "r_HGThick.dat"}}},
+                      [&analysis](const Case &c) {
+                          const QTemporaryDir folder;
+                          const QString path = folder.filePath("r.dat");
+                          QVERIFY(QDir(folder.path()).mkdir(c.folder));
+                          const StepOutcome outcome = analysis.write(path, {true, 2, 3}, everything());
+                          QCOMPARE(outcome.isDone, c.isDone);
+                          QCOMPARE(outcome.message, QString(c.message).replace("%1", path));
+                          QCOMPARE(analysis.writeProblem(), QString(c.problem).replace("%1", path));
+                          QCOMPARE(QDir(folder.path()).entryList(QDir::Files, QDir::Name), c.written);
+                      });
+    }
+
+    /// What a change is called; nothing for what the run does not depend on.
+    void staleness()
+    {
+        using In = AnalysisInput;
+        using Change = void (*)(In &);
+        struct Case {
+            const char *name;
+            Situation situation;
+            Change change;
+            const char *expected;
+        };
+        const Situation ls{"123", "1234"};
+        const Situation three{"12", "1234", true, "136"};
+        const Situation exact{"12", "1234", true, "1236", "12345678", "3", Method::Exact};
+        const Situation linear{"123", "1234", true, "12367", "12345678", "3", Method::Linear};
+        const auto otherJump = [](In &in) {
+            in.references[0].spectrum = in.references[3].spectrum;
+            in.references[0].spectrum.setFileName("ref1.dat");
+        };
+        const char *const values1 = "Ref 1: values at the energies or edge jump";
+        forEach<Case>(
+            {{"no change", ls, [](In &) {}, ""},
+             {"other method", ls, [](In &in) { in.conditions.isNonEquivalent = true; },
+              "Number of selected data sets 4 is less than 5."},
+             {"other method that runs", exact, [](In &in) { in.conditions.isNonEquivalent = true; }, "Method"},
+             {"other variant", exact, [](In &in) { in.conditions.isExact = false; }, "Method"},
+             {"other variant of three points", three, [](In &in) { in.conditions.isExact = true; }, ""},
+             {"other background", linear, [](In &in) { in.conditions.isLinear = false; },
+              "Number of selected data sets 5 is less than 6."},
+             {"other background that runs",
+              {"12", "12", true, "12367", "12367", "3", Method::Victoreen},
+              [](In &in) { in.conditions.isLinear = true; },
+              "Method"},
+             {"background of the other method", ls, [](In &in) { in.conditions.isLinear = false; }, ""},
+
+             {"edge", ls, [](In &in) { in.conditions.edge.edge += 1; }, "Edge and ranges"},
+             {"end of the pre-edge range", ls, [](In &in) { in.conditions.edge.preEnd += 1; }, "Edge and ranges"},
+             {"start of the post-edge range", linear, [](In &in) { in.conditions.edge.postStart += 1; },
+              "Edge and ranges"},
+             {"line of the references", linear, [](In &in) { in.conditions.subtractsPostLineOfReferences = true; },
+              "Ref 1: values at the energies or edge jump; Ref 2: values at the energies or edge jump; "
+              "Ref 3: values at the energies or edge jump"},
+             {"line of the target", linear, [](In &in) { in.conditions.subtractsPostLineOfTarget = true; }, ""},
+             {"target", ls, [](In &in) { in.target = {}; }, ""},
+
+             {"valence", ls, [](In &in) { in.references[1].valence = 2.5; }, "Ref 2: valence"},
+             {"valence of the third", linear, [](In &in) { in.references[2].valence = 2.5; }, "Ref 3: valence"},
+             {"valence of a third for two", ls, [](In &in) { in.references[2].valence = 2.5; }, ""},
+             {"valence of one that is not used", linear, [](In &in) { in.references[3].valence = 2.5; }, ""},
+             {"spectrum", ls, [](In &in) { in.references[0].spectrum = in.references[3].spectrum; }, "Ref 1: spectrum"},
+             {"edge jump", ls, otherJump, values1},
+             {"edge jump of three points", three, otherJump, ""},
+             {"spectrum of the same name", linear, otherJump, values1},
+             {"value of a reference", ls, [](In &in) { in.points[5].references[0] += 1e-6; }, values1},
+             {"value of the second", three, [](In &in) { in.points[5].references[1] += 1e-6; },
+              "Ref 2: values at the energies or edge jump"},
+             {"value in a field that is not read", linear, [](In &in) { in.points[5].references[0] += 1; }, ""},
+             {"value at an energy that is not used", ls, [](In &in) { in.points[7].references[0] += 1; }, ""},
+             {"another reference instead", three,
+              [](In &in) {
+                  in.references[1].isUsed = false;
+                  in.references[3].isUsed = true;
+              },
+              "References in use"},
+             {"a fourth reference for two", ls, [](In &in) { in.references[3].isUsed = true; }, ""},
+             {"a reference that stops the run", ls, [](In &in) { in.references[2].spectrum.clear(); },
+              "Ref File 2 is not valid."},
+
+             {"energy", ls, [](In &in) { in.points[0].energy += 1; }, "Energy 1: value"},
+             {"energy that is not used", ls, [](In &in) { in.points[7].energy += 1; }, ""},
+             {"another map", ls, [](In &in) { in.points[5].mapFile.path = "/maps/other.txt"; }, "Energy 6: map file"},
+             {"map written anew", linear, [](In &in) { ++in.points[6].mapFile.modified; }, "Energy 7: map file"},
+             {"map of another size", linear, [](In &in) { ++in.points[1].mapFile.bytes; }, "Energy 2: map file"},
+             {"another energy in use", ls, [](In &in) { in.points[7].isUsed = true; }, "Energies in use"},
+             {"a map taken away",
+              {"12", "12", true, "12367"},
+              [](In &in) { in.points[6].map = nullptr; },
+              "Energies in use"},
+             {"V point", ls,
+              [](In &in) {
+                  in.points[2].isVPoint = false;
+                  in.points[1].isVPoint = true;
+              },
+              "V Point"},
+             {"no V point", ls, [](In &in) { in.points[2].isVPoint = false; }, "V Point is not selected"},
+             {"V point of the other method", linear, [](In &in) { in.points[2].isVPoint = false; }, ""},
+             {"energies of the fit", ls, [](In &in) { in.points[0].isForLcf = true; }, ""},
+
+             {"histogram of valences", ls, [](In &in) { in.conditions.valences.from = 0; }, "Histograms"},
+             {"histogram of thicknesses", linear, [](In &in) { in.conditions.thicknesses.boxes = 5; }, "Histograms"},
+             {"several", ls,
+              [](In &in) {
+                  in.conditions.edge.edge += 1;
+                  in.references[0].valence = 1;
+                  in.points[2].energy += 1;
+              },
+              "Edge and ranges; Ref 1: valence; Energy 3: value"}},
+            [this](const Case &c) {
+                In input = m_sample.input(c.situation);
+                Analysis analysis;
+                QVERIFY(analysis.runMap(input).isDone);
+                c.change(input);
+                QCOMPARE(changesSince(*analysis.run(), input).join("; "), QString(c.expected));
+                analysis.runMap(input);
+                if (analysis.outcome(Step::Map).isDone)
+                    QCOMPARE(changesSince(*analysis.run(), input), QStringList());
+            });
+    }
+
+    /// Values without a number are the same as before.
+    void nothingIsNoChange()
+    {
+        const double nan = std::numeric_limits<double>::quiet_NaN();
+        AnalysisInput input = m_sample.input();
+        input.references[0].valence = input.points[0].energy = input.points[5].references[1] = nan;
+        input.conditions.edge.preEnd = input.conditions.valences.to = nan;
+        input.references[1].spectrum.setEdgeEnergy(nan);
+        Analysis analysis;
+        QVERIFY(analysis.runMap(input).isDone);
+        QCOMPARE(changesSince(*analysis.run(), input), QStringList());
+        input.points[5].references[1] = 1.0;
+        QVERIFY(!changesSince(*analysis.run(), input).isEmpty());
+    }
+
+private:
+    const Sample m_sample;
+};
+
+QTEST_GUILESS_MAIN(TestRuns)
+#include "TestRuns.moc"
