@@ -1,26 +1,27 @@
 #pragma once
 
-#include "PanelTools.h"
+#include "AnalystTools.h"
 #include "batch/BatchCommand.h"
 
 #include <QDir>
-#include <QFile>
 #include <QTextStream>
 
 /// What the tests of flokluk-batch share: the sample without noise, with its two jobs, and a command line to run.
 namespace batchtools
 {
 
-inline QByteArray read(const QString &path)
-{
-    QFile file(path);
-    return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
-}
+/// What stands in the place of what in a job.
+using Edits = QVector<QPair<QByteArray, QByteArray>>;
 
-inline bool write(const QString &path, const QByteArray &text)
+/// Null when the text does not hold what is to be replaced.
+inline QByteArray edited(QByteArray text, const Edits &edits)
 {
-    QFile file(path);
-    return file.open(QIODevice::WriteOnly) && file.write(text) == text.size();
+    for (const auto &[before, after] : edits) {
+        if (!text.contains(before))
+            return QByteArray();
+        text.replace(before, after);
+    }
+    return text;
 }
 
 /// The sample and its two jobs in a folder of their own, and what running them there printed.
@@ -28,17 +29,18 @@ class SampleJobs : public paneltools::SampleFiles
 {
 public:
     bool make(int width = 16, int height = 12) { return SampleFiles::make(width, height); }
+    QByteArray text(const QString &name) const { return tables::bytesOf(path(name)); }
 
     /// What lies beside the inputs.
+    QStringList results() const
+    {
+        return QDir(dir()).entryList({"*points*.dat", "*equivalent*.dat", "*report.json", "pictures"});
+    }
     void removeResults() const
     {
-        for (const QString &name : QDir(dir()).entryList({"*points*.dat", "*equivalent*.dat", "*report.json"}))
+        for (const QString &name : results())
             QFile::remove(path(name));
         QDir(path("pictures")).removeRecursively();
-    }
-    bool hasResults() const
-    {
-        return !QDir(dir()).entryList({"*points*.dat", "*equivalent*.dat", "*report.json", "pictures"}).isEmpty();
     }
 
     /// Runs the arguments; what comes out is in `out` and `err`.
@@ -51,12 +53,30 @@ public:
         return runBatchCommand(parseBatchOptions(QStringList("flokluk-batch") + arguments), &outStream, &errStream);
     }
     /// Runs a job that stands beside the sample.
-    int runJob(const QByteArray &json) { return write(path("job.json"), json) ? run({path("job.json")}) : -1; }
+    int runJob(const QByteArray &json)
+    {
+        return !json.isEmpty() && tables::writeBytes(path("job.json"), json) ? run({path("job.json")}) : -1;
+    }
     /// The lines on standard error that are no progress.
     QStringList mistakes() const { return err.split('\n').filter(QRegularExpression("^flokluk-batch: ")); }
 
     QString out;
     QString err;
 };
+
+/// A result file and its two histograms; true when they are those of another one, which hold something.
+inline bool sameResults(const QString &got, const QString &wanted)
+{
+    for (const char *const part : {"", "_HGAlpha", "_HGThick"}) {
+        const auto file = [part](const QString &base) {
+            return tables::bytesOf(base + QLatin1String(part) + ".dat");
+        };
+        if (file(wanted).size() < 100 || file(got) != file(wanted)) {
+            qWarning("%s differs", part);
+            return false;
+        }
+    }
+    return true;
+}
 
 } // namespace batchtools

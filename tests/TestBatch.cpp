@@ -1,4 +1,3 @@
-#include "AnalystTools.h"
 #include "BatchTools.h"
 
 #include <QBuffer>
@@ -8,9 +7,8 @@
 #include <QProcess>
 #include <QtTest>
 
-#include <csignal>
-
-#include <unistd.h>
+using batchtools::Edits;
+using tables::writeBytes;
 
 /// Jobs run on a small sample without noise: results, files, exit codes, processes.
 class TestBatch : public QObject
@@ -18,368 +16,335 @@ class TestBatch : public QObject
     Q_OBJECT
 
 private slots:
-    void initTestCase();
-    void sampleAgainstItsTruth_data();
-    void sampleAgainstItsTruth();
-    void sameFilesAsThePanel_data();
-    void sameFilesAsThePanel();
-    void report();
-    void pictures();
-    void refusals_data();
-    void refusals();
-    void targetByFitAlone();
-    void unwritableOutputs_data();
-    void unwritableOutputs();
-    void worstOutcomeOfSeveralJobs();
-    void checkWritesNothing();
-    void progressOnATerminal_data();
-    void progressOnATerminal();
-    void overwritingOutputs_data();
-    void overwritingOutputs();
-    void parallelJobsAreAsSerialOnes();
-    void interruptedRunIsRepeated();
+    void initTestCase() { QVERIFY(m_sample.make()); }
+
+    /// Against the truth of the sample, and to the last byte what a user at the panel gets.
+    void resultFiles()
+    {
+        struct Case {
+            const char *name; ///< of the job
+            const char *control;
+            int valenceColumn, fractions;
+            double tolerance;
+        };
+        forEach<Case>({{"four-points", "TypeFourPs", 3, 1, 0.02},         // which the edges' own shapes leave
+                       {"non-equivalent", "TypeNonEquiv", 13, 3, 0.005}}, // counts are whole
+                      [this](const Case &c) {
+                          QCOMPARE(m_sample.run({m_sample.path(c.name) + ".json"}), 0);
+                          QVERIFY(m_sample.out.contains("Result of LCF :: "));
+                          compareWithTruth(m_sample.text(QString(c.name) + ".dat"), c.valenceColumn, c.fractions,
+                                           c.tolerance);
+                          paneltools::SampleFiles files;
+                          QVERIFY(files.make(16, 12));
+                          paneltools::Analyst user(files, c.control);
+                          QCOMPARE(user.writeTo(files.path("hand.dat")), QString());
+                          QVERIFY(batchtools::sameResults(m_sample.path(c.name), files.path("hand")));
+                      });
+    }
+
+    void report()
+    {
+        m_sample.removeResults();
+        QCOMPARE(m_sample.run({m_sample.path("four-points.json"), m_sample.path("non-equivalent.json"), "--report",
+                               m_sample.path("all.json")}),
+                 0);
+        const auto reportOf = [this](const char *name) {
+            return QJsonDocument::fromJson(m_sample.text(name)).object();
+        };
+        const QJsonObject fourPoints = reportOf("all_four-points.json");
+        const QJsonObject nonEquivalent = reportOf("all_non-equivalent.json");
+        QVERIFY(!QFile::exists(m_sample.path("four-points-report.json"))); // the command line's name in its place
+
+        paneltools::SampleFiles files;
+        QVERIFY(files.make(16, 12));
+        paneltools::Analyst user(files);
+        const QJsonObject target = nonEquivalent["target"].toObject();
+        const QJsonObject result = target["nonEquivalent"].toObject();
+        QCOMPARE(paneltools::sixDigits(result["fractions"].toArray()[2].toDouble()), user.ratio(3));
+        QCOMPARE(paneltools::sixDigits(result["amounts"].toArray()[0].toDouble()), user.amount(1));
+        QCOMPARE(result["fractions"].toArray().size(), 3);
+        QVERIFY(qAbs(result["valence"].toDouble() - 2.8) < 0.001);
+        QVERIFY(qAbs(target["lcf"].toObject()["valence"].toDouble() - 2.8) < 0.01);
+        QVERIFY(!target.contains("fourPoints"));
+        QVERIFY(fourPoints["target"].toObject()["fourPoints"].toObject().contains("t/ts"));
+        QCOMPARE(nonEquivalent["edge"].toDouble(), 8345.0);
+        QCOMPARE(nonEquivalent["references"].toArray()[1].toObject()["edgeJump"].toDouble(), user.jump(2));
+        QVERIFY(nonEquivalent["errors"].toArray().isEmpty());
+
+        const QJsonObject map = nonEquivalent["map"].toObject();
+        QCOMPARE(map["pixels"].toInt(), 16 * 12);
+        const QJsonObject quantities = map["quantities"].toObject();
+        const char *const computed = "Amount C1 Ratio 1 Ratio 2 Ratio 3 Valence dMut 1 dMut 2 dMut 3 mut0";
+        QCOMPARE(quantities.keys().join(' '), QString(computed)); // three references, linear background
+        double sum = 0.0;
+        for (std::size_t i = 0; i < user.results().count(); ++i)
+            sum += user.results().t()[i];
+        QVERIFY(qAbs(quantities["Amount"].toObject()["mean"].toDouble() - sum / (16 * 12)) < 1e-12);
+        QCOMPARE(fourPoints["map"].toObject()["quantities"].toObject().keys().join(' '),
+                 QString("Amount Ratio 1 Ratio 2 Valence"));
+    }
+
+    void pictures()
+    {
+        QTemporaryDir folder;
+        const QDir pictures(folder.filePath("a/b"));
+        QCOMPARE(m_sample.run({m_sample.path("four-points.json"), "--pictures", pictures.path()}), 0);
+        const QStringList names = pictures.entryList(QDir::Files, QDir::Name);
+        QCOMPARE(QString(names.join(' ')).remove("four-points_").remove(".png"),
+                 QString("DMutVorA Data_1 Data_2 Data_3 Data_4 Data_5 Data_6 Data_7 Data_8 HistA HistDMut LcfVsMps "
+                         "M2M3 Map_Amount Map_Ratio1 Map_Ratio2 Map_Valence Muts Ref1 Ref2 Target"));
+        QVector<QByteArray> contents;
+        for (const QString &name : names) {
+            const QByteArray bytes = tables::bytesOf(pictures.filePath(name));
+            const QImage image = QImage::fromData(bytes);
+            QVERIFY2(image.width() > 400 && image.height() > 300, qPrintable(name));
+            QVERIFY2(!contents.contains(bytes), qPrintable(name)); // each shows something else
+            contents << bytes;
+        }
+    }
+
+    /// Each job is the sample's one but for some edits.
+    void exitCodes()
+    {
+        struct Case {
+            const char *name;
+            Edits edits;
+            int code;
+            const char *mistake; ///< on standard error; empty: none
+            const char *message; ///< of the panel, on standard output
+            bool hasResult;
+        };
+        const char *const fit = "Result of LCF :: ";
+        const char *const few = "Number of valied Ref Files is 1, which is less than 2.";
+        QVERIFY(QDir(m_sample.dir()).mkpath("blocked_HGThick.dat"));
+        const auto check = [this](const Case &c) {
+            m_sample.removeResults();
+            QCOMPARE(m_sample.runJob(batchtools::edited(m_sample.text("four-points.json"), c.edits)), c.code);
+            const QStringList found = m_sample.mistakes();
+            if (c.code == 0)
+                QCOMPARE(found, QStringList());
+            else
+                QVERIFY2(!found.filter(c.mistake).isEmpty(), qPrintable(m_sample.err));
+            QVERIFY2(m_sample.out.contains(c.message), qPrintable(m_sample.out));
+            QCOMPARE(m_sample.results().contains("four-points.dat"), c.hasResult);
+            // The report says what happened.
+            QCOMPARE(m_sample.results().contains("four-points-report.json"),
+                     !found.join(' ').contains("cannot write the report"));
+        };
+        forEach<Case>(
+            {{"no V point",
+              {{"\"vPoint\": true", "\"vPoint\": false"}},
+              1,
+              "V Point is not selected",
+              "V Point is not selected",
+              false},
+             {"one reference",
+              {{"\"ref2_valence3.dat\", \"use\": true", "\"ref2_valence3.dat\", \"use\": false"}},
+              1,
+              few,
+              few,
+              false},
+             {"no fit, but a map",
+              {{"\"lcf\": true}", "\"lcf\": false, \"use\": true}"}},
+              0,
+              "",
+              "Energy Range is not selected",
+              true},
+             {"no used energy: the fit alone", // the four-points method would refuse the target
+              {{"\"use\": true, \"vPoint\"", "\"use\": false, \"vPoint\""}, {"\"result\": \"four-points.dat\", ", ""}},
+              0,
+              "",
+              fit,
+              false},
+             {"no folder for the result",
+              {{"\"four-points.dat\"", "\"missing/r.dat\""}},
+              3,
+              "Can't open the file [",
+              "Can't open the file [",
+              false},
+             {"a folder in the way of a histogram",
+              {{"\"four-points.dat\"", "\"blocked.dat\""}},
+              3,
+              "Can't write the histograms of [",
+              fit,
+              false},
+             {"no folder for the pictures",
+              {{"\"pictures\": \"pictures\"", "\"pictures\": \"truth.txt/p\""}},
+              3,
+              "cannot make the folder",
+              fit,
+              true},
+             {"no folder for the report",
+              {{"\"four-points-report.json\"", "\"missing/r.json\""}},
+              3,
+              "cannot write the report",
+              fit,
+              true}},
+            check);
+    }
+
+    void checkWritesNothing()
+    {
+        m_sample.removeResults();
+        QCOMPARE(m_sample.run({"--check", m_sample.path("four-points.json"), m_sample.path("non-equivalent.json")}), 0);
+        QCOMPARE(m_sample.out.count(": no mistakes\n"), 2);
+        QCOMPARE(m_sample.results(), QStringList());
+    }
+
+    /// The bar's line ends before anything else is printed.
+    void progressOnATerminal()
+    {
+        struct Case {
+            const char *name; ///< of the job
+            const char *end;
+        };
+        forEach<Case>({{"four-points.json", "[####################] done in 0."},
+                       {"nothing.json", "[....................] failed after 0."}},
+                      [this](const Case &c) {
+                          QBuffer terminal;
+                          QVERIFY(terminal.open(QIODevice::WriteOnly));
+                          QTextStream out(&terminal), err(&terminal);
+                          runBatchCommand(parseBatchOptions({"flokluk-batch", "--check", m_sample.path(c.name)}), &out,
+                                          &err, true);
+                          const QList<QByteArray> lines = terminal.data().split('\n');
+                          QCOMPARE(lines.size(), 3); // the bar, the outcome, nothing
+                          const QByteArray end = QByteArray("\033[K") + c.name + ' ' + c.end;
+                          QVERIFY2(lines[0].split('\r').last().startsWith(end), lines[0].constData());
+                      });
+    }
+
+    /// The other job runs before twin.json, which has the result file of four-points.json.
+    void overwritingOutputs()
+    {
+        struct Case {
+            const char *name;
+            const char *report, *other, *message;
+        };
+        const char *const other = "non-equivalent.json";
+        forEach<Case>(
+            {{"two jobs, one file", "twin-report.json", "four-points.json",
+              "four-points.dat cannot be written: it is an output of .*four-points.json"},
+             {"one job, one file", "x/../four-points.dat", other,
+              "four-points.dat cannot be written: it is an output of .*twin.json"},
+             {"its own spectrum", "target.dat", other, "target.dat cannot be written: it is an input of .*twin.json"},
+             {"another job", "non-equivalent.json", other,
+              "cannot be written: it is an input of .*non-equivalent.json"}},
+            [this](const Case &c) {
+                m_sample.removeResults();
+                const Edits report = {{"four-points-report.json", c.report}};
+                QVERIFY(writeBytes(m_sample.path("twin.json"),
+                                   batchtools::edited(m_sample.text("four-points.json"), report)));
+                const QByteArray target = m_sample.text("target.dat");
+                QCOMPARE(m_sample.run({m_sample.path(c.other), m_sample.path("twin.json")}), 2);
+                const QRegularExpression sentence(QString("twin.json: .*") + c.message);
+                QVERIFY2(m_sample.mistakes().filter(sentence).size() == 1, qPrintable(m_sample.err));
+                QCOMPARE(m_sample.mistakes().size(), 1);
+                QCOMPARE(m_sample.text("target.dat"), target);
+            });
+    }
+
+    /// The worst outcome counts, and no job stops those after it.
+    void parallelJobsAreAsSerialOnes()
+    {
+        const Edits refused = {{"\"vPoint\": true", "\"vPoint\": false"},
+                               {"\"four-points", "\"refused"},
+                               {"\"pictures\": \"pictures\", ", ""}};
+        QVERIFY(
+            writeBytes(m_sample.path("refused.json"), batchtools::edited(m_sample.text("four-points.json"), refused)));
+        QStringList jobs;
+        for (const char *const name : {"four-points.json", "nothing.json", "refused.json", "non-equivalent.json"})
+            jobs << m_sample.path(name);
+        m_sample.removeResults();
+        QByteArray serialOut, parallelOut;
+        QCOMPARE(start(jobs, &serialOut), 2);
+        const QMap<QString, QByteArray> serial = written();
+        m_sample.removeResults();
+        QCOMPARE(start(QStringList{"--jobs", "3"} + jobs, &parallelOut), 2);
+        QCOMPARE(parallelOut, serialOut);
+        QVERIFY(serialOut.contains("V Point is not selected"));
+        QVERIFY(serial.contains("non-equivalent.dat") && serial.contains("pictures/four-points_Muts.png"));
+        QCOMPARE(written(), serial);
+    }
+
+    /// A run that is killed while it works leaves no half file behind, and running it again gives what it would have
+    /// given.
+    void interruptedRunIsRepeated()
+    {
+        batchtools::SampleJobs large;
+        QVERIFY(large.make(256, 192));
+        const QStringList job = {large.path("non-equivalent.json")};
+        QVERIFY(writeBytes(
+            job[0], batchtools::edited(large.text("non-equivalent.json"), {{"\"pictures\": \"pictures\", ", ""}})));
+        QCOMPARE(large.run(job), 0);
+        const QByteArray whole = large.text("non-equivalent.dat");
+        QVERIFY(whole.size() > 1000000);
+
+        for (const char *const moment : {"reading map5", "calculating", "writing non-equivalent.dat"}) {
+            large.removeResults();
+            QProcess process;
+            process.setReadChannel(QProcess::StandardError);
+            process.start(QStringLiteral(FLOKLUK_BATCH), job);
+            QByteArray seen;
+            while (!seen.contains(moment) && process.waitForReadyRead(60000))
+                seen += process.readAll();
+            QVERIFY2(seen.contains(moment), seen.constData());
+            process.kill();
+            QVERIFY(process.waitForFinished(60000));
+            const bool isThere = QFile::exists(large.path("non-equivalent.dat"));
+            QVERIFY2(!isThere || large.text("non-equivalent.dat") == whole, moment);
+            QCOMPARE(large.run(job), 0);
+            QCOMPARE(large.text("non-equivalent.dat"), whole);
+        }
+    }
 
 private:
-    QByteArray job(const char *name) const { return batchtools::read(m_sample.path(QLatin1String(name))); }
-    int start(const QStringList &arguments, QByteArray *out);
+    /// Pixels with little material, or with a component that the method does not know, do not count.
+    void compareWithTruth(const QByteArray &result, int valenceColumn, int fractions, double tolerance)
+    {
+        const QVector<paneltools::TruePixel> truth = paneltools::readTruth(m_sample.path("truth.txt"));
+        int pixel = 0, compared = 0;
+        for (const QByteArray &line : result.split('\n')) {
+            const QList<QByteArray> words = line.simplified().split(' ');
+            if (words.size() < 5 || line.startsWith('#'))
+                continue;
+            const paneltools::TruePixel &wanted = truth.at(pixel++);
+            QCOMPARE(words[0].toDouble(), wanted.x);
+            QCOMPARE(words[1].toDouble(), wanted.y);
+            if (wanted.thickness < 0.2 || (fractions == 1 && wanted.fractions[2] > 0))
+                continue;
+            ++compared;
+            QVERIFY2(qAbs(words[valenceColumn].toDouble() - wanted.valence) < tolerance, line.constData());
+            for (int j = 0; j < fractions; ++j)
+                QVERIFY2(qAbs(words[2 + j].toDouble() - wanted.fractions[j]) < tolerance, line.constData());
+        }
+        QCOMPARE(pixel, truth.size());
+        QVERIFY(compared > 50);
+    }
+
+    /// Results and pictures.
+    QMap<QString, QByteArray> written() const
+    {
+        QMap<QString, QByteArray> files;
+        QStringList names = QDir(m_sample.dir()).entryList({"*.dat"}, QDir::Files);
+        for (const QString &name : QDir(m_sample.path("pictures")).entryList({"*.png"}))
+            names << "pictures/" + name;
+        for (const QString &name : names)
+            files.insert(name, m_sample.text(name));
+        return files;
+    }
+
+    /// Runs the program itself.
+    static int start(const QStringList &arguments, QByteArray *out)
+    {
+        QProcess process;
+        process.start(QStringLiteral(FLOKLUK_BATCH), arguments);
+        const bool finished = process.waitForFinished(120000) && process.exitStatus() == QProcess::NormalExit;
+        *out = process.readAllStandardOutput();
+        return finished ? process.exitCode() : -1;
+    }
 
     batchtools::SampleJobs m_sample;
 };
-
-void TestBatch::initTestCase()
-{
-    QVERIFY(m_sample.make());
-}
-
-void TestBatch::sampleAgainstItsTruth_data()
-{
-    QTest::addColumn<QString>("method");
-    QTest::addColumn<int>("valenceColumn");
-    QTest::addColumn<int>("fractions");
-    QTest::addColumn<double>("tolerance");
-    QTest::newRow("four points") << "four-points" << 3 << 1 << 0.02;         // which the edges' own shapes leave
-    QTest::newRow("non-equivalent") << "non-equivalent" << 13 << 3 << 0.005; // counts are whole
-}
-
-void TestBatch::sampleAgainstItsTruth()
-{
-    QFETCH(QString, method);
-    QFETCH(int, valenceColumn);
-    QFETCH(int, fractions);
-    QFETCH(double, tolerance);
-    QCOMPARE(m_sample.run({m_sample.path(method + ".json")}), 0);
-    QVERIFY(m_sample.out.contains("Result of LCF :: "));
-    const QVector<paneltools::TruePixel> truth = paneltools::readTruth(m_sample.path("truth.txt"));
-    int pixel = 0, compared = 0;
-    for (const QByteArray &line : batchtools::read(m_sample.path(method + ".dat")).split('\n')) {
-        const QList<QByteArray> words = line.simplified().split(' ');
-        if (words.size() < 5 || line.startsWith('#'))
-            continue;
-        const paneltools::TruePixel &wanted = truth.at(pixel++);
-        QCOMPARE(words[0].toDouble(), wanted.x);
-        QCOMPARE(words[1].toDouble(), wanted.y);
-        if (wanted.thickness < 0.2 || (fractions == 1 && wanted.fractions[2] > 0))
-            continue;
-        ++compared;
-        QVERIFY2(qAbs(words[valenceColumn].toDouble() - wanted.valence) < tolerance, line.constData());
-        for (int j = 0; j < fractions; ++j)
-            QVERIFY2(qAbs(words[2 + j].toDouble() - wanted.fractions[j]) < tolerance, line.constData());
-    }
-    QCOMPARE(pixel, truth.size());
-    QVERIFY(compared > 50);
-}
-
-void TestBatch::sameFilesAsThePanel_data()
-{
-    QTest::addColumn<QString>("method");
-    QTest::addColumn<QString>("control");
-    QTest::newRow("four points") << "four-points"
-                                 << "TypeFourPs";
-    QTest::newRow("non-equivalent") << "non-equivalent"
-                                    << "TypeNonEquiv";
-}
-
-void TestBatch::sameFilesAsThePanel()
-{
-    QFETCH(QString, method);
-    QFETCH(QString, control);
-    paneltools::SampleFiles files;
-    QVERIFY(files.make(16, 12));
-    paneltools::Analyst user(files, control.toLatin1().constData());
-    QCOMPARE(user.writeTo(files.path("hand.dat")), QString());
-    QCOMPARE(m_sample.run({m_sample.path(method + ".json")}), 0);
-    for (const char *const part : {"", "_HGAlpha", "_HGThick"}) {
-        const QByteArray hand = batchtools::read(files.path("hand" + QLatin1String(part) + ".dat"));
-        QVERIFY(hand.size() > 100);
-        QCOMPARE(batchtools::read(m_sample.path(method + QLatin1String(part) + ".dat")), hand);
-    }
-}
-
-void TestBatch::report()
-{
-    m_sample.removeResults();
-    QCOMPARE(m_sample.run({m_sample.path("four-points.json"), m_sample.path("non-equivalent.json"), "--report",
-                           m_sample.path("all.json")}),
-             0);
-    const auto reportOf = [this](const char *name) {
-        return QJsonDocument::fromJson(batchtools::read(m_sample.path(QLatin1String(name)))).object();
-    };
-    const QJsonObject fourPoints = reportOf("all_four-points.json");
-    const QJsonObject nonEquivalent = reportOf("all_non-equivalent.json");
-    QVERIFY(!QFile::exists(m_sample.path("four-points-report.json"))); // the command line's name in its place
-
-    paneltools::SampleFiles files;
-    QVERIFY(files.make(16, 12));
-    paneltools::Analyst user(files);
-    const QJsonObject target = nonEquivalent["target"].toObject();
-    const QJsonObject result = target["nonEquivalent"].toObject();
-    QCOMPARE(paneltools::sixDigits(result["fractions"].toArray()[2].toDouble()), user.ratio(3));
-    QCOMPARE(paneltools::sixDigits(result["amounts"].toArray()[0].toDouble()), user.amount(1));
-    QCOMPARE(result["fractions"].toArray().size(), 3);
-    QVERIFY(qAbs(result["valence"].toDouble() - 2.8) < 0.001);
-    QVERIFY(qAbs(target["lcf"].toObject()["valence"].toDouble() - 2.8) < 0.01);
-    QVERIFY(!target.contains("fourPoints"));
-    QVERIFY(fourPoints["target"].toObject()["fourPoints"].toObject().contains("t/ts"));
-    QCOMPARE(nonEquivalent["edge"].toDouble(), 8345.0);
-    QCOMPARE(nonEquivalent["references"].toArray()[1].toObject()["edgeJump"].toDouble(), user.jump(2));
-    QVERIFY(nonEquivalent["errors"].toArray().isEmpty());
-
-    const QJsonObject map = nonEquivalent["map"].toObject();
-    QCOMPARE(map["pixels"].toInt(), 16 * 12);
-    const QJsonObject quantities = map["quantities"].toObject();
-    const char *const computed = "Amount C1 Ratio 1 Ratio 2 Ratio 3 Valence dMut 1 dMut 2 dMut 3 mut0";
-    QCOMPARE(quantities.keys().join(' '), QString(computed)); // three references, linear background
-    double sum = 0.0;
-    for (std::size_t i = 0; i < user.results().count(); ++i)
-        sum += user.results().t()[i];
-    QVERIFY(qAbs(quantities["Amount"].toObject()["mean"].toDouble() - sum / (16 * 12)) < 1e-12);
-    QCOMPARE(fourPoints["map"].toObject()["quantities"].toObject().keys().join(' '),
-             QString("Amount Ratio 1 Ratio 2 Valence"));
-}
-
-void TestBatch::pictures()
-{
-    QTemporaryDir folder;
-    const QString pictures = folder.filePath("a/b");
-    QCOMPARE(m_sample.run({m_sample.path("four-points.json"), "--pictures", pictures}), 0);
-    const QStringList names = QDir(pictures).entryList(QDir::Files, QDir::Name);
-    QStringList expected;
-    for (const char *const name :
-         {"DMutVorA",   "Data_1",     "Data_2",      "Data_3",   "Data_4",   "Data_5", "Data_6",
-          "Data_7",     "Data_8",     "HistA",       "HistDMut", "LcfVsMps", "M2M3",   "Map_Amount",
-          "Map_Ratio1", "Map_Ratio2", "Map_Valence", "Muts",     "Ref1",     "Ref2",   "Target"})
-        expected << QStringLiteral("four-points_%1.png").arg(QLatin1String(name));
-    QCOMPARE(names, expected);
-    QVector<QByteArray> contents;
-    for (const QString &name : names) {
-        const QImage image(QDir(pictures).filePath(name));
-        QVERIFY2(image.width() > 400 && image.height() > 300, qPrintable(name));
-        const QByteArray bytes = batchtools::read(QDir(pictures).filePath(name));
-        QVERIFY2(!contents.contains(bytes), qPrintable(name)); // each shows something else
-        contents << bytes;
-    }
-}
-
-void TestBatch::refusals_data()
-{
-    QTest::addColumn<QByteArray>("before");
-    QTest::addColumn<QByteArray>("after");
-    QTest::addColumn<QString>("message");
-    QTest::addColumn<bool>("writes");
-    QTest::newRow("no V point") << QByteArray("\"vPoint\": true") << QByteArray("\"vPoint\": false")
-                                << "V Point is not selected" << false;
-    QTest::newRow("one reference") << QByteArray("\"ref2_valence3.dat\", \"use\": true")
-                                   << QByteArray("\"ref2_valence3.dat\", \"use\": false")
-                                   << "Number of valied Ref Files is 1, which is less than 2." << false;
-    QTest::newRow("no fit, but a map") << QByteArray("\"lcf\": true}") << QByteArray("\"lcf\": false, \"use\": true}")
-                                       << QString() << true;
-}
-
-void TestBatch::refusals()
-{
-    QFETCH(QByteArray, before);
-    QFETCH(QByteArray, after);
-    QFETCH(QString, message);
-    QFETCH(bool, writes);
-    m_sample.removeResults();
-    const QByteArray text = job("four-points.json");
-    QVERIFY(text.contains(before));
-    QCOMPARE(m_sample.runJob(QByteArray(text).replace(before, after)), writes ? 0 : 1);
-    QCOMPARE(m_sample.mistakes().filter(message).isEmpty(), writes);
-    QVERIFY(m_sample.out.contains(message)); // the panel says it too
-    QCOMPARE(QFile::exists(m_sample.path("four-points.dat")), writes);
-    QVERIFY(QFile::exists(m_sample.path("four-points-report.json"))); // which says what happened
-}
-
-/// Without a used energy the target is not asked for by the four-points method, which would refuse.
-void TestBatch::targetByFitAlone()
-{
-    const QByteArray text = job("four-points.json").replace("\"use\": true, \"vPoint\"", "\"use\": false, \"vPoint\"");
-    QCOMPARE(m_sample.runJob(QByteArray(text).replace("\"result\": \"four-points.dat\", ", "")), 0);
-    QVERIFY(m_sample.out.contains("Result of LCF :: "));
-}
-
-void TestBatch::unwritableOutputs_data()
-{
-    QTest::addColumn<QByteArray>("before");
-    QTest::addColumn<QByteArray>("after");
-    QTest::addColumn<QString>("message");
-    QTest::newRow("result") << QByteArray("\"four-points.dat\"") << QByteArray("\"missing/r.dat\"")
-                            << "Can't open the file [";
-    QTest::newRow("pictures") << QByteArray("\"pictures\": \"pictures\"") << QByteArray("\"pictures\": \"truth.txt/p\"")
-                              << "cannot make the folder";
-    QTest::newRow("report") << QByteArray("\"four-points-report.json\"") << QByteArray("\"missing/r.json\"")
-                            << "cannot write the report";
-}
-
-void TestBatch::unwritableOutputs()
-{
-    QFETCH(QByteArray, before);
-    QFETCH(QByteArray, after);
-    QFETCH(QString, message);
-    const QByteArray text = job("four-points.json");
-    QVERIFY(text.contains(before));
-    QCOMPARE(m_sample.runJob(QByteArray(text).replace(before, after)), 3);
-    QVERIFY2(!m_sample.mistakes().filter(message).isEmpty(), qPrintable(m_sample.err));
-}
-
-void TestBatch::worstOutcomeOfSeveralJobs()
-{
-    m_sample.removeResults();
-    QCOMPARE(m_sample.run({m_sample.path("nothing.json"), m_sample.path("four-points.json")}), 2);
-    QVERIFY(m_sample.err.contains("nothing.json: the job file cannot be read"));
-    QVERIFY(QFile::exists(m_sample.path("four-points.dat"))); // the second job ran all the same
-}
-
-void TestBatch::checkWritesNothing()
-{
-    m_sample.removeResults();
-    QCOMPARE(m_sample.run({"--check", m_sample.path("four-points.json"), m_sample.path("non-equivalent.json")}), 0);
-    QCOMPARE(m_sample.out.count(": no mistakes\n"), 2);
-    QVERIFY(!m_sample.hasResults());
-}
-
-void TestBatch::progressOnATerminal_data()
-{
-    QTest::addColumn<QByteArray>("job");
-    QTest::addColumn<QByteArray>("end");
-    QTest::newRow("good") << QByteArray("four-points.json") << QByteArray("[####################] done in 0.");
-    QTest::newRow("wrong") << QByteArray("nothing.json") << QByteArray("[....................] failed after 0.");
-}
-
-/// The bar's line ends before anything else is printed.
-void TestBatch::progressOnATerminal()
-{
-    QFETCH(QByteArray, job);
-    QFETCH(QByteArray, end);
-    QBuffer terminal;
-    QVERIFY(terminal.open(QIODevice::WriteOnly));
-    QTextStream out(&terminal), err(&terminal);
-    runBatchCommand(parseBatchOptions({"flokluk-batch", "--check", m_sample.path(job)}), &out, &err, true);
-    const QList<QByteArray> lines = terminal.data().split('\n');
-    QCOMPARE(lines.size(), 3); // the bar, the outcome, nothing
-    QVERIFY2(lines[0].split('\r').last().startsWith("\033[K" + job + ' ' + end), lines[0].constData());
-}
-
-void TestBatch::overwritingOutputs_data()
-{
-    QTest::addColumn<QByteArray>("report"); // of twin.json, which has the result file of four-points.json
-    QTest::addColumn<QString>("other");     // job that runs with it
-    QTest::addColumn<QString>("message");
-    QTest::newRow("two jobs, one file") << QByteArray("twin-report.json") << "four-points.json"
-                                        << "four-points.dat cannot be written: it is an output of .*four-points.json";
-    QTest::newRow("one job, one file") << QByteArray("x/../four-points.dat") << "non-equivalent.json"
-                                       << "four-points.dat cannot be written: it is an output of .*twin.json";
-    QTest::newRow("its own spectrum") << QByteArray("target.dat") << "non-equivalent.json"
-                                      << "target.dat cannot be written: it is an input of ";
-    QTest::newRow("another job") << QByteArray("non-equivalent.json") << "non-equivalent.json"
-                                 << "cannot be written: it is an input of .*non-equivalent.json";
-}
-
-void TestBatch::overwritingOutputs()
-{
-    QFETCH(QByteArray, report);
-    QFETCH(QString, other);
-    QFETCH(QString, message);
-    m_sample.removeResults();
-    QVERIFY(batchtools::write(m_sample.path("twin.json"),
-                              job("four-points.json").replace("four-points-report.json", report)));
-    const QByteArray target = job("target.dat");
-    QCOMPARE(m_sample.run({m_sample.path(other), m_sample.path("twin.json")}), 2);
-    const QStringList found = m_sample.mistakes();
-    QCOMPARE(found.size(), 1);
-    QVERIFY2(found.filter(QRegularExpression("twin.json: .*" + message)).size() == 1, qPrintable(m_sample.err));
-    QCOMPARE(job("target.dat"), target);
-}
-
-/// Runs the program itself.
-int TestBatch::start(const QStringList &arguments, QByteArray *out)
-{
-    QProcess process;
-    process.start(QStringLiteral(FLOKLUK_BATCH), arguments);
-    const bool finished = process.waitForFinished(120000) && process.exitStatus() == QProcess::NormalExit;
-    *out = process.readAllStandardOutput();
-    return finished ? process.exitCode() : -1;
-}
-
-void TestBatch::parallelJobsAreAsSerialOnes()
-{
-    QVERIFY(batchtools::write(m_sample.path("refused.json"), job("four-points.json")
-                                                                 .replace("\"vPoint\": true", "\"vPoint\": false")
-                                                                 .replace("\"four-points", "\"refused")
-                                                                 .replace("\"pictures\": \"pictures\", ", "")));
-    QStringList jobs;
-    for (const char *const name : {"four-points.json", "nothing.json", "refused.json", "non-equivalent.json"})
-        jobs << m_sample.path(QLatin1String(name));
-    const auto contents = [this] {
-        QMap<QString, QByteArray> files;
-        for (const QString &name : QDir(m_sample.path(".")).entryList({"*.dat"}))
-            files.insert(name, batchtools::read(m_sample.path(name)));
-        for (const QString &name : QDir(m_sample.path("pictures")).entryList({"*.png"}))
-            files.insert(name, batchtools::read(m_sample.path("pictures/" + name)));
-        return files;
-    };
-    m_sample.removeResults();
-    QByteArray serialOut, parallelOut;
-    QCOMPARE(start(jobs, &serialOut), 2);
-    const QMap<QString, QByteArray> serial = contents();
-    m_sample.removeResults();
-    QCOMPARE(start(QStringList{"--jobs", "3"} + jobs, &parallelOut), 2);
-    QCOMPARE(parallelOut, serialOut);
-    QVERIFY(serialOut.contains("V Point is not selected"));
-    QVERIFY(serial.contains("non-equivalent.dat") && serial.contains("four-points_Muts.png"));
-    QCOMPARE(contents(), serial);
-}
-
-/// A run that is killed while it works leaves no half file behind, and running it again gives what it would have given.
-void TestBatch::interruptedRunIsRepeated()
-{
-    batchtools::SampleJobs large;
-    QVERIFY(large.make(256, 192));
-    const QByteArray text =
-        batchtools::read(large.path("non-equivalent.json")).replace("\"pictures\": \"pictures\", ", "");
-    QVERIFY(batchtools::write(large.path("non-equivalent.json"), text));
-    QCOMPARE(large.run({large.path("non-equivalent.json")}), 0);
-    const QByteArray whole = batchtools::read(large.path("non-equivalent.dat"));
-    QVERIFY(whole.size() > 1000000);
-
-    for (const char *const moment : {"reading map5", "calculating", "writing non-equivalent.dat"}) {
-        large.removeResults();
-        QProcess process;
-        process.setReadChannel(QProcess::StandardError);
-        process.start(QStringLiteral(FLOKLUK_BATCH), {large.path("non-equivalent.json")});
-        QByteArray seen;
-        while (!seen.contains(moment) && process.waitForReadyRead(60000))
-            seen += process.readAll();
-        QVERIFY2(seen.contains(moment), seen.constData());
-        process.kill();
-        QVERIFY(process.waitForFinished(60000));
-        const QByteArray left = batchtools::read(large.path("non-equivalent.dat"));
-        QVERIFY2(left.isEmpty() || left == whole, moment);
-        QCOMPARE(large.run({large.path("non-equivalent.json")}), 0);
-        QCOMPARE(batchtools::read(large.path("non-equivalent.dat")), whole);
-    }
-}
 
 QTEST_MAIN(TestBatch)
 #include "TestBatch.moc"
