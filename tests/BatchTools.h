@@ -10,18 +10,17 @@
 namespace batchtools
 {
 
-/// What stands in the place of what in a job.
-using Edits = QVector<QPair<QByteArray, QByteArray>>;
-
-/// Null when the text does not hold what is to be replaced.
-inline QByteArray edited(QByteArray text, const Edits &edits)
+/// A job with other texts in the place of some: "'use': true => 'use': false && a => b", in which ' stands for ".
+/// Empty when the job does not hold what is to be replaced.
+inline QByteArray edited(QByteArray job, const QString &edits)
 {
-    for (const auto &[before, after] : edits) {
-        if (!text.contains(before))
+    for (const QString &edit : QString(edits).replace('\'', '"').split(" && ")) {
+        const QByteArray before = edit.section(" => ", 0, 0).toUtf8();
+        if (!job.contains(before))
             return QByteArray();
-        text.replace(before, after);
+        job.replace(before, edit.section(" => ", 1).toUtf8());
     }
-    return text;
+    return job;
 }
 
 /// The sample and its two jobs in a folder of their own, and what running them there printed.

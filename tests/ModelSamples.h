@@ -8,22 +8,48 @@
 namespace modelsamples
 {
 
-enum class Method { LeastSquares, Exact, Linear, Victoreen };
-
+/// What is set, in words; what a text does not name is as here. "refs=123/23 rows=1236/12 v=36 lcf=36 no-target exact"
+/// uses three references, of which the first has no spectrum, and four rows, of which two have a map, and marks two of
+/// them as V point. "linear" and "Victoreen" choose the non-equivalent method.
 struct Situation {
-    const char *used = "12"; ///< references
-    const char *loaded = "1234";
+    QString used = "12", loaded = "1234";
+    QString points = "1236", maps = "12345678";
+    QString vPoints = "3", lcf = "36";
+    QString method = "least squares";
     bool hasTarget = true;
-    const char *points = "1236"; ///< rows in use
-    const char *maps = "12345678";
-    const char *vPoints = "3";
-    Method method = Method::LeastSquares;
-    const char *lcf = "36";
+
+    explicit Situation(const QString &text)
+    {
+        for (const QString &word : text.split(' ')) {
+            const QString name = word.section('=', 0, 0);
+            const QString value = word.section('=', 1);
+            if (name == "refs")
+                takeBoth(value, &used, &loaded);
+            else if (name == "rows")
+                takeBoth(value, &points, &maps);
+            else if (name == "v")
+                vPoints = value;
+            else if (name == "lcf")
+                lcf = value;
+            else if (word == "no-target")
+                hasTarget = false;
+            else if (!word.isEmpty())
+                method = word;
+        }
+    }
+
+private:
+    static void takeBoth(const QString &value, QString *inUse, QString *present)
+    {
+        *inUse = value.section('/', 0, 0);
+        if (value.contains('/'))
+            *present = value.section('/', 1);
+    }
 };
 
-inline bool has(const char *numbers, int row)
+inline bool has(const QString &numbers, int row)
 {
-    return QString(numbers).contains(QString::number(row + 1));
+    return numbers.contains(QString::number(row + 1));
 }
 
 /// The numbers of rows as one text.
@@ -68,8 +94,9 @@ public:
         }
     }
 
-    AnalysisInput input(const Situation &situation = {}) const
+    AnalysisInput input(const QString &words = {}) const
     {
+        const Situation situation(words);
         AnalysisInput input;
         for (int j = 0; j < 4; ++j) {
             const bool isLoaded = has(situation.loaded, j);
@@ -81,10 +108,10 @@ public:
         if (situation.hasTarget)
             input.target = {QStringLiteral("target.dat"), m_target};
         Conditions &conditions = input.conditions;
-        conditions.isExact = situation.method == Method::Exact;
+        conditions.isExact = situation.method == "exact";
         conditions.isLeastSquares = !conditions.isExact;
-        conditions.isLinear = situation.method != Method::Victoreen;
-        conditions.isNonEquivalent = situation.method == Method::Linear || situation.method == Method::Victoreen;
+        conditions.isLinear = situation.method != "Victoreen";
+        conditions.isNonEquivalent = situation.method == "linear" || !conditions.isLinear;
         conditions.edge = {7120, -25, 65};
         conditions.valences = {1.5, 3.5, 51};
         conditions.thicknesses = {-0.2, 1.2, 51};

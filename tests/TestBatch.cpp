@@ -7,7 +7,7 @@
 #include <QProcess>
 #include <QtTest>
 
-using batchtools::Edits;
+using batchtools::edited;
 using tables::writeBytes;
 
 /// Jobs run on a small sample without noise: results, files, exit codes, processes.
@@ -48,11 +48,8 @@ private slots:
         QCOMPARE(m_sample.run({m_sample.path("four-points.json"), m_sample.path("non-equivalent.json"), "--report",
                                m_sample.path("all.json")}),
                  0);
-        const auto reportOf = [this](const char *name) {
-            return QJsonDocument::fromJson(m_sample.text(name)).object();
-        };
-        const QJsonObject fourPoints = reportOf("all_four-points.json");
-        const QJsonObject nonEquivalent = reportOf("all_non-equivalent.json");
+        const QJsonObject fourPoints = QJsonDocument::fromJson(m_sample.text("all_four-points.json")).object();
+        const QJsonObject nonEquivalent = QJsonDocument::fromJson(m_sample.text("all_non-equivalent.json")).object();
         QVERIFY(!QFile::exists(m_sample.path("four-points-report.json"))); // the command line's name in its place
 
         paneltools::SampleFiles files;
@@ -103,84 +100,38 @@ private slots:
         }
     }
 
-    /// Each job is the sample's one but for some edits.
+    /// Each job is the sample's one but for some edits; the last ones have something in the way of an output.
     void exitCodes()
     {
         struct Case {
             const char *name;
-            Edits edits;
+            const char *edits;
             int code;
-            const char *mistake; ///< on standard error; empty: none
-            const char *message; ///< of the panel, on standard output
+            const char *mistake; ///< on standard error; null: none
             bool hasResult;
         };
-        const char *const fit = "Result of LCF :: ";
-        const char *const few = "Number of valied Ref Files is 1, which is less than 2.";
         QVERIFY(QDir(m_sample.dir()).mkpath("blocked_HGThick.dat"));
-        const auto check = [this](const Case &c) {
-            m_sample.removeResults();
-            QCOMPARE(m_sample.runJob(batchtools::edited(m_sample.text("four-points.json"), c.edits)), c.code);
-            const QStringList found = m_sample.mistakes();
-            if (c.code == 0)
-                QCOMPARE(found, QStringList());
-            else
-                QVERIFY2(!found.filter(c.mistake).isEmpty(), qPrintable(m_sample.err));
-            QVERIFY2(m_sample.out.contains(c.message), qPrintable(m_sample.out));
-            QCOMPARE(m_sample.results().contains("four-points.dat"), c.hasResult);
-            // The report says what happened.
-            QCOMPARE(m_sample.results().contains("four-points-report.json"),
-                     !found.join(' ').contains("cannot write the report"));
-        };
+        const char *const few = "Number of valied Ref Files is 1, which is less than 2.";
         forEach<Case>(
-            {{"no V point",
-              {{"\"vPoint\": true", "\"vPoint\": false"}},
-              1,
-              "V Point is not selected",
-              "V Point is not selected",
-              false},
-             {"one reference",
-              {{"\"ref2_valence3.dat\", \"use\": true", "\"ref2_valence3.dat\", \"use\": false"}},
-              1,
-              few,
-              few,
-              false},
-             {"no fit, but a map",
-              {{"\"lcf\": true}", "\"lcf\": false, \"use\": true}"}},
-              0,
-              "",
-              "Energy Range is not selected",
-              true},
+            {{"no V point", "'vPoint': true => 'vPoint': false", 1, "V Point is not selected", false},
+             {"one reference", "'ref2_valence3.dat', 'use': true => 'ref2_valence3.dat', 'use': false", 1, few, false},
+             {"no fit, but a map", "'lcf': true} => 'lcf': false, 'use': true}", 0, nullptr, true},
              {"no used energy: the fit alone", // the four-points method would refuse the target
-              {{"\"use\": true, \"vPoint\"", "\"use\": false, \"vPoint\""}, {"\"result\": \"four-points.dat\", ", ""}},
-              0,
-              "",
-              fit,
+              "'use': true, 'vPoint' => 'use': false, 'vPoint' && 'result': 'four-points.dat',  => ", 0, nullptr,
               false},
-             {"no folder for the result",
-              {{"\"four-points.dat\"", "\"missing/r.dat\""}},
-              3,
-              "Can't open the file [",
-              "Can't open the file [",
-              false},
-             {"a folder in the way of a histogram",
-              {{"\"four-points.dat\"", "\"blocked.dat\""}},
-              3,
-              "Can't write the histograms of [",
-              fit,
-              false},
-             {"no folder for the pictures",
-              {{"\"pictures\": \"pictures\"", "\"pictures\": \"truth.txt/p\""}},
-              3,
-              "cannot make the folder",
-              fit,
-              true},
-             {"no folder for the report",
-              {{"\"four-points-report.json\"", "\"missing/r.json\""}},
-              3,
-              "cannot write the report",
-              fit,
-              true}},
-            check);
+             {"result", "'four-points.dat' => 'missing/r.dat'", 3, "Can't open the file [", false},
+             {"histogram", "'four-points.dat' => 'blocked.dat'", 3, "Can't write the histograms of [", false},
+             {"pictures", "'pictures': 'pictures' => 'pictures': 'truth.txt/p'", 3, "cannot make the folder", true},
+             {"report", "'four-points-report.json' => 'missing/r.json'", 3, "cannot write the report", true}},
+            [this](const Case &c) {
+                m_sample.removeResults();
+                QCOMPARE(m_sample.runJob(edited(m_sample.text("four-points.json"), c.edits)), c.code);
+                const QStringList found = m_sample.mistakes();
+                QVERIFY2(c.mistake ? !found.filter(c.mistake).isEmpty() : found.isEmpty(), qPrintable(m_sample.err));
+                QCOMPARE(m_sample.results().contains("four-points.dat"), c.hasResult);
+                // The report says what happened.
+                QCOMPARE(m_sample.results().contains("four-points-report.json"), QString(c.name) != "report");
+            });
     }
 
     void checkWritesNothing()
@@ -231,9 +182,8 @@ private slots:
               "cannot be written: it is an input of .*non-equivalent.json"}},
             [this](const Case &c) {
                 m_sample.removeResults();
-                const Edits report = {{"four-points-report.json", c.report}};
-                QVERIFY(writeBytes(m_sample.path("twin.json"),
-                                   batchtools::edited(m_sample.text("four-points.json"), report)));
+                const QString report = QString("four-points-report.json => ") + c.report;
+                QVERIFY(writeBytes(m_sample.path("twin.json"), edited(m_sample.text("four-points.json"), report)));
                 const QByteArray target = m_sample.text("target.dat");
                 QCOMPARE(m_sample.run({m_sample.path(c.other), m_sample.path("twin.json")}), 2);
                 const QRegularExpression sentence(QString("twin.json: .*") + c.message);
@@ -246,11 +196,9 @@ private slots:
     /// The worst outcome counts, and no job stops those after it.
     void parallelJobsAreAsSerialOnes()
     {
-        const Edits refused = {{"\"vPoint\": true", "\"vPoint\": false"},
-                               {"\"four-points", "\"refused"},
-                               {"\"pictures\": \"pictures\", ", ""}};
-        QVERIFY(
-            writeBytes(m_sample.path("refused.json"), batchtools::edited(m_sample.text("four-points.json"), refused)));
+        const QString refused = "'vPoint': true => 'vPoint': false && 'four-points => 'refused && "
+                                "'pictures': 'pictures',  => ";
+        QVERIFY(writeBytes(m_sample.path("refused.json"), edited(m_sample.text("four-points.json"), refused)));
         QStringList jobs;
         for (const char *const name : {"four-points.json", "nothing.json", "refused.json", "non-equivalent.json"})
             jobs << m_sample.path(name);
@@ -273,8 +221,7 @@ private slots:
         batchtools::SampleJobs large;
         QVERIFY(large.make(256, 192));
         const QStringList job = {large.path("non-equivalent.json")};
-        QVERIFY(writeBytes(
-            job[0], batchtools::edited(large.text("non-equivalent.json"), {{"\"pictures\": \"pictures\", ", ""}})));
+        QVERIFY(writeBytes(job[0], edited(large.text("non-equivalent.json"), "'pictures': 'pictures',  => ")));
         QCOMPARE(large.run(job), 0);
         const QByteArray whole = large.text("non-equivalent.dat");
         QVERIFY(whole.size() > 1000000);

@@ -71,76 +71,51 @@ private slots:
     /// Each rule for itself: no two of them give the same in all rows.
     void whoTakesPart()
     {
+        using Reference = TakingPart::Reference;
         struct Case {
             const char *name;
-            QVector<TakingPart::Reference> used; ///< row, valid, valence, edge jump
-            QString valenceRange, thicknessRange, method, file, drawn, colours;
+            QVector<Reference> used;
+            const char *rules;
         };
+        const Reference invalid{0, false, 5, 0.7}, two{1, true, 2, 1}, three{2, true, 3, 2};
         forEach<Case>(
-            {{"none", {}, "9.5 0.5", "-0.5 0.5", "unknown", "unknown", "0 0", "0: 0 0"},
-             {"one", {{0, true, 3, 1.5}}, "2.5 3.5", "-0.5 2", "unknown", "unknown", "3 0", "1.5: 3 3"},
-             {"two", {{0, true, 3, 1}, {1, true, 2, 2}}, "1.5 3.5", "-0.5 3.5", "3 2", "3 2", "3 2", "3: 2 3"},
+            {{"none", {}, "9.5 0.5, -0.5 0.5, method: unknown, file: unknown, drawn: 0 0, colours: 0; 0 0"},
+             {"one", {three}, "2.5 3.5, -0.5 2.5, method: unknown, file: unknown, drawn: 3 0, colours: 2; 3 3"},
+             {"two", {three, two}, "1.5 3.5, -0.5 3.5, method: 3 2, file: 3 2, drawn: 3 2, colours: 3; 2 3"},
              {"an invalid one first",
-              {{0, false, 5, 0.7}, {1, true, 2, 1}, {2, true, 3, 2}},
-              "1.5 5.5",
-              "-0.5 2.2",
-              "2 3",
-              "5 2",
-              "5 2",
-              "3: 2 5"},
+              {invalid, two, three},
+              "1.5 5.5, -0.5 2.2, method: 2 3, file: 5 2, drawn: 5 2, colours: 3; 2 5"},
              {"an invalid one between",
-              {{0, true, 2, 1}, {1, false, 5, 0.7}, {3, true, 3, 2}},
-              "1.5 5.5",
-              "-0.5 2.2",
-              "2 3",
-              "2 5",
-              "2 5",
-              "3: 2 5"},
+              {two, invalid, three},
+              "1.5 5.5, -0.5 2.2, method: 2 3, file: 2 5, drawn: 2 5, colours: 3; 2 5"},
              {"one valid of two",
-              {{0, false, 5, 0.7}, {1, true, 2, 1}},
-              "1.5 5.5",
-              "-0.5 1.2",
-              "unknown",
-              "unknown",
-              "5 2",
-              "1: 2 5"},
-             {"valences above 10",
-              {{0, true, 12, 1}, {1, true, 13, 1}},
-              "9.5 13.5",
-              "-0.5 2.5",
-              "12 13",
-              "12 13",
-              "12 13",
-              "2: 12 13"},
-             {"valences below 0",
-              {{0, true, -2, 1}, {1, true, -1, 1}},
-              "-2.5 0.5",
-              "-0.5 2.5",
-              "-2 -1",
-              "-2 -1",
-              "-2 -1",
-              "2: -2 -1"}},
+              {invalid, two},
+              "1.5 5.5, -0.5 1.2, method: unknown, file: unknown, drawn: 5 2, colours: 1; 2 5"},
+             {"valence above 10",
+              {{0, true, 12, 1}},
+              "9.5 12.5, -0.5 1.5, method: unknown, file: unknown, drawn: 12 0, colours: 1; 12 12"},
+             {"valence below 0",
+              {{0, true, -2, 1}},
+              "-2.5 0.5, -0.5 1.5, method: unknown, file: unknown, drawn: -2 0, colours: 1; -2 -2"}},
             [](const Case &c) {
                 const TakingPart references{c.used};
                 const ValueRange valences = automaticValenceRange(references);
                 const ValueRange thicknesses = automaticThicknessRange(references);
                 const std::pair<double, double> drawn = drawnValences(references);
                 const RangeConditions colours = colourConditions(references);
-                QCOMPARE(pairText(valences.min, valences.max), c.valenceRange);
-                QCOMPARE(pairText(thicknesses.min, thicknesses.max), c.thicknessRange);
-                QCOMPARE(textOf(methodValences(references)), c.method);
-                QCOMPARE(textOf(fileValences(references)), c.file);
-                QCOMPARE(pairText(drawn.first, drawn.second), c.drawn);
-                QCOMPARE(QStringLiteral("%1: ").arg(colours.edgeJumps) +
-                             pairText(colours.smallestValence, colours.largestValence),
-                         c.colours);
+                QCOMPARE(QStringLiteral("%1, %2, method: %3, file: %4, drawn: %5, colours: %6; %7")
+                             .arg(pairText(valences.min, valences.max), pairText(thicknesses.min, thicknesses.max),
+                                  textOf(methodValences(references)), textOf(fileValences(references)),
+                                  pairText(drawn.first, drawn.second), QString::number(colours.edgeJumps),
+                                  pairText(colours.smallestValence, colours.largestValence)),
+                         QString(c.rules));
             });
     }
 
     /// A spectrum that was cleared leaves no edge jump, one that a bad file replaced leaves that of its lines.
     void referencesInUse()
     {
-        AnalysisInput input = m_sample.input({"234"});
+        AnalysisInput input = m_sample.input("refs=234");
         input.references[1].spectrum.clear();
         input.references[2].spectrum.setValid(false);
         const QVector<TakingPart::Reference> used = takingPart(input).used;
@@ -158,143 +133,89 @@ private slots:
     {
         struct Case {
             const char *name;
-            Situation situation;
+            const char *situation;
             const char *map, *target; ///< the plan or the message
         };
-        using M = Method;
-        const auto check = [this](const Case &c) {
-            const AnalysisInput input = m_sample.input(c.situation);
-            QCOMPARE(described(planMap(input)), QString(c.map));
-            QCOMPARE(described(planTarget(input)), QString(c.target));
-        };
+        const char *const noVPointForMap = "V Point is not selected";
+        const char *const noVPoint = "V Point is not selected.";
+        const char *const few0 = "Number of valied Ref Files is 0, which is less than 2.";
+        const char *const few1 = "Number of valied Ref Files is 1, which is less than 2.";
+        const char *const is2 = "Number of selected data sets 2 is not 4.";
+        const char *const is5 = "Number of selected data sets 5 is not 4.";
         forEach<Case>(
-            {{"nothing chosen", {"12", "", false, "", "", ""}, "V Point is not selected", "V Point is not selected."},
-             {"V point not used",
-              {"12", "12", true, "1236", "1236", "7"},
-              "V Point is not selected",
-              "V Point is not selected."},
-             {"V point without map",
-              {"12", "", false, "3", "", "3"},
-              "V Point is not selected",
-              "Number of valied Ref Files is 0, which is less than 2."},
-             {"no V point, the other method",
-              {"12", "12", true, "1236", "1236", "", M::Linear},
-              "linear 1236 by 12",
-              "V Point is not selected."},
-             {"one reference",
-              {"12", "2"},
-              "Number of valied Ref Files is 1, which is less than 2.",
-              "Number of valied Ref Files is 1, which is less than 2."},
-             {"loaded but not used",
-              {"1", "1234", true, "1236", "1236", "3", M::Linear},
-              "Number of valied Ref Files is 1, which is less than 2.",
-              "Number of valied Ref Files is 1, which is less than 2."},
-             {"first of three not loaded", {"123", "23"}, "Ref File 0 is not valid.", "The 1st Ref File is not valid."},
-             {"first used one not loaded", {"234", "34"}, "Ref File 1 is not valid.", "The 1st Ref File is not valid."},
-             {"second used one not loaded",
-              {"134", "14"},
-              "Ref File 2 is not valid.",
+            {{"nothing chosen", "refs=12/ rows=/ v= no-target", noVPointForMap, noVPoint},
+             {"V point not used", "v=7", noVPointForMap, noVPoint},
+             {"V point without map", "refs=12/ rows=3/ no-target", noVPointForMap, few0},
+             {"no V point, the other method", "v= linear", "linear 1236 by 12", noVPoint},
+             {"one reference", "refs=12/2", few1, few1},
+             {"loaded but not used", "refs=1 linear", few1, few1},
+             {"first of three not loaded", "refs=123/23", "Ref File 0 is not valid.", "The 1st Ref File is not valid."},
+             {"first used one not loaded", "refs=234/34 linear", "Ref File 1 is not valid.",
+              "The 1st Ref File is not valid."},
+             {"second used one not loaded", "refs=134/14", "Ref File 2 is not valid.",
               "The 2nd Ref File is not valid."},
-             {"third and fourth not loaded, no target",
-              {"1234", "12", false},
-              "Ref File 2 is not valid.",
+             {"third not loaded, no target", "refs=1234/124 no-target", "Ref File 2 is not valid.",
               "Target File1 is not valid."},
-             {"fourth not loaded, target is", {"124", "12"}, "Ref File 3 is not valid.", "least squares 1263 by 12"},
-             {"no target", {"12", "12", false}, "least squares 1263 by 12", "Target File1 is not valid."},
-
-             {"two points",
-              {"12", "12", true, "13"},
-              "Number of selected data sets 2 is not 4.",
-              "Number of selected data sets 2 is not 4."},
-             {"three points",
-              {"12", "12", true, "136", "136", "3", M::Exact},
-              "three points 163 by 12",
-              "three points 163 by 12"},
-             {"four points, exact",
-              {"12", "12", true, "1236", "1236", "1", M::Exact},
-              "exact 2361 by 12",
-              "exact 2361 by 12"},
-             {"five points, exact",
-              {"12", "12", true, "12367", "12367", "3", M::Exact},
-              "Number of selected data sets 5 is not 4.",
-              "Number of selected data sets 5 is not 4."},
-             {"five points, least squares",
-              {"24", "24", true, "12367", "12367", "3"},
-              "least squares 12673 by 24",
-              "least squares 12673 by 24"},
-             {"a row without map counts for the target only",
-              {"12", "12", true, "12367", "1236", "3", M::Exact},
-              "exact 1263 by 12",
-              "Number of selected data sets 5 is not 4."},
-             {"the last V point has no map",
-              {"12", "12", true, "12367", "1236", "37"},
-              "least squares 1263 by 12",
+             {"fourth not loaded, target is", "refs=124/12", "Ref File 3 is not valid.", "least squares 1263 by 12"},
+             {"no target", "no-target", "least squares 1263 by 12", "Target File1 is not valid."},
+             {"two points", "rows=13", is2, is2},
+             {"three points", "rows=136 exact", "three points 163 by 12", "three points 163 by 12"},
+             {"four points, exact", "v=1 exact", "exact 2361 by 12", "exact 2361 by 12"},
+             {"five points, exact", "rows=12367 exact", is5, is5},
+             {"five points", "refs=24 rows=12367", "least squares 12673 by 24", "least squares 12673 by 24"},
+             {"row without map: for the target only", "rows=12367/1236 exact", "exact 1263 by 12", is5},
+             {"last V point without map", "rows=12367/1236 v=37", "least squares 1263 by 12",
               "least squares 1267 by 12"},
-             {"two V points",
-              {"12", "12", true, "1236", "1236", "26"},
-              "least squares 136 by 12",
-              "least squares 136 by 12"},
-             {"three references, of which the method knows two",
-              {"134", "134"},
-              "least squares 1263 by 13",
-              "least squares 1263 by 13"},
-
-             {"linear, two references, three points",
-              {"12", "12", true, "123", "123", "3", M::Linear},
-              "Number of selected data sets 3 is less than 4.",
+             {"two V points", "v=26", "least squares 136 by 12", "least squares 136 by 12"},
+             {"three references for two", "refs=134", "least squares 1263 by 13", "least squares 1263 by 13"},
+             {"linear, 2 and 3", "rows=123 linear", "Number of selected data sets 3 is less than 4.",
               "Number of selected data sets 3 is not 4."},
-             {"linear, two references, four points",
-              {"12", "12", true, "1236", "1236", "3", M::Linear},
-              "linear 1236 by 12",
-              "linear 1236 by 12"},
-             {"linear, three references, four points",
-              {"123", "123", true, "1236", "1236", "3", M::Linear},
-              "Number of selected data sets 4 is less than 5.",
+             {"linear, 2 and 4", "linear", "linear 1236 by 12", "linear 1236 by 12"},
+             {"linear, 3 and 4", "refs=123 linear", "Number of selected data sets 4 is less than 5.",
               "linear 1236 by 123"},
-             {"Victoreen, two references, four points",
-              {"12", "12", true, "1236", "1236", "3", M::Victoreen},
-              "Number of selected data sets 4 is less than 5.",
+             {"Victoreen, 2 and 4", "Victoreen", "Number of selected data sets 4 is less than 5.",
               "Number of selected data sets 4 is not 5."},
-             {"Victoreen, two references, five points",
-              {"12", "12", true, "12367", "12367", "3", M::Victoreen},
-              "Victoreen 12367 by 12",
-              "Victoreen 12367 by 12"},
-             {"Victoreen, four references, six points",
-              {"1234", "1234", true, "123678", "123678", "3", M::Victoreen},
-              "Number of selected data sets 6 is less than 7.",
+             {"Victoreen, 2 and 5", "rows=12367 Victoreen", "Victoreen 12367 by 12", "Victoreen 12367 by 12"},
+             {"Victoreen, 4 and 6", "refs=1234 rows=123678 Victoreen", "Number of selected data sets 6 is less than 7.",
               "Victoreen 123678 by 1234"}},
-            check);
+            [this](const Case &c) {
+                const AnalysisInput input = m_sample.input(c.situation);
+                QCOMPARE(described(planMap(input)), QString(c.map));
+                QCOMPARE(described(planTarget(input)), QString(c.target));
+            });
     }
 
+    /// References and the rows marked for the fit, which need not be in use.
     void fitChecks()
     {
         struct Case {
             const char *name;
-            const char *used, *loaded, *lcf, *fit;
+            const char *situation;
+            const char *fit; ///< range and references, or the message
         };
         const char *const noRange = "Energy Range is not selected, which should by selected by CB of TR.";
-        const auto check = [this](const Case &c) {
-            const auto plan = planFit(m_sample.input({c.used, c.loaded, true, "", "", "", Method::Exact, c.lcf}));
-            if (const auto *refusal = std::get_if<Refusal>(&plan)) {
-                QCOMPARE(textOf(*refusal), QString(c.fit));
-                return;
-            }
-            const auto &fit = std::get<FitPlan>(plan);
-            QCOMPARE(pairText(fit.work.energyMin, fit.work.energyMax) + " by " + numbersOf(rowsOf(fit.references)),
-                     QString(c.fit));
-            QCOMPARE(fit.work.references.size(), std::size_t(fit.references.size()));
-            for (std::size_t j = 0; j < fit.work.references.size(); ++j) {
-                QCOMPARE(fit.work.references[j]->fileName(), fit.references[int(j)].name);
-                QCOMPARE(fit.work.valences[j], fourValences[std::size_t(fit.references[int(j)].row)]);
-            }
-        };
-        forEach<Case>(
-            {{"no row", "1", "1", "", noRange},
-             {"one row", "1", "1", "4", noRange},
-             {"one reference", "123", "2", "36", "Number of Valid Reference files is 1, which is less than 2"},
-             {"one that is not loaded is skipped", "123", "134", "258", "7060 7900 by 13"},
-             {"four", "1234", "1234", "36", "7112 7135 by 1234"}},
-            check);
+        forEach<Case>({{"no row", "refs=1 lcf=", noRange},
+                       {"one row", "lcf=4", noRange},
+                       {"one reference", "refs=123/2", "Number of Valid Reference files is 1, which is less than 2"},
+                       {"one that is not loaded is skipped", "refs=123/134 lcf=258", "7060 7900 by 13"},
+                       {"four", "refs=1234", "7112 7135 by 1234"}},
+                      [this](const Case &c) {
+                          const AnalysisInput input = m_sample.input(c.situation);
+                          const auto plan = planFit(input);
+                          if (const auto *refusal = std::get_if<Refusal>(&plan)) {
+                              QCOMPARE(textOf(*refusal), QString(c.fit));
+                              return;
+                          }
+                          const auto &fit = std::get<FitPlan>(plan);
+                          QCOMPARE(pairText(fit.work.energyMin, fit.work.energyMax) + " by " +
+                                       numbersOf(rowsOf(fit.references)),
+                                   QString(c.fit));
+                          std::size_t j = 0;
+                          for (const RunReference &reference : fit.references) {
+                              QCOMPARE(fit.work.references[j], &input.references[reference.row].spectrum);
+                              QCOMPARE(fit.work.valences[j++], input.references[reference.row].valence);
+                          }
+                      });
     }
 
     /// Two rows at the same energy are a range.
@@ -308,7 +229,7 @@ private slots:
 
     void fourPointsValues()
     {
-        const AnalysisInput input = m_sample.input({"24", "24", true, "13568", "13568", "36"});
+        const AnalysisInput input = m_sample.input("refs=24 rows=13568 v=36");
         const MapPlan map = std::get<MapPlan>(planMap(input));
         const TargetPlan target = std::get<TargetPlan>(planTarget(input));
         const auto &work = std::get<FourPointsMapInput>(map.work);
@@ -336,26 +257,25 @@ private slots:
             const char *name;
             bool postOfReferences, postOfTarget;
         };
-        forEach<Case>(
-            {{"pre-edge lines", false, false},
-             {"post-edge line of the target", false, true},
-             {"post-edge lines of the references", true, false}},
-            [this](const Case &c) {
-                AnalysisInput input = m_sample.input({"13", "1234", true, "12367", "12367", "3", Method::Linear});
-                input.conditions.subtractsPostLineOfReferences = c.postOfReferences;
-                input.conditions.subtractsPostLineOfTarget = c.postOfTarget;
-                const TargetPlan target = std::get<TargetPlan>(planTarget(input));
-                const MapPlan map = std::get<MapPlan>(planMap(input));
-                const auto &work = std::get<NonEquivalentMapInput>(map.work);
-                QVERIFY(near(target.values[0], c.postOfTarget ? -1.0 : 0.0, 1e-6));
-                for (const auto *columns : {&target.run.nonEquivalent.columns, &work.references.columns}) {
-                    QVERIFY(near((*columns)[0][0], c.postOfReferences ? -jumps[0] : 0.0, 1e-6));
-                    QVERIFY(near((*columns)[1][0], c.postOfReferences ? -jumps[2] : 0.0, 1e-6));
-                }
-                QCOMPARE(work.valences, (std::vector<double>{2, 0}));
-                QCOMPARE(work.maps.back(), input.points[6].map);
-                QVERIFY(map.sized == input.points[0].map && map.first == map.sized);
-            });
+        forEach<Case>({{"pre-edge lines", false, false},
+                       {"post-edge line of the target", false, true},
+                       {"post-edge lines of the references", true, false}},
+                      [this](const Case &c) {
+                          AnalysisInput input = m_sample.input("refs=13 rows=12367 linear");
+                          input.conditions.subtractsPostLineOfReferences = c.postOfReferences;
+                          input.conditions.subtractsPostLineOfTarget = c.postOfTarget;
+                          const TargetPlan target = std::get<TargetPlan>(planTarget(input));
+                          const MapPlan map = std::get<MapPlan>(planMap(input));
+                          const auto &work = std::get<NonEquivalentMapInput>(map.work);
+                          QVERIFY(near(target.values[0], c.postOfTarget ? -1.0 : 0.0, 1e-6));
+                          for (const auto *columns : {&target.run.nonEquivalent.columns, &work.references.columns}) {
+                              QVERIFY(near((*columns)[0][0], c.postOfReferences ? -jumps[0] : 0.0, 1e-6));
+                              QVERIFY(near((*columns)[1][0], c.postOfReferences ? -jumps[2] : 0.0, 1e-6));
+                          }
+                          QCOMPARE(work.valences, (std::vector<double>{2, 0}));
+                          QCOMPARE(work.maps.back(), input.points[6].map);
+                          QVERIFY(map.sized == input.points[0].map && map.first == map.sized);
+                      });
     }
 
     /// What the scatter of steps shows is taken from references that are valid, not only used.
@@ -363,27 +283,29 @@ private slots:
     {
         struct Case {
             const char *name;
-            Situation situation;
-            QString points; ///< rows and references; empty: none
+            const char *situation;
+            const char *points; ///< P, Q, R and two references; empty: none
         };
-        const auto check = [this](const Case &c) {
-            const AnalysisInput input = m_sample.input(c.situation);
-            const std::optional<ThreePoints> points = threePoints(input);
-            QCOMPARE(points.has_value(), !c.points.isEmpty());
-            for (std::size_t i = 0; points && i < 3; ++i) {
-                const PointInput &row = input.points[c.points[int(i)].digitValue() - 1];
-                QCOMPARE(points->maps[i], row.map);
-                QCOMPARE(points->first[i], row.references[std::size_t(c.points[3].digitValue() - 1)]);
-                QCOMPARE(points->second[i], row.references[std::size_t(c.points[4].digitValue() - 1)]);
-            }
+        const auto at = [](const Case &c, std::size_t i) {
+            return c.points[i] - '1';
         };
-        forEach<Case>({{"first two anchors and last V point", {"13", "13", false, "23567", "23567", "36"}, "25613"},
-                       {"a reference that is not loaded", {"124", "24", false}, "12324"},
-                       {"an anchor without map", {"12", "12", false, "1236", "236", "3"}, "26312"},
-                       {"one anchor", {"12", "12", false, "13", "13", "3"}, ""},
-                       {"no V point", {"12", "12", false, "1236", "1236", ""}, ""},
-                       {"one valid reference", {"12", "2", false}, ""}},
-                      check);
+        forEach<Case>({{"first two anchors and last V point", "refs=13 rows=23567 v=36", "25613"},
+                       {"a reference that is not loaded", "refs=124/24", "12324"},
+                       {"an anchor without map", "rows=1236/236", "26312"},
+                       {"one anchor", "rows=13", ""},
+                       {"no V point", "v=", ""},
+                       {"one valid reference", "refs=12/2", ""}},
+                      [this, at](const Case &c) {
+                          const AnalysisInput input = m_sample.input(c.situation);
+                          const std::optional<ThreePoints> points = threePoints(input);
+                          QCOMPARE(points.has_value(), *c.points != 0);
+                          for (std::size_t i = 0; points && i < 3; ++i) {
+                              const PointInput &row = input.points[at(c, i)];
+                              QCOMPARE(points->maps[i], row.map);
+                              QCOMPARE(points->first[i], row.references[static_cast<std::size_t>(at(c, 3))]);
+                              QCOMPARE(points->second[i], row.references[static_cast<std::size_t>(at(c, 4))]);
+                          }
+                      });
     }
 
     void severalChangesOneRun()
