@@ -140,11 +140,12 @@ private slots:
     {
         Analysis analysis;
         analysis.runFit(m_sample.input());
-        analysis.runTarget(m_sample.input());
+        const QString message = analysis.runTarget(m_sample.input()).message;
         analysis.comparisons.nextColour(3);
         analysis.runTarget(m_sample.input("refs=34 linear"));
         analysis.runFit(m_sample.input());
         const FourPointsTarget target = *analysis.fourPointsTarget();
+        QCOMPARE(message, fourPointsText(FourPointsVariant::LeastSquares, target.result, target.valence));
         QCOMPARE(target.valence, 2 * target.result.a + 3 * (1 - target.result.a));
         QCOMPARE(analysis.nonEquivalentTarget()->references[1].row, 3);
         const QVector<ComparisonRecord> &records = analysis.comparisons.records;
