@@ -899,10 +899,6 @@ Do you want to replace it?</source>
         <translation>メッセージを消去する</translation>
     </message>
     <message>
-        <source>Result map</source>
-        <translation>結果マップ</translation>
-    </message>
-    <message>
         <source>Show this quantity in the result map</source>
         <translation>この量を結果マップに表示する</translation>
     </message>
@@ -1169,6 +1165,10 @@ Do you want to replace it?</source>
     <message>
         <source>Changed since the map was calculated: %1</source>
         <translation>マップの計算後に変更: %1</translation>
+    </message>
+    <message>
+        <source>Map Select</source>
+        <translation>マップの選択</translation>
     </message>
 </context>
 <context>
