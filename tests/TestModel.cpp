@@ -9,6 +9,8 @@
 
 #include <QtTest>
 
+#include <algorithm>
+
 using namespace modelsamples;
 
 namespace
