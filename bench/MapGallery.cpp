@@ -76,7 +76,7 @@ std::unique_ptr<QWidget> makeMap(int side)
         map->setRealRange(0, 0, side, side);
         ColourScale scale = map->bar()->colourScale();
         scale.notFinite = 0xff909090u;
-        map->picture.update({values.data(), side, side}, scale, map->bar()->colourTable());
+        map->picture.update({values.data(), side, side}, scale, map->bar()->shownTable());
         map->picture.draw(p, cc);
         map->area()->drawScale(p, true);
     });

@@ -63,13 +63,16 @@ void DispArea::setRealRange(const RealRange &range)
     scaleFixed = true;
 }
 
+bool DispArea::isAnother(const RealRange &natural, Follow follow) const
+{
+    return !m_offered || natural.x != m_offered->x || (follow == Follow::BothAxes && natural.y != m_offered->y);
+}
+
 void DispArea::offerRange(const RealRange &natural, Follow follow)
 {
     if (scaleFixed && markLines && markLines->isMoving) // the picture would run away under the mouse
         return;
-    const bool isAnother =
-        !m_offered || natural.x != m_offered->x || (follow == Follow::BothAxes && natural.y != m_offered->y);
-    if (isAnother || shownRange() == *m_offered)
+    if (isAnother(natural, follow) || shownRange() == *m_offered)
         scaleFixed = false;
     m_offered = natural;
     setRealRange(natural);

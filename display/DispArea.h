@@ -36,6 +36,8 @@ public:
     /// A zoom stays until the natural range becomes another one along the axes of `follow`; nothing moves while a
     /// marker is being dragged.
     void offerRange(const RealRange &natural, Follow follow = Follow::BothAxes);
+    /// Whether an offer would be another natural range than the last one.
+    bool isAnother(const RealRange &natural, Follow follow = Follow::BothAxes) const;
     /// The real range that the plot shows.
     RealRange shownRange() const;
 

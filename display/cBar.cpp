@@ -54,7 +54,7 @@ double cBar::valueAt(double index) const
 void cBar::setCBarType(int type)
 {
     m_type = type >= 0 && type < colourTableTypes ? type : 0;
-    const ColourTable table = ::colourTable(m_type);
+    const ColourTable table = colourTable(m_type);
     colors.clear();
     colors.reserve(table.size());
     for (const quint32 colour : table)
@@ -90,7 +90,7 @@ ColourScale cBar::colourScale() const
     return scale;
 }
 
-ColourTable cBar::colourTable() const
+ColourTable cBar::shownTable() const
 {
     ColourTable table;
     table.reserve(colors.size());

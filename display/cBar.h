@@ -43,7 +43,7 @@ public:
 
     /// What getColor does, for whole maps.
     ColourScale colourScale() const;
-    ColourTable colourTable() const;
+    ColourTable shownTable() const;
 
     MouseC mouse;
     ChCoord cc;                        ///< colour index as real y

@@ -81,7 +81,7 @@ public:
     const QVector<SpectrumPoint> &points() const { return m_points; }
     double shiftedEnergy(int index) const { return m_points.at(index).energy - m_dE; }
     void addPoint(const SpectrumPoint &point);
-    /// No points, not valid, and both lines 0, so that edgeJump() is 0 at any edge; limits, edge and shift stay.
+    /// No points, not valid, and both lines 0; limits, edge and shift stay.
     void clear();
 
     double angleMin() const { return m_angle.min; }

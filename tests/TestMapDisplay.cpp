@@ -27,7 +27,7 @@ struct ShownMap {
             p->fillRect(display.area()->rect(), Qt::white);
             display.offerLimits(natural);
             display.offerRange({{0, 2}, {0, 2}});
-            display.picture.update({values, 2, 2}, bar->colourScale(), bar->colourTable());
+            display.picture.update({values, 2, 2}, bar->colourScale(), bar->shownTable());
             display.picture.draw(p, cc);
             display.area()->drawScale(p, true);
         });

@@ -42,14 +42,17 @@ void drawCells(DispMBase *display, QPainter *p, const ShownMap &map, const quint
 {
     const DispArea *const area = display->area();
     const MapValues values{map.values, map.grid.nx, map.grid.ny, mask, valuesOf(map)};
+    const RealRange range = *resultdrawing::naturalRange(map);
+    if (display->area()->isAnother(range)) // a zoom goes, and so do limits that belong to another map
+        display->clearScale();
     offerLimits(display, values, limits);
-    display->offerRange(*resultdrawing::naturalRange(map));
+    display->offerRange(range);
 
     const cBar *const bar = display->bar();
     ColourScale scale = bar->colourScale();
     scale.notFinite = resultdrawing::notFiniteColour.rgb();
     scale.masked = resultdrawing::maskedColour.rgb();
-    display->picture.update(values, scale, bar->colourTable());
+    display->picture.update(values, scale, bar->shownTable());
     if (plot::isDrawable(area->cc))
         display->picture.draw(p, area->cc);
 }
@@ -94,5 +97,7 @@ void resultdrawing::drawDataMap(DispMBase *display, QStylePainter *p, const Show
     plot::begin(area, p);
     if (map.values && map.count > 0 && hasCells(map))
         drawCells(display, p, map, nullptr, ofTheValues);
+    else
+        display->offerRange({{0, 1}, {0, 1}});
     area->drawScale(p, true);
 }

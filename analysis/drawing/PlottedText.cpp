@@ -104,11 +104,10 @@ QByteArray plottedtext::ofMap(const ShownMap &map, char separator)
     const auto height = static_cast<std::size_t>(std::max(map.grid.ny, 0));
     const std::size_t count = map.values ? std::min(map.count, width * height) : 0;
     for (std::size_t start = 0; start < count; start += width) {
-        for (std::size_t i = start; i < start + width; ++i) {
+        for (std::size_t i = start; i < std::min(start + width, count); ++i) {
             if (i > start)
                 text += separator;
-            const double value = i < count ? map.values[i] : std::numeric_limits<double>::quiet_NaN();
-            text.append(number, static_cast<int>(numeric::writeG6(value, number) - number));
+            text.append(number, static_cast<int>(numeric::writeG6(map.values[i], number) - number));
         }
         text += '\n';
     }

@@ -26,7 +26,7 @@ QString of(const ScatterInput &input);
 QString of(const M2M3Input &input);
 
 /// A plain grid without titles: one line per map row, the values separated by `separator`. Rows without values are
-/// left out; a row that is not whole is filled up with "nan".
+/// left out; a row that is not whole ends early.
 QByteArray ofMap(const ShownMap &map, char separator);
 
 } // namespace plottedtext

@@ -96,7 +96,8 @@ RunInfo runInfo(const AnalysisInput &input, const TakingPart &references, const 
     run.valences = input.conditions.valences;
     run.thicknesses = input.conditions.thicknesses;
     for (const int row : points.all)
-        run.points.append({row, input.points[row].energy, input.points[row].mapFile});
+        run.points.append({row, input.points[row].energy, input.points[row].mapFile,
+                           !method.isNonEquivalent && input.points[row].isVPoint});
     if (method.isNonEquivalent) {
         run.nonEquivalent = nonEquivalentReferences(input, points);
     } else {

@@ -42,6 +42,14 @@ std::vector<double> energiesOf(const RunInfo &run)
     return energies;
 }
 
+QVector<bool> marksOf(const RunInfo &run)
+{
+    QVector<bool> marks;
+    for (const RunPoint &point : run.points)
+        marks.append(point.isMarked);
+    return marks;
+}
+
 /// The values of the j-th reference that the method uses.
 std::vector<double> valuesOf(const RunInfo &run, std::size_t j)
 {
@@ -96,7 +104,7 @@ QStringList differences(const RunInfo &then, const RunInfo &now)
         found << translated(QT_TRANSLATE_NOOP("FourPs", "Edge and ranges"));
     if (rowsOf(then.points) != rowsOf(now.points))
         found << translated(QT_TRANSLATE_NOOP("FourPs", "Energies in use"));
-    else if (isSameMethod(then, now) && then.vPoint != now.vPoint)
+    else if (isSameMethod(then, now) && marksOf(then) != marksOf(now))
         found << translated(QT_TRANSLATE_NOOP("FourPs", "V Point"));
     if (rowsOf(then.references) != rowsOf(now.references))
         found << translated(QT_TRANSLATE_NOOP("FourPs", "References in use"));

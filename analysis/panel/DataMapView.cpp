@@ -18,10 +18,15 @@ void DataMapView::show(const AEPoint *row)
     refresh();
 }
 
-void DataMapView::refresh()
+void DataMapView::showTitle()
 {
     m_map->setTitle(m_row ? QCoreApplication::translate("FourPs", "Data map, %1 eV").arg(m_row->energyText())
                           : QCoreApplication::translate("FourPs", "Data map"));
+}
+
+void DataMapView::refresh()
+{
+    showTitle();
     const ShownMap map = shown();
     m_map->setCells(QSize(map.grid.nx, map.grid.ny));
     m_map->picture.invalidate();

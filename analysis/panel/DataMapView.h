@@ -15,8 +15,10 @@ public:
     /// Shows the map of another row; null: of none.
     void show(const AEPoint *row);
     const AEPoint *row() const { return m_row; }
-    /// To be called when the row has another file or energy.
+    /// To be called when the row has another file.
     void refresh();
+    /// To be called when the row has another energy.
+    void showTitle();
 
     ShownMap shown() const;
     void draw(QStylePainter *p);

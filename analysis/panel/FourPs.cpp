@@ -46,6 +46,7 @@ FourPs::FourPs(QWidget *parent)
     , m_staleMark(ui.CalcMapB)
     , m_recalculation([this] { calculateAll(); })
     , m_appliedEdge(edgeTexts())
+    , m_shownEdge(m_appliedEdge)
 {
     placeControls();
     setUpDisplays();
@@ -195,7 +196,7 @@ void FourPs::connectEnergyRows()
         });
         connect(row->showMapButton(), &QPushButton::toggled, this, [this, row](bool on) { showDataMapOf(row, on); });
         connect(row->fileSelect(), &AFileSelect::newFilePath, this, &FourPs::updateDMap); // also when cleared
-        connect(row->energyEdit(), &QLineEdit::textChanged, this, &FourPs::updateDMap);
+        connect(row->energyEdit(), &QLineEdit::textChanged, this, [this] { m_dataMap.showTitle(); });
     }
 }
 
@@ -207,7 +208,7 @@ void FourPs::connectConditions()
     connect(ui.SubPostEforTarget, &QRadioButton::toggled, this, &FourPs::changedSubBGTypeForTarget);
     for (QAbstractButton *const button :
          std::initializer_list<QAbstractButton *>{ui.NNone, ui.NByEJ, ui.NBySubPre, ui.NBy2Vics})
-        connect(button, &QAbstractButton::toggled, this, [this] { repaint({Displays::Muts}); });
+        connect(button, &QAbstractButton::toggled, this, [this] { repaintGraphs({Displays::Muts}); });
     connect(ui.FullRangeCB, &QCheckBox::toggled, this, &FourPs::showEnergyWindow);
 }
 
@@ -235,7 +236,7 @@ void FourPs::connectResults()
         connect(button, &QRadioButton::toggled, this, &FourPs::chooseHistograms);
     for (QCheckBox *const box : {ui.HgAPerRef, ui.HgTPerRef})
         connect(box, &QCheckBox::toggled, this, &FourPs::chooseHistograms);
-    connect(ui.M2M3Blue, &QCheckBox::toggled, this, [this] { repaint({Displays::M2M3}); });
+    connect(ui.M2M3Blue, &QCheckBox::toggled, this, [this] { repaintGraphs({Displays::M2M3}); });
 }
 
 void FourPs::connectButtons()

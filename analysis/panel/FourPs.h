@@ -36,6 +36,8 @@ public:
     AnalysisInput input() const { return m_inputs.gather(); }
     /// What was calculated, and how each step went.
     const Analysis &analysis() const { return m_analysis; }
+    /// Whether the quantity at `position` goes into the result file; no for a position that does not exist.
+    bool recordsQuantity(int position) const;
     const Graphs &graphs() const { return m_graphs; }
     QString messages() const { return ui.Messages->toPlainText(); }
     Displays *displays() const { return m_displays.get(); }
@@ -151,7 +153,7 @@ private:
     void showFit();
     void refreshStaleMark();
     void repaintDisplays();
-    void repaint(std::initializer_list<Displays::DispId> ids);
+    void repaintGraphs(std::initializer_list<Displays::DispId> ids);
 
     void receiveEditedEdge();
     void receiveChangedUse(int i);
@@ -183,4 +185,5 @@ private:
     RefFiles m_refFiles;                     ///< whichever reference row something happens in
     FieldMarkers *m_energyMarkers = nullptr; ///< of the display of all spectra
     QStringList m_appliedEdge;               ///< what the fields of the edge said when it was applied
+    QStringList m_shownEdge;                 ///< and when the spectra were drawn with it, while a marker moves
 };

@@ -55,8 +55,10 @@ void FourPs::calcMap()
 
 void FourPs::calcTarget()
 {
-    if (report(m_analysis.runTarget(m_inputs.gather())).isDone)
+    const StepOutcome &outcome = m_analysis.runTarget(m_inputs.gather());
+    if (outcome.isDone)
         showTargetResults();
+    report(outcome);
 }
 
 void FourPs::lcf()
@@ -71,12 +73,18 @@ void FourPs::calcAndWrite()
     write();
 }
 
+bool FourPs::recordsQuantity(int position) const
+{
+    const QCheckBox *const box = m_recordBoxes.value(position);
+    return box && box->isChecked();
+}
+
 void FourPs::write()
 {
     const QString path = ui.SaveFSelect->fileText();
     RecordSelection selection = {};
-    for (int position = 0; position < m_recordBoxes.size(); ++position)
-        selection.at(static_cast<std::size_t>(position)) = m_recordBoxes[position]->isChecked();
+    for (int position = 0; position < ResultPosition::count; ++position)
+        selection.at(static_cast<std::size_t>(position)) = recordsQuantity(position);
     const bool isDone = report(m_analysis.write(path, fileValences(takingPart(m_inputs.gather())), selection)).isDone;
     ui.SaveFSelect->setExInfo(
         isDone ? tr("%1: wrote %2, _HGAlpha and _HGThick")
@@ -161,7 +169,7 @@ void FourPs::repaintDisplays()
     ui.ResultMap->area()->update(); // its colours follow the valences and edge jumps
 }
 
-void FourPs::repaint(std::initializer_list<Displays::DispId> ids)
+void FourPs::repaintGraphs(std::initializer_list<Displays::DispId> ids)
 {
     for (const Displays::DispId id : ids)
         m_displays->display(id)->area()->update();
@@ -176,7 +184,7 @@ void FourPs::chooseHistograms()
     choice.hasShownParts = ui.HgAPerRef->isChecked();
     choice.hasThicknessParts = ui.HgTPerRef->isChecked();
     m_analysis.chooseHistograms(choice);
-    repaint({Displays::HistA, Displays::HistDMut});
+    repaintGraphs({Displays::HistA, Displays::HistDMut});
 }
 
 /// One map at a time: the button of the row whose map was asked for switches the others off.
@@ -221,7 +229,7 @@ void FourPs::mPressedInAllMut(MouseC *m)
 void FourPs::clearLCFvs4PS(MouseC *)
 {
     m_analysis.comparisons.clear();
-    repaint({Displays::LcfVsMps});
+    repaintGraphs({Displays::LcfVsMps});
 }
 
 void FourPs::newColorLCFvs4PS(MouseC *)
@@ -252,7 +260,7 @@ void FourPs::noticedNewEdge(double e)
 
 void FourPs::setEdge()
 {
-    m_appliedEdge = edgeTexts();
+    m_appliedEdge = m_shownEdge = edgeTexts();
     m_inputs.applyEdgeToAll();
     receiveNewTarget(); // so that what is calculated belongs to the edge shown
     for (int i = 0; i < m_inputs.references().size(); ++i)
@@ -270,10 +278,13 @@ void FourPs::receiveEditedEdge()
 void FourPs::receiveNewFile(const QString &)
 {
     const int position = m_inputs.selectors().indexOf(qobject_cast<AXafsFileSelect *>(sender()));
-    if (position >= 0 && m_inputs.selectors()[position] == m_inputs.target())
+    if (position >= 0 && m_inputs.selectors()[position] == m_inputs.target()) {
         receiveNewTarget();
-    else
+        if (!m_inputs.target()->valid())
+            ui.TargetDMut->clear();
+    } else {
         receiveNewRef(position);
+    }
     calcBoth();
 }
 
@@ -375,7 +386,7 @@ void FourPs::receiveNewDispFiles(const QStringList &paths)
         ui.SelectedFs->setCurrentRow(ui.SelectedFs->count() - 1);
         m_inputs.displaySpectra().push_back(std::move(spectrum));
     }
-    repaint({Displays::Muts});
+    repaintGraphs({Displays::Muts});
 }
 
 void FourPs::removeAFile()
@@ -385,7 +396,7 @@ void FourPs::removeAFile()
         return;
     delete ui.SelectedFs->takeItem(row);
     m_inputs.displaySpectra().erase(m_inputs.displaySpectra().begin() + row);
-    repaint({Displays::Muts});
+    repaintGraphs({Displays::Muts});
 }
 
 void FourPs::changedSubBGTypeForRef(bool f)
@@ -420,11 +431,12 @@ void FourPs::placeEnergyMarkers()
 /// While a marker is dragged the ranges follow it; the lines are fitted anew when it is let go.
 void FourPs::showMovingMarker()
 {
-    repaint({Displays::Muts});
-    if (edgeTexts() == m_appliedEdge) // an energy is moving
+    repaintGraphs({Displays::Muts});
+    if (edgeTexts() == m_shownEdge) // an energy is moving
         return;
+    m_shownEdge = edgeTexts();
     m_inputs.applyEdgeToRows();
-    repaint({Displays::Ref1, Displays::Ref2, Displays::Ref3, Displays::Ref4, Displays::Target});
+    repaintGraphs({Displays::Ref1, Displays::Ref2, Displays::Ref3, Displays::Ref4, Displays::Target});
 }
 
 /// A marker was let go: the same as if its field had been edited.
@@ -436,7 +448,7 @@ void FourPs::receiveMarker(QLineEdit *field)
             return;
         }
     }
-    setEdge();
+    receiveEditedEdge();
 }
 
 void FourPs::showEnergyWindow(bool full)

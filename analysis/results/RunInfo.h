@@ -36,9 +36,10 @@ struct RunReference {
 
 /// An energy point that took part.
 struct RunPoint {
-    int row = 0;         ///< of the panel, from 0
-    double energy = 0.0; ///< eV
-    MapFile map;         ///< empty for a target
+    int row = 0;           ///< of the panel, from 0
+    double energy = 0.0;   ///< eV
+    MapFile map;           ///< empty for a target
+    bool isMarked = false; ///< V; only where the method looks at it
 };
 
 /// The method as it was chosen: the variant counts for the four-points method, the background for the other one.
