@@ -36,11 +36,7 @@ inline QVector<TruePixel> readTruth(const QString &path)
     return pixels;
 }
 
-inline QByteArray bytesOf(const QString &path)
-{
-    QFile file(path);
-    return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray("cannot open");
-}
+using tables::bytesOf;
 
 /// A user who has loaded the whole sample and has calculated with one method.
 class Analyst : public User
@@ -48,24 +44,18 @@ class Analyst : public User
 public:
     explicit Analyst(const SampleFiles &files, const char *method = "TypeNonEquiv")
     {
-        click("EdgeFixed");
-        type("EdgeE", QString::number(sample::edgeEnergy));
+        keepEdge(QString::number(sample::edgeEnergy));
         QStringList maps;
         for (int i = 1; i <= sample::mapCount; ++i)
             maps += files.map(i);
         choose("MapFsSelect", maps);
-        for (int i = 1; i <= sample::referenceCount; ++i) {
-            load(reference(i), files.reference(i));
-            rowtools::type(reference(i)->valenceEdit(), QString::number(sample::valences[i - 1]));
-        }
-        load(target(), files.target());
-        clickIn(row(sample::vPoint + 1), "VPointCB");
-        const bool fourPoints = QLatin1String(method) == QLatin1String("TypeFourPs");
-        for (int i = 0; i < sample::mapCount; ++i) {
-            if (!fourPoints || i == sample::vPoint || sample::isAnchor[i])
-                clickIn(row(i + 1), "UseCB");
-        }
-        useReferences(fourPoints ? "12" : "123");
+        load(files, "123", true);
+        for (int i = 1; i <= sample::referenceCount; ++i)
+            type(QString("Ref%1File/Valence").arg(i), QString::number(sample::valences[i - 1]));
+        const bool isFourPoints = QLatin1String(method) == QLatin1String("TypeFourPs");
+        tick("3", "VPointCB");
+        tick(isFourPoints ? "123678" : "12345678", "UseCB");
+        useReferences(isFourPoints ? "12" : "123");
         click(method);
         panel.calcBoth();
         takeMessages();
@@ -73,16 +63,14 @@ public:
 
     const ResultRecords &results() { return panel.analysis().results(); }
     DispMBase *map() { return find<DispMBase>("ResultMap"); }
-    QString limits() { return map()->ui.MinV->text() + " to " + map()->ui.MaxV->text(); }
-    QString ratio(int i) { return reference(i)->findChild<QLineEdit *>("RatioDisp")->text(); }
-    QString amount(int i) { return reference(i)->findChild<QLineEdit *>("AmountDisp")->text(); }
+    QString limits() { return text("ResultMap/MinV") + " to " + text("ResultMap/MaxV"); }
+    QString ratio(int i) { return text(QString("Ref%1File/RatioDisp").arg(i)); }
+    QString amount(int i) { return text(QString("Ref%1File/AmountDisp").arg(i)); }
     double jump(int i) { return reference(i)->selector()->spectrum().edgeJump(); }
 
     QString writeTo(const QString &path)
     {
-        AFileSelect *const select = find<AFileSelect>("SaveFSelect");
-        select->findChild<QLineEdit *>("FileName")->clear();
-        rowtools::type(select->findChild<QLineEdit *>("FileName"), path);
+        type("SaveFSelect/FileName", path);
         takeMessages();
         click("WriteB");
         return takeMessages();

@@ -41,34 +41,58 @@ private:
     QStringList m_written;
 };
 
-/// A user at the panel, who knows every control by its name. Rows count from 1.
+/// A user at the panel, who knows every control by its name, or by those of its row and its own: "Energy3/Mut1". Rows
+/// count from 1.
 class User
 {
 public:
     template <class Control>
-    Control *find(const QString &name)
+    Control *find(const QString &path)
     {
-        Control *const control = panel.findChild<Control *>(name);
+        QWidget *found = &panel;
+        for (const QString &name : path.split('/'))
+            found = found ? found->findChild<QWidget *>(name) : nullptr;
+        auto *const control = qobject_cast<Control *>(found);
         if (!control)
-            qFatal("no control %s", qPrintable(name));
+            qFatal("no control %s", qPrintable(path));
         return control;
     }
     ARefFile *reference(int number) { return find<ARefFile>(QStringLiteral("Ref%1File").arg(number)); }
     AXafsFileSelect *target() { return find<AXafsFileSelect>(QStringLiteral("TargetFS")); }
     AEPoint *row(int number) { return find<AEPoint>(QStringLiteral("Energy%1").arg(number)); }
-    QLineEdit *field(const QString &name) { return find<QLineEdit>(name); }
-    QLineEdit *rowField(int number, const char *name) { return row(number)->findChild<QLineEdit *>(name); }
-    QString rowText(int number, const char *name) { return rowField(number, name)->text(); }
+    QLineEdit *field(const QString &path) { return find<QLineEdit>(path); }
+    QString text(const QString &path) { return find<QWidget>(path)->property("text").toString(); }
+    QString rowText(int number, const char *name) { return text(QStringLiteral("Energy%1/%2").arg(number).arg(name)); }
     QTextEdit *messageArea() { return find<QTextEdit>(QStringLiteral("Messages")); }
 
-    void click(const QString &name) { find<QAbstractButton>(name)->click(); }
-    void clickIn(QWidget *row, const char *name) { row->findChild<QAbstractButton *>(name)->click(); }
-    void type(const QString &name, const QString &text) { rowtools::type(field(name), text); }
+    void click(const QString &path) { find<QAbstractButton>(path)->click(); }
+    /// The same button of several rows: tick("136", "UseCB").
+    void tick(const QString &rows, const char *name)
+    {
+        for (const QChar number : rows)
+            click(QStringLiteral("Energy%1/%2").arg(number).arg(name));
+    }
+    void type(const QString &path, const QString &text) { rowtools::type(field(path), text); }
     void typeEnergy(int number, const QString &text) { rowtools::type(row(number)->energyEdit(), text); }
     void load(QWidget *onto, const QString &path) { QVERIFY(rowtools::drop(onto, QUrl::fromLocalFile(path))); }
+    void load(const SampleFiles &files, const QString &references, bool withTarget = false, const QString &maps = {})
+    {
+        for (const QChar number : references)
+            load(reference(number.digitValue()), files.reference(number.digitValue()));
+        if (withTarget)
+            load(target(), files.target());
+        for (const QChar number : maps)
+            load(row(number.digitValue()), files.map(number.digitValue()));
+    }
     void choose(const QString &selector, const QStringList &paths)
     {
         emit find<AFileSelect>(selector)->dialog()->filesSelected(paths);
+    }
+    /// The edge is the user's, whatever the spectra say.
+    void keepEdge(const QString &energy)
+    {
+        click(QStringLiteral("EdgeFixed"));
+        type(QStringLiteral("EdgeE"), energy);
     }
 
     /// Exactly these references are used.
@@ -76,7 +100,7 @@ public:
     {
         for (int i = 1; i <= 4; ++i) {
             if (reference(i)->isUsed() != numbers.contains(QString::number(i)))
-                clickIn(reference(i), "UseCB");
+                click(QStringLiteral("Ref%1File/UseCB").arg(i));
         }
     }
 

@@ -40,6 +40,8 @@ inline QLineEdit *field(QWidget *row, const char *name)
 inline void type(QLineEdit *into, const QString &text)
 {
     into->selectAll();
+    if (text.isEmpty())
+        QTest::keyClick(into, Qt::Key_Delete);
     QTest::keyClicks(into, text);
     QTest::keyClick(into, Qt::Key_Return);
 }

@@ -14,398 +14,313 @@ QString padded(double value)
     return QString("%1").arg(value, 10, 'g', 6);
 }
 
+bool isNear(double found, double truth, double tolerance)
+{
+    return qAbs(found - truth) < tolerance;
+}
+
 } // namespace
 
 class TestPanelResults : public QObject
 {
     Q_OBJECT
 
-private slots:
-    void initTestCase();
-
-    void nonEquivalentMap();
-    void nonEquivalentTarget();
-    void fourPointsMap();
-    void fourPointsTarget();
-    void linearCombination();
-    void tooLargeMap_data();
-    void tooLargeMap();
-
-    void writtenFourPoints();
-    void writtenNonEquivalent();
-    void writtenSelections_data();
-    void writtenSelections();
-    void writtenWithoutResult();
-    void writtenSilentlyAgain();
-    void failingWrites();
-    void calculateAndWrite();
-    void mapsSavedAsText();
-    void scatterCopied();
-
-private:
     SampleFiles m_files;
-    QVector<TruePixel> m_truth;
-};
+    const QByteArray m_header = sample::mapHeader(0, {QString(), 6, 4, 1, 0}) + '\n'; ///< of result files
 
-void TestPanelResults::initTestCase()
-{
-    QVERIFY(m_files.make());
-    m_truth = readTruth(m_files.path("truth.txt"));
-    QCOMPARE(m_truth.size(), 24);
-    // Pixels of every kind: without the element, of two references, of three.
-    const auto count = [this](const std::function<bool(const TruePixel &)> &isSo) {
-        return std::count_if(m_truth.cbegin(), m_truth.cend(), isSo);
-    };
-    QVERIFY(count([](const TruePixel &p) { return p.thickness == 0; }) > 0);
-    QVERIFY(count([](const TruePixel &p) { return p.thickness > 0.1 && p.fractions[2] == 0; }) > 4);
-    QVERIFY(count([](const TruePixel &p) { return p.thickness > 0.1 && p.fractions[2] > 0; }) > 0);
-}
+private slots:
+    void initTestCase() { QVERIFY(m_files.make()); }
 
-// --- numbers ---
+    // --- numbers ---
 
-void TestPanelResults::nonEquivalentMap()
-{
-    Analyst user(m_files);
-    const ResultRecords &results = user.results();
-    QCOMPARE(results.method(), ResultRecords::Method::NonEquivalent);
-    QCOMPARE(results.count(), std::size_t(m_truth.size()));
-    const auto isNear = [](double found, double truth) {
-        return qAbs(found - truth) < 1e-5;
-    };
-    for (int i = 0; i < m_truth.size(); ++i) {
-        const TruePixel &truth = m_truth.at(i);
-        const ResultRecord found = results.record(std::size_t(i));
-        QCOMPARE(found.x, truth.x);
-        QCOMPARE(found.y, truth.y);
-        QVERIFY2(isNear(found.t, truth.thickness), qPrintable(QString("t %1").arg(i)));
-        QCOMPARE(found.values.at(ResultPosition::amount), found.t);
-        QCOMPARE(found.values.at(ResultPosition::ratio + 3), 0.0);
-        if (truth.thickness < 0.1) // without the element there are no fractions
-            continue;
+    void nonEquivalentTarget()
+    {
+        Analyst user(m_files);
+        user.panel.calcTarget();
+        QCOMPARE(user.takeMessages(), QString("Result of NEQ :: 0.350 : 0.500 : 0.150, Valence = 2.800, t = 0.900\n"));
+        const auto check = [&user](const QString &field, double expected) {
+            const double value = user.text(field).toDouble();
+            QVERIFY2(isNear(value, expected, 1e-5), qPrintable(field));
+            QCOMPARE(user.text(field), sixDigits(value));
+            QCOMPARE(user.field(field)->cursorPosition(), 0);
+        };
         for (int j = 0; j < 3; ++j) {
-            QVERIFY(isNear(found.values.at(ResultPosition::ratio + j), truth.fractions[j]));
-            QVERIFY(isNear(found.values.at(ResultPosition::dMut + j), truth.fractions[j] * truth.thickness));
+            check(QString("Ref%1File/RatioDisp").arg(j + 1), sample::targetFractions[j]);
+            check(QString("Ref%1File/AmountDisp").arg(j + 1), sample::targetFractions[j] * sample::targetThickness);
         }
-        QVERIFY(isNear(found.values.at(ResultPosition::valence), truth.valence));
+        check("TargetDMut", sample::targetThickness);
+        // Only the four-points method's target enters the comparison: it was found before the method was changed.
+        QVERIFY(isNear(user.panel.analysis().fourPointsTarget()->result.a, 0.2, 0.1));
     }
-}
 
-void TestPanelResults::nonEquivalentTarget()
-{
-    Analyst user(m_files);
-    user.panel.calcTarget();
-    QCOMPARE(user.takeMessages(), QString("Result of NEQ :: 0.350 : 0.500 : 0.150, Valence = 2.800, t = 0.900\n"));
-    const auto shows = [](QLineEdit *field, double expected) {
-        const double value = field->text().toDouble();
-        return qAbs(value - expected) < 1e-5 && sixDigits(value) == field->text() && field->cursorPosition() == 0;
-    };
-    for (int j = 0; j < 3; ++j) {
-        const double fraction = sample::targetFractions[j];
-        QVERIFY(shows(user.reference(j + 1)->findChild<QLineEdit *>("RatioDisp"), fraction));
-        QVERIFY(shows(user.reference(j + 1)->findChild<QLineEdit *>("AmountDisp"), fraction * sample::targetThickness));
+    /// A run for the target shows those that took part in it, and nothing of the others.
+    void fieldsOfTheOthersAreEmptied()
+    {
+        struct Case {
+            const char *name, *references, *button, *filled;
+        };
+        Analyst user(m_files);
+        const auto check = [&user](const Case &c) {
+            user.useReferences(c.references);
+            user.click(c.button);
+            user.panel.calcTarget();
+            QString filled;
+            for (int i = 1; i <= 4; ++i)
+                filled += user.ratio(i).isEmpty() && user.amount(i).isEmpty() ? QString() : QString::number(i);
+            QCOMPARE(filled + (user.text("TargetDMut").isEmpty() ? "" : " t"), QString(c.filled));
+        };
+        forEach<Case>({{"three references", "123", "TypeNonEquiv", "123 t"},
+                       {"one left", "13", "TypeNonEquiv", "13 t"},
+                       {"another one", "23", "TypeNonEquiv", "23 t"},
+                       {"four points", "12", "TypeFourPs", ""},
+                       {"non-equivalent again", "12", "TypeNonEquiv", "12 t"},
+                       {"a spectrum was cleared", "12", "Ref2File/ClearB", "1 t"}},
+                      check);
+        user.click("TargetFS/ClearB");
+        QCOMPARE(user.text("TargetDMut"), QString());
     }
-    QVERIFY(shows(user.field("TargetDMut"), sample::targetThickness));
-    QCOMPARE(user.ratio(4) + user.amount(4), QString());
-    // Only the four-points method's target enters the comparison: it was found before the method was changed.
-    QVERIFY2(qAbs(user.panel.analysis().fourPointsTarget()->result.a - 0.2) < 0.1,
-             qPrintable(QString::number(user.panel.analysis().fourPointsTarget()->result.a)));
-}
 
-void TestPanelResults::fourPointsMap()
-{
-    Analyst user(m_files, "TypeFourPs");
-    const ResultRecords &results = user.results();
-    QCOMPARE(results.method(), ResultRecords::Method::FourPoints);
-    QCOMPARE(results.count(), std::size_t(m_truth.size()));
-    const double meanJump = (sample::edgeJumps[0] + sample::edgeJumps[1]) / 2;
-    for (int i = 0; i < m_truth.size(); ++i) {
-        const TruePixel &truth = m_truth.at(i);
-        if (truth.thickness < 0.1 || truth.fractions[2] > 0)
-            continue;
-        const ResultRecord found = results.record(std::size_t(i));
-        QVERIFY2(qAbs(found.a - truth.fractions[0]) < 1e-2, qPrintable(QString::number(found.a)));
-        QVERIFY2(qAbs(found.t * meanJump - truth.thickness) < 1e-2, qPrintable(QString::number(found.t)));
-        QVERIFY(found.values.isEmpty());
+    void fourPointsTarget()
+    {
+        struct Case {
+            const char *name, *rows, *option, *start;
+            double tolerance; ///< of the valence: the target holds some of the third reference
+        };
+        const auto check = [this](const Case &c) {
+            Analyst user(m_files, "TypeFourPs");
+            user.tick("123678", "UseCB");
+            user.tick(c.rows, "UseCB");
+            user.tick("34", "LCFCB");
+            user.click(c.option);
+            user.panel.calcTarget();
+            const FourPointsTarget target = *user.panel.analysis().fourPointsTarget();
+            QVERIFY2(isNear(target.valence, 2.8, c.tolerance), qPrintable(QString::number(target.valence)));
+            QCOMPARE(target.valence, 2 * target.result.a + 3 * (1 - target.result.a));
+            const QString start = QString("%1%2, Valence = %3").arg(c.start).arg(target.result.a).arg(target.valence);
+            const QString message = user.takeMessages();
+            QVERIFY2(message.startsWith(start), qPrintable(message));
+            QCOMPARE(message.contains(", t/ts = "), QString(c.name) != "three points");
+            user.click("LCFB");
+            const QStringList fields = user.comparisons().last().split('\t');
+            QCOMPARE(fields.value(0), sixDigits(target.valence));
+            QCOMPARE(fields.value(2), sixDigits(target.result.a));
+        };
+        forEach<Case>({{"least squares", "123678", "TypeTMKisLS", "4ps2: a = ", 0.03},
+                       {"exact", "1236", "TypeTMKisExact", "a = ", 0.1},
+                       {"three points", "136", "TypeTMKisLS", "3ps: a = ", 0.5}},
+                      check);
     }
-}
 
-void TestPanelResults::fourPointsTarget()
-{
-    Analyst user(m_files, "TypeFourPs");
-    user.panel.calcTarget();
-    const double a = user.panel.analysis().fourPointsTarget()->result.a;
-    // The target holds some of the third reference: its valence comes out within about 0.02.
-    QVERIFY2(qAbs(user.panel.analysis().fourPointsTarget()->valence - 2.8) < 0.03, qPrintable(QString::number(a)));
-    QCOMPARE(user.panel.analysis().fourPointsTarget()->valence, 2 * a + 3 * (1 - a));
-    const QString message = user.takeMessages();
-    const QString start =
-        QString("4ps2: a = %1, Valence = %2, t/ts = ").arg(a).arg(user.panel.analysis().fourPointsTarget()->valence);
-    QVERIFY2(message.startsWith(start), qPrintable(message));
-    const double meanJump = (sample::edgeJumps[0] + sample::edgeJumps[1]) / 2;
-    QVERIFY(qAbs(message.mid(start.size()).toDouble() * meanJump - sample::targetThickness) < 0.02);
+    void linearCombination()
+    {
+        Analyst user(m_files);
+        user.tick("26", "LCFCB");
+        auto *const text = user.find<QLineEdit>("LCFRes");
+        QCOMPARE(user.comparisons().size(), 1); // the titles
+        user.click("LCFB");
+        const QString number("([ -]\\d\\.\\d{3})"); // as wide as a negative one
+        const QRegularExpression pattern(
+            QString("^Result of LCF :: %1 : %1 : %1, Valence = %1, Base = %1$").arg(number));
+        const QRegularExpressionMatch match = pattern.match(text->text());
+        QVERIFY2(match.hasMatch(), qPrintable(text->text()));
+        // The spectra's oscillations make their post-edge lines differ a little.
+        const double expected[] = {sample::targetFractions[0], sample::targetFractions[1], sample::targetFractions[2],
+                                   2.8, 0};
+        for (int i = 0; i < 5; ++i)
+            QVERIFY2(isNear(match.captured(i + 1).toDouble(), expected[i], 0.02), qPrintable(match.captured(i + 1)));
+        QCOMPARE(user.takeMessages(), text->text().simplified() + '\n');
+        QCOMPARE(text->cursorPosition(), 0);
+        // The tool tip solves the puzzle that V is not that of the fractions.
+        const LinearCombination &fit = *user.panel.analysis().fit();
+        QVERIFY2(text->toolTip().contains(QString::number(fit.sum, 'g', 4)) &&
+                     text->toolTip().contains(QString::number(fit.valence / fit.sum, 'g', 4)),
+                 qPrintable(text->toolTip()));
+        auto *const quality = user.find<QLabel>("LCFQuality");
+        QVERIFY(QRegularExpression("^R = [-+.e\\d]+, \\d+ points$").match(quality->text()).hasMatch());
+        QVERIFY(quality->toolTip().contains(QString::number(fit.coefficients[0], 'g', 4)));
 
-    for (int i : {3, 4})
-        user.clickIn(user.row(i), "LCFCB");
-    const int before = user.comparisons().size();
-    user.click("LCFB");
-    const QStringList fields = user.comparisons().value(before).split('\t');
-    QCOMPARE(fields.value(0), sixDigits(user.panel.analysis().fourPointsTarget()->valence));
-    QCOMPARE(fields.value(2), sixDigits(a));
-}
-
-void TestPanelResults::linearCombination()
-{
-    Analyst user(m_files);
-    for (int i : {2, 6})
-        user.clickIn(user.row(i), "LCFCB");
-    auto *const text = user.find<QLineEdit>("LCFRes");
-    auto *const quality = user.find<QLabel>("LCFQuality");
-    QCOMPARE(user.comparisons().size(), 1); // the titles
-    user.takeMessages();
-    user.click("LCFB");
-    const QString number("([ -]\\d\\.\\d{3})");
-    const QRegularExpression pattern(QString("^Result of LCF :: %1 : %1 : %1, Valence = %1, Base = %1$").arg(number));
-    const QRegularExpressionMatch match = pattern.match(text->text());
-    QVERIFY2(match.hasMatch(), qPrintable(text->text()));
-    // The spectra's oscillations make their post-edge lines differ a little.
-    const double expected[] = {sample::targetFractions[0], sample::targetFractions[1], sample::targetFractions[2], 2.8,
-                               0};
-    for (int i = 0; i < 5; ++i)
-        QVERIFY2(qAbs(match.captured(i + 1).toDouble() - expected[i]) < 0.02, qPrintable(match.captured(i + 1)));
-    QVERIFY(text->text().contains("::  0.3")); // as wide as a negative number
-    QCOMPARE(user.takeMessages(), text->text().simplified() + '\n');
-    QCOMPARE(text->cursorPosition(), 0);
-    QVERIFY(text->isReadOnly());
-    QVERIFY(QRegularExpression("^R = [-+.e\\d]+, \\d+ points$").match(quality->text()).hasMatch());
-    QVERIFY(!quality->toolTip().isEmpty());
-
-    user.useReferences("12"); // recalculates: another fit, another point
-    QCOMPARE(text->text().count(" : "), 1);
-    const QStringList points = user.comparisons();
-    user.click("LCFB");
-    QCOMPARE(user.comparisons().size(), points.size() + 1);
-    QCOMPARE(user.comparisons().mid(0, points.size()), points);
-}
-
-void TestPanelResults::tooLargeMap_data()
-{
-    QTest::addColumn<QByteArray>("method");
-    QTest::newRow("four points") << QByteArray("TypeFourPs");
-    QTest::newRow("non-equivalent") << QByteArray("TypeNonEquiv");
-}
-
-void TestPanelResults::tooLargeMap()
-{
-    QFETCH(QByteArray, method);
-    Analyst user(m_files, method);
-    const ResultRecord before = user.results().record(7);
-    QByteArray large = bytesOf(m_files.map(method == "TypeFourPs" ? sample::vPoint + 1 : 1));
-    large.replace("um 0.00 0.50 5", "um 0.00 0.50 19999").replace("um 0.00 0.50 3", "um 0.00 0.50 19999");
-    QVERIFY(rowtools::write(m_files.path("large.txt"), large));
-    user.load(user.row(method == "TypeFourPs" ? sample::vPoint + 1 : 1), m_files.path("large.txt"));
-    user.takeMessages();
-    user.click("CalcMapB");
-    QCOMPARE(user.takeMessages(), QString("The map of 20000 x 20000 pixels is too large.\n"));
-    QCOMPARE(user.results().count(), std::size_t(24));
-    QCOMPARE(user.results().width(), 6);
-    QCOMPARE(user.results().height(), 4);
-    QCOMPARE(user.results().record(7).a, before.a);
-    QCOMPARE(user.results().record(7).values, before.values);
-}
-
-// --- files ---
-
-void TestPanelResults::writtenFourPoints()
-{
-    Analyst user(m_files, "TypeFourPs");
-    const QString path = m_files.path("four.points.dat");
-    QCOMPARE(user.writeTo(path), QString());
-    // Header lines are those of the map of the first row used.
-    QString expected = QString::fromLatin1(sample::mapHeader(0, {QString(), 6, 4, 1, 0})) + '\n';
-    for (int i = 0; i < 24; ++i) {
-        const ResultRecord pixel = user.results().record(std::size_t(i));
-        expected += ' ' + padded(pixel.x) + ' ' + padded(pixel.y) + "    " + padded(pixel.a) + ' ' +
-                    padded(pixel.a * 2 + (1 - pixel.a) * 3) + ' ' + padded(pixel.t) + '\n';
-        if (i % 6 == 5)
-            expected += '\n';
+        // Each action of the user that calculates anew adds one point to the others.
+        QStringList points = user.comparisons();
+        for (const char *const action : {"Ref3File/UseCB", "LCFB", "SubPostEforRef", "SubPreEforRef"}) {
+            user.click(action);
+            QCOMPARE(user.comparisons().size(), points.size() + 1);
+            QCOMPARE(user.comparisons().mid(0, points.size()), points);
+            points = user.comparisons();
+        }
+        QCOMPARE(text->text().count(" : "), 1); // of two references
+        QTest::keyClick(user.field("EdgeE"), Qt::Key_Return);
+        QCOMPARE(user.comparisons(), points);
     }
-    QCOMPARE(QString::fromLatin1(bytesOf(path)), expected);
-    const QString info = user.find<AFileSelect>("SaveFSelect")->findChild<QLabel *>("ExInfo")->text();
-    QVERIFY2(QRegularExpression("\\d\\d:\\d\\d:\\d\\d").match(info).hasMatch(), qPrintable(info));
-    for (const char *const name : {"four.points.dat", "_HGAlpha", "_HGThick"})
-        QVERIFY(info.contains(name));
 
-    const QList<QByteArray> alpha = bytesOf(m_files.path("four.points_HGAlpha.dat")).split('\n');
-    const QList<QByteArray> thick = bytesOf(m_files.path("four.points_HGThick.dat")).split('\n');
-    QCOMPARE(alpha.size(), 51 + 2 + 1); // after the last line feed there is nothing
-    QCOMPARE(thick.size(), 51 + 2 + 1);
-    // Valences from 1.5 to 3.5 in 51 boxes, the first and last centred on the ends.
-    QVERIFY(alpha.at(0).startsWith("1.44 1.46 1.48  "));
-    QVERIFY(alpha.at(1).startsWith("1.48 1.5 1.52  "));
-    QVERIFY(alpha.at(52).startsWith("3.52 3.54 3.56  "));
-    for (const QList<QByteArray> &lines : {alpha, thick}) {
-        int sum = 0;
-        for (const QByteArray &line : lines)
-            sum += line.split(' ').last().toInt();
-        QCOMPARE(sum, 24);
+    void tooLargeMap()
+    {
+        Analyst user(m_files, "TypeFourPs");
+        QByteArray large = bytesOf(m_files.map(3)); // the V point's, whose size the result has
+        large.replace("um 0.00 0.50 5", "um 0.00 0.50 19999").replace("um 0.00 0.50 3", "um 0.00 0.50 19999");
+        QVERIFY(rowtools::write(m_files.path("large.txt"), large));
+        user.load(user.row(3), m_files.path("large.txt"));
+        user.takeMessages();
+        user.click("CalcMapB");
+        QCOMPARE(user.takeMessages(), QString("The map of 20000 x 20000 pixels is too large.\n"));
+        QCOMPARE(QSize(user.results().width(), user.results().height()), QSize(6, 4));
     }
-}
 
-void TestPanelResults::writtenNonEquivalent()
-{
-    Analyst user(m_files);
-    const QString path = m_files.path("neq.dat");
-    QCOMPARE(user.writeTo(path), QString());
-    QString expected = QString::fromLatin1(sample::mapHeader(0, {QString(), 6, 4, 1, 0})) + '\n';
-    for (int i = 0; i < 24; ++i) {
-        const ResultRecord pixel = user.results().record(std::size_t(i));
-        expected += ' ' + padded(pixel.x) + ' ' + padded(pixel.y);
-        for (const double value : pixel.values)
-            expected += ' ' + padded(value);
-        expected += QLatin1String(i % 6 == 5 ? "\n\n" : "\n");
+    /// The rows whose maps have another size than the result's are coloured, as long as they take part.
+    void otherMapSizes()
+    {
+        SampleFiles larger;
+        QVERIFY(larger.make(12, 8));
+        Analyst user(m_files, "TypeFourPs");
+        const auto warned = [&user] {
+            QString rows;
+            for (int i = 1; i <= sample::mapCount; ++i) {
+                const auto *const size = user.find<QLabel>(QString("Energy%1/ExInfo").arg(i));
+                rows += size->palette() == user.panel.palette() ? QString() : QString::number(i);
+            }
+            return rows;
+        };
+        QCOMPARE(warned(), QString());
+        user.load(larger, "", false, "3"); // the V point's
+        QCOMPARE(user.results().width(), 12);
+        QCOMPARE(warned(), QString("12678"));
+        user.click("Energy8/UseCB");
+        user.click("CalcMapB");
+        QCOMPARE(warned(), QString("1267"));
+        user.load(m_files, "", false, "3");
+        QCOMPARE(warned(), QString());
     }
-    QCOMPARE(QString::fromLatin1(bytesOf(path)), expected);
-    QVERIFY(QFile::exists(m_files.path("neq_HGAlpha.dat")) && QFile::exists(m_files.path("neq_HGThick.dat")));
-}
 
-void TestPanelResults::writtenSelections_data()
-{
-    QTest::addColumn<int>("position"); // of the only quantity recorded; none for -1
-    QTest::newRow("none") << -1;
-    for (const ResultQuantity &quantity : resultQuantities)
-        QTest::newRow(quantity.recordBox) << quantity.position;
-}
+    // --- files ---
 
-void TestPanelResults::writtenSelections()
-{
-    QFETCH(int, position);
-    Analyst user(m_files);
-    for (const ResultQuantity &quantity : resultQuantities)
-        user.find<QAbstractButton>(quantity.recordBox)->setChecked(quantity.position == position);
-    const QString path = m_files.path("selection.dat");
-    QCOMPARE(user.writeTo(path), QString());
-    const ResultRecord pixel = user.results().record(15);
-    QString expected = ' ' + padded(pixel.x) + ' ' + padded(pixel.y);
-    if (position >= 0)
-        expected += ' ' + padded(pixel.values.at(position));
-    // Four header lines, an empty one, two map rows of six and an empty line each, then the fourth pixel.
-    QCOMPARE(QString::fromLatin1(bytesOf(path).split('\n').value(4 + 1 + 2 * 7 + 3)), expected);
-}
-
-void TestPanelResults::writtenWithoutResult()
-{
-    User user;
-    const QString path = m_files.path("nothing");
-    rowtools::type(user.find<AFileSelect>("SaveFSelect")->findChild<QLineEdit *>("FileName"), path);
-    user.click("WriteB");
-    QCOMPARE(bytesOf(path), QByteArray("\n"));
-    QCOMPARE(user.takeMessages(), QString());
-    // A dot stands before the suffix even if there is none.
-    QVERIFY(QFile::exists(path + "_HGAlpha.") && QFile::exists(path + "_HGThick."));
-}
-
-void TestPanelResults::writtenSilentlyAgain()
-{
-    Analyst user(m_files, "TypeFourPs");
-    const QString path = m_files.path("again.dat");
-    QVERIFY(rowtools::write(path, QByteArray(100000, 'x')));
-    QVERIFY(rowtools::write(m_files.path("again_HGThick.dat"), QByteArray(100000, 'x')));
-    QCOMPARE(user.writeTo(path), QString());
-    const QByteArray first = bytesOf(path);
-    QVERIFY(!first.contains("xxx"));
-    QVERIFY(!bytesOf(m_files.path("again_HGThick.dat")).contains('x'));
-    QCOMPARE(user.writeTo(path), QString());
-    QCOMPARE(bytesOf(path), first);
-}
-
-void TestPanelResults::failingWrites()
-{
-    Analyst user(m_files);
-    auto *const info = user.find<AFileSelect>("SaveFSelect")->findChild<QLabel *>("ExInfo");
-    QCOMPARE(user.writeTo(m_files.path("fine.dat")), QString());
-    QVERIFY(!info->text().isEmpty());
-    const QString missing = m_files.path("missing/result.dat");
-    QCOMPARE(user.writeTo(missing), "Can't open the file [" + missing + "]\n");
-    QCOMPARE(info->text(), QString());
-    QVERIFY(!QFileInfo(m_files.path("missing")).exists());
-    QCOMPARE(user.writeTo(QString()), QString("Can't open the file []\n"));
-
-    // A result that cannot be opened does not keep the histograms from being written.
-    QVERIFY(QDir(m_files.dir()).mkdir("folder.dat"));
-    const QString folder = m_files.path("folder.dat");
-    QCOMPARE(user.writeTo(folder), "Can't open the file [" + folder + "]\n");
-    QCOMPARE(bytesOf(m_files.path("folder_HGAlpha.dat")).split('\n').size(), 54);
-    QVERIFY(QFile::exists(m_files.path("folder_HGThick.dat")));
-
-    if (!QFile::exists("/dev/full"))
-        QSKIP("no device that is always full");
-    const QString full = m_files.path("full.dat");
-    QVERIFY(QFile::link("/dev/full", full));
-    QCOMPARE(user.writeTo(full), "Can't write the file [" + full + "]\n");
-    QCOMPARE(info->text(), QString());
-    QVERIFY(QFileInfo(full).isSymLink());
-}
-
-void TestPanelResults::calculateAndWrite()
-{
-    Analyst user(m_files);
-    const QString path = m_files.path("both.dat");
-    QCOMPARE(user.writeTo(path), QString());
-    const QByteArray before = bytesOf(path);
-    user.reference(1)->valenceEdit()->setText("5");
-    user.click("WriteB"); // the results are as they were
-    QCOMPARE(bytesOf(path), before);
-    user.click("CalcWriteB");
-    QVERIFY(bytesOf(path) != before);
-}
-
-void TestPanelResults::mapsSavedAsText()
-{
-    Analyst user(m_files);
-    QString answer;
-    user.panel.askMapFile = [&answer] {
-        return answer;
-    };
-    const auto saveTo = [&](DispMBase *map, const QString &path) {
-        answer = path;
-        map->headerMenu()->menu->actions().last()->trigger();
-        return user.takeMessages();
-    };
-    QByteArray expected;
-    for (int i = 0; i < 24; ++i)
-        expected += sixDigits(user.results().record(std::size_t(i)).values.at(ResultPosition::valence)).toLatin1() +
-                    (i % 6 == 5 ? '\n' : ' ');
-    const QString path = m_files.path("map.txt");
-    QVERIFY(rowtools::write(path, QByteArray(10000, 'x')));
-    QCOMPARE(saveTo(user.map(), path), QString());
-    QCOMPARE(bytesOf(path), expected);
-    QCOMPARE(saveTo(user.map(), QString()), QString()); // a change of mind
-
-    user.clickIn(user.row(4), "ShowMapB");
-    QCOMPARE(saveTo(user.panel.dataMap(), path), QString());
-    QVERIFY(bytesOf(path).startsWith(sixDigits(user.row(4)->data().absorptions().data()[0]).toLatin1() + ' '));
-    const QString missing = m_files.path("missing/map.txt");
-    QCOMPARE(saveTo(user.map(), missing), "Can't open the file [" + missing + "]\n");
-}
-
-void TestPanelResults::scatterCopied()
-{
-    Analyst user(m_files, "TypeFourPs");
-    HeaderMenu *const menu = user.panel.displays()->dabs[Displays::M2M3]->headerMenu();
-    const QStringList lines = user.copied(menu);
-    QCOMPARE(lines.size(), 1 + 24);
-    QCOMPARE(lines.first(), QString("M2\tM3"));
-    const auto absorption = [&user](int row, int pixel) {
-        return user.row(row)->data().absorptions().data()[pixel];
-    };
-    for (const int pixel : {0, 23}) { // the anchor points are the rows 1 and 2 first
-        const double p = absorption(1, pixel);
-        QCOMPARE(lines.at(1 + pixel),
-                 sixDigits(absorption(2, pixel) - p) + '\t' + sixDigits(absorption(sample::vPoint + 1, pixel) - p));
+    void writtenFourPoints()
+    {
+        Analyst user(m_files, "TypeFourPs");
+        QCOMPARE(user.writeTo(m_files.path("four.points.dat")), QString());
+        const ResultRecord pixel = user.results().record(0);
+        const QString first = ' ' + padded(pixel.x) + ' ' + padded(pixel.y) + "    " + padded(pixel.a) + ' ' +
+                              padded(pixel.a * 2 + (1 - pixel.a) * 3) + ' ' + padded(pixel.t) + '\n';
+        QVERIFY(bytesOf(m_files.path("four.points.dat")).startsWith(m_header + first.toLatin1()));
+        const QString info = user.text("SaveFSelect/ExInfo");
+        QVERIFY2(QRegularExpression("^\\d\\d:\\d\\d:\\d\\d: wrote four.points.dat, _HGAlpha and _HGThick$")
+                     .match(info)
+                     .hasMatch(),
+                 qPrintable(info));
+        for (const char *const tag : {"Alpha", "Thick"}) {
+            const auto lines = bytesOf(m_files.path(QString("four.points_HG%1.dat").arg(tag))).split('\n');
+            QCOMPARE(lines.size(), 51 + 2 + 1); // after the last line feed there is nothing
+            int sum = 0;
+            for (const QByteArray &line : lines)
+                sum += line.split(' ').last().toInt();
+            QCOMPARE(sum, 24);
+            // Valences from 1.5 to 3.5, the first box centred on the end.
+            QCOMPARE(lines.at(1).startsWith("1.48 1.5 1.52  "), QString(tag) == "Alpha");
+        }
     }
-    user.clickIn(user.row(sample::vPoint + 1), "VPointCB");
-    QCOMPARE(user.copied(menu), QStringList("M2\tM3")); // nothing is drawn, either
-}
+
+    /// Each record box alone, none, and all of them.
+    void writtenSelections()
+    {
+        Analyst user(m_files);
+        const int quantities = int(std::size(resultQuantities)), none = -1;
+        for (int only = none; only <= quantities; ++only) {
+            const auto isOn = [=](int position) {
+                return only == quantities || only == position;
+            };
+            for (const ResultQuantity &quantity : resultQuantities)
+                user.find<QCheckBox>(quantity.recordBox)->setChecked(isOn(quantity.position));
+            QString expected = m_header;
+            for (int i = 0; i < 24; ++i) {
+                const ResultRecord pixel = user.results().record(std::size_t(i));
+                expected += ' ' + padded(pixel.x) + ' ' + padded(pixel.y);
+                for (int position = 0; position < quantities; ++position)
+                    expected += isOn(position) ? ' ' + padded(pixel.values.at(position)) : QString();
+                expected += QLatin1String(i % 6 == 5 ? "\n\n" : "\n");
+            }
+            QCOMPARE(user.writeTo(m_files.path("selection.dat")), QString());
+            QCOMPARE(QString::fromLatin1(bytesOf(m_files.path("selection.dat"))), expected);
+        }
+    }
+
+    void writtenWithoutResult()
+    {
+        User user;
+        const QString path = m_files.path("nothing");
+        user.type("SaveFSelect/FileName", path);
+        user.click("WriteB");
+        QCOMPARE(bytesOf(path), QByteArray("\n"));
+        QCOMPARE(user.takeMessages(), QString());
+        // A dot stands before the suffix even if there is none.
+        QVERIFY(QFile::exists(path + "_HGAlpha.") && QFile::exists(path + "_HGThick."));
+    }
+
+    void failingWrites()
+    {
+        Analyst user(m_files);
+        QVERIFY(QDir(m_files.dir()).mkdir("folder.dat"));
+        for (const QString &path : {m_files.path("missing/result.dat"), m_files.path("folder.dat"), QString()}) {
+            QCOMPARE(user.writeTo(m_files.path("fine.dat")), QString());
+            QVERIFY(!user.text("SaveFSelect/ExInfo").isEmpty());
+            QCOMPARE(user.writeTo(path), "Can't open the file [" + path + "]\n");
+            QCOMPARE(user.text("SaveFSelect/ExInfo"), QString());
+        }
+        QVERIFY(QFile::exists(m_files.path("folder_HGThick.dat"))); // all the same
+    }
+
+    void calculateAndWrite()
+    {
+        Analyst user(m_files);
+        const QString path = m_files.path("both.dat");
+        QVERIFY(rowtools::write(path, QByteArray(100000, 'x'))); // is replaced without a question
+        QCOMPARE(user.writeTo(path), QString());
+        const QByteArray before = bytesOf(path);
+        QVERIFY(before.size() < 50000);
+        user.reference(1)->valenceEdit()->setText("5");
+        user.click("WriteB"); // the results are as they were
+        QCOMPARE(bytesOf(path), before);
+        user.click("CalcWriteB");
+        QVERIFY(bytesOf(path) != before);
+    }
+
+    void mapsSavedAsText()
+    {
+        Analyst user(m_files);
+        user.click("Energy4/ShowMapB");
+        const auto saveTo = [&](DispMBase *map, const QString &path) {
+            user.panel.askMapFile = [path] {
+                return path;
+            };
+            map->headerMenu()->menu->actions().last()->trigger();
+            return user.takeMessages();
+        };
+        const QString path = m_files.path("map.txt"), missing = m_files.path("missing/map.txt");
+        for (const auto &[map, values] : {std::pair(user.map(), user.results().quantity(ResultPosition::valence)),
+                                          std::pair(user.panel.dataMap(), user.row(4)->data().absorptions().data())}) {
+            QByteArray expected;
+            for (int i = 0; i < 24; ++i)
+                expected += sixDigits(values[i]).toLatin1() + (i % 6 == 5 ? '\n' : ' ');
+            QVERIFY(rowtools::write(path, QByteArray(10000, 'x')));
+            QCOMPARE(saveTo(map, path), QString());
+            QCOMPARE(bytesOf(path), expected);
+            QCOMPARE(saveTo(map, QString()), QString()); // a change of mind
+            QCOMPARE(saveTo(map, missing), "Can't open the file [" + missing + "]\n");
+        }
+    }
+
+    void scatterCopied()
+    {
+        Analyst user(m_files, "TypeFourPs");
+        HeaderMenu *const menu = user.panel.displays()->display(Displays::M2M3)->headerMenu();
+        const auto step = [&user](int row) { // from the first anchor point, which is row 1, in the last pixel
+            return sixDigits(user.row(row)->data().absorptions().data()[23] -
+                             user.row(1)->data().absorptions().data()[23]);
+        };
+        const QStringList lines = user.copied(menu);
+        QCOMPARE(lines.size(), 1 + 24);
+        QCOMPARE(lines.last(), step(2) + '\t' + step(3));
+        user.click("Energy3/VPointCB");
+        QCOMPARE(user.copied(menu), QStringList("M2\tM3")); // nothing is drawn, either
+    }
+};
 
 QTEST_MAIN(TestPanelResults)
 #include "TestPanelResults.moc"
