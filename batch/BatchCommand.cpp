@@ -95,6 +95,8 @@ int runOne(const JobOrErrors &job, const BatchOptions &options, QTextStream *out
     if (options.check && result.outcome == JobOutcome::Done)
         *out << job.job.fileName << ": no mistakes\n";
     out->flush();
+    for (const QString &warning : result.warnings)
+        *err << "flokluk-batch: warning: " << warning << '\n';
     for (const QString &error : result.errors)
         *err << "flokluk-batch: " << error << '\n';
     err->flush();

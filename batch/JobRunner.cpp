@@ -1,5 +1,6 @@
 #include "batch/JobRunner.h"
 
+#include "analysis/model/Findings.h"
 #include "analysis/panel/FourPs.h"
 #include "analysis/panel/PanelSettings.h"
 #include "batch/PanelPictures.h"
@@ -164,6 +165,8 @@ void Run::loadAndCalculate()
             calculation.drop();
             return;
         }
+        for (const Finding &finding : findings(m_panel.input()))
+            m_result.warnings << m_job.fileName + QLatin1String(": ") + finding.text;
         m_progress.stage(QStringLiteral("calculating"));
     }
     m_times.calculate = lap();

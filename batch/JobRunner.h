@@ -12,8 +12,9 @@ enum class JobOutcome { Done = 0, Refused = 1, WrongJob = 2, CannotWrite = 3 };
 
 struct JobResult {
     JobOutcome outcome = JobOutcome::Done;
-    QStringList errors; ///< one sentence each, beginning with the name of the job file
-    QString messages;   ///< what stands in the panel's message area
+    QStringList errors;   ///< one sentence each, beginning with the name of the job file
+    QStringList warnings; ///< the same, about inputs that a result may not be trusted with
+    QString messages;     ///< what stands in the panel's message area
 };
 
 struct RunOptions {

@@ -2,6 +2,7 @@
 
 #include "analysis/job/Job.h"
 #include "analysis/model/Analysis.h"
+#include "analysis/model/Findings.h"
 #include "analysis/results/QuantityRange.h"
 #include "analysis/results/ResultQuantities.h"
 #include "analysis/results/ResultView.h"
@@ -108,6 +109,14 @@ QJsonObject mapReport(const Analysis &analysis)
             {"quantities", quantities}};
 }
 
+QJsonArray warningsOf(const AnalysisInput &input)
+{
+    QJsonArray warnings;
+    for (const Finding &finding : findings(input))
+        warnings.append(finding.text);
+    return warnings;
+}
+
 } // namespace
 
 QByteArray runReport(const AnalysisInput &input, const Analysis &analysis, const Job &job, const RunTimes &times,
@@ -116,6 +125,7 @@ QByteArray runReport(const AnalysisInput &input, const Analysis &analysis, const
     QJsonObject report{{"program", "flokluk-batch " FLOKLUK_VERSION},
                        {"job", QFileInfo(job.fileName).absoluteFilePath()},
                        {"errors", QJsonArray::fromStringList(errors)},
+                       {"warnings", warningsOf(input)},
                        {"edge", input.conditions.edge.edge},
                        {"seconds", QJsonObject{{"load", times.load},
                                                {"calculate", times.calculate},

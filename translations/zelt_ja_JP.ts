@@ -1170,6 +1170,30 @@ Do you want to replace it?</source>
         <source>Map Select</source>
         <translation>マップの選択</translation>
     </message>
+    <message>
+        <source>%1: the pre-edge range holds %2 points (data %3)</source>
+        <translation>%1: プリエッジ範囲の点は %2 個です (データ %3)</translation>
+    </message>
+    <message>
+        <source>%1: the post-edge range holds %2 points (data %3)</source>
+        <translation>%1: ポストエッジ範囲の点は %2 個です (データ %3)</translation>
+    </message>
+    <message>
+        <source>Energy %1: %2 eV is outside of %3 (%4)</source>
+        <translation>エネルギー %1: %2 eV は %3 の範囲外です (%4)</translation>
+    </message>
+    <message>
+        <source>Energy %1: the map has %2 x %3 pixels, that of energy %4 %5 x %6</source>
+        <translation>エネルギー %1: マップは %2 x %3 画素、エネルギー %4 は %5 x %6 画素です</translation>
+    </message>
+    <message>
+        <source>%1: the valence is no number and counts as 0</source>
+        <translation>%1: 価数が数値でないため 0 とします</translation>
+    </message>
+    <message>
+        <source>Target: energies are marked LCF, but there is no spectrum</source>
+        <translation>全体試料: LCF のエネルギーが選ばれていますが、スペクトルがありません</translation>
+    </message>
 </context>
 <context>
     <name>HeaderMenu</name>

@@ -17,6 +17,7 @@ struct ReferenceInput {
     AMutE spectrum;
     bool isUsed = false;
     double valence = 0.0;
+    bool hasValence = true; ///< false: what stands in its place is no number
 
     /// Used, loaded and processed: it takes part in the methods.
     bool takesPart() const { return isUsed && spectrum.valid(); }

@@ -57,9 +57,12 @@ Conditions PanelInputs::conditions() const
 AnalysisInput PanelInputs::gather() const
 {
     AnalysisInput input;
-    for (const ARefFile *const reference : m_references)
+    for (const ARefFile *const reference : m_references) {
+        bool isNumber = false;
+        const double valence = reference->valenceText().toDouble(&isNumber);
         input.references.append({reference->selector()->fileText(), reference->selector()->spectrum(),
-                                 reference->isUsed(), reference->valence()});
+                                 reference->isUsed(), valence, isNumber});
+    }
     for (int row = 0; row < m_points.size(); ++row) {
         const AEPoint &point = *m_points[row];
         PointInput values;
