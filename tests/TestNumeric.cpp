@@ -10,7 +10,6 @@
 
 #include <QDir>
 #include <QTemporaryDir>
-#include <QTextCodec>
 #include <QtTest>
 
 #include <algorithm>
@@ -55,24 +54,6 @@ private:
     double **rows;
 };
 
-/// The unknowns; the matrix is left for the next right-hand side.
-QVector<double> solved(const Rows &a, const QVector<double> &b)
-{
-    LinearSystem system(a.size());
-    for (int i = 0; i < a.size(); ++i) {
-        std::copy(a[i].begin(), a[i].end(), system.matrix()[i]);
-        system.rightHandSide()[i] = b[i];
-    }
-    QVector<double> x;
-    for (int round = 0; round < 2; ++round) {
-        x.clear();
-        system.solve();
-        for (int k = 0; k < a.size(); ++k)
-            x += system.unknown(k);
-    }
-    return x;
-}
-
 std::string_view viewOf(const QByteArray &text)
 {
     return std::string_view(text.constData(), static_cast<std::size_t>(text.size()));
@@ -98,48 +79,51 @@ class TestNumeric : public QObject
 private slots:
     void solve()
     {
-        forRows<Rows, QVector<double>, QVector<double>>(
-            {
-                {"one unknown", {{4}}, {2}, {0.5}},
-                {"diagonally dominant", {{4, 1, 0}, {1, 3, 1}, {0, 1, 2}}, {1, 2, 3}, {2.0 / 9, 1.0 / 9, 13.0 / 9}},
-                {"zero on the diagonal, rows exchanged", {{0, 2, 1}, {5, 0, 0}, {0, 3, 4}}, {7, 10, 18}, {2, 2, 3}},
-                {"five unknowns, every row exchanged",
-                 {{0, 9, 0, 0, 0}, {0, 0, 0, 0, 9}, {9, 0, 0, 0, 0}, {0, 0, 9, 0, 0}, {0, 0, 0, 9, 0}},
-                 {18, 45, 9, 27, 36},
-                 {1, 2, 3, 4, 5}},
-            },
-            [](const Rows &a, const QVector<double> &b, const QVector<double> &wantedX) {
-                const QVector<double> x = solved(a, b);
-                for (int k = 0; k < wantedX.size(); ++k)
-                    QVERIFY(std::abs(x[k] - wantedX[k]) < 1e-13);
+        forRows<bool, Rows, QVector<double>>(
+            {{"one unknown", true, {{4}}, {2}},
+             {"diagonally dominant", true, {{4, 1, 0}, {1, 3, 1}, {0, 1, 2}}, {1, 2, 3}},
+             {"zero on the diagonal, rows exchanged", true, {{0, 2, 1}, {5, 0, 0}, {0, 3, 4}}, {7, 10, 18}},
+             {"every row exchanged", true, {{0, 9, 0, 0}, {0, 0, 0, 9}, {9, 0, 0, 0}, {0, 0, 9, 0}}, {18, 45, 9, 27}},
+             {"nothing but zeros", false, {{0, 0, 0}, {0, 0, 0}, {0, 0, 0}}, {0, 0, 1}},
+             {"two equal rows", false, {{1, 2, 3}, {1, 2, 3}, {4, 5, 7}}, {0, 0, 1}},
+             {"an unknown that no row has", false, {{1, 0, 3}, {2, 0, 5}, {4, 0, 7}}, {0, 0, 1}}},
+            [](bool isSolvable, const Rows &a, const QVector<double> &b) {
+                const int n = a.size();
+                LinearSystem system(n);
+                for (int i = 0; i < n; ++i)
+                    std::copy(a[i].begin(), a[i].end(), system.matrix()[i]);
+                std::copy(b.begin(), b.end(), system.rightHandSide());
+                for (int round = 0; round < 2; ++round) { // the matrix is left for the next right-hand side
+                    system.solve();
+                    QVector<double> x, product(n);
+                    for (int k = 0; k < n; ++k)
+                        x += system.unknown(k);
+                    QCOMPARE(std::all_of(x.begin(), x.end(), [](double v) { return std::isfinite(v); }), isSolvable);
+                    matVec(n, system.matrix(), x.data(), product.data());
+                    for (int k = 0; isSolvable && k < n; ++k)
+                        QVERIFY(std::abs(product[k] - b[k]) < 1e-13);
+                }
             });
-        for (const Rows &singular : {Rows{{0, 0, 0}, {0, 0, 0}, {0, 0, 0}}, Rows{{1, 2, 3}, {1, 2, 3}, {4, 5, 7}},
-                                     Rows{{1, 0, 3}, {2, 0, 5}, {4, 0, 7}}}) {
-            const QVector<double> x = solved(singular, {0, 0, 1});
-            QVERIFY(std::any_of(x.begin(), x.end(), [](double value) { return !std::isfinite(value); }));
-        }
     }
 
     /// A search for the largest magnitude would take other rows.
     void pivotRuleDecidesWhichRow()
     {
-        forRows<QVector<double>, int>(
-            {
-                {"0.9 does not exceed the index 1", {0.5, 0.7, 0.9}, 1},
-                {"the last row above the index, not the largest", {9, 100, 7, 0}, 2},
-                {"equal to the index is not above it", {0, 0, 0, 0}, 0},
-                {"one at row 0, exactly the index of row 1", {1, 1, 1, 1}, 1},
-                {"negative numbers count by magnitude", {-0.1, -0.2, -1.5, -1.9}, 2},
-            },
-            [](const QVector<double> &column, int row) {
-                const int n = column.size();
-                Square a(n), l(n), u(n);
-                QVector<int> p(n);
-                for (int i = 0; i < n; ++i)
-                    a[i][0] = column[i];
-                luDecompose(n, a, l, u, p.data());
-                QCOMPARE(p[0], row);
-            });
+        forRows<QVector<double>, int>({{"0.9 does not exceed the index 1", {0.5, 0.7, 0.9}, 1},
+                                       {"the last row above the index, not the largest", {9, 100, 7, 0}, 2},
+                                       {"equal to the index is not above it", {0, 0, 0, 0}, 0},
+                                       {"one at row 0, exactly the index of row 1", {1, 1, 1, 1}, 1},
+                                       {"tiny, but above the index 0", {0, 1e-3, 0}, 1},
+                                       {"negative numbers count by magnitude", {-0.1, -0.2, -1.5, -1.9}, 2}},
+                                      [](const QVector<double> &column, int row) {
+                                          const int n = column.size();
+                                          Square a(n), l(n), u(n);
+                                          QVector<int> p(n);
+                                          for (int i = 0; i < n; ++i)
+                                              a[i][0] = column[i];
+                                          luDecompose(n, a, l, u, p.data());
+                                          QCOMPARE(p[0], row);
+                                      });
     }
 
     void factorsMultiplyToTheMatrix()
@@ -163,22 +147,14 @@ private slots:
         }
     }
 
-    /// Rows (0 2), (0 3): the multiplier of row 1 is 0 / 1, so U keeps the zero pivot and 3.
+    /// Rows (0 0), (0 5): the multiplier of row 1 is 0 / 1, so U keeps the zero pivot and 5.
     void zeroPivotCountsAsOneInElimination()
     {
-        Square a(3), l(3), u(3);
-        int p[3];
+        Square a(2), l(2), u(2);
+        int p[2];
         a[0][0] = 0;
-        a[0][1] = 2;
-        a[1][0] = 1e-3; // chosen: it exceeds the index 0
-        a[1][1] = 0;
-        a[2][2] = 0;
-        luDecompose(3, a, l, u, p);
-        QCOMPARE(p[0], 1);
-        QCOMPARE(u[p[0]][0], 1e-3);
-        clearMatrix(3, a);
         a[1][1] = 5;
-        luDecompose(3, a, l, u, p);
+        luDecompose(2, a, l, u, p);
         QCOMPARE(u[p[0]][0], 0.0);
         QCOMPARE(l[p[1]][0], 0.0);
         QCOMPARE(u[p[1]][1], 5.0);
@@ -251,18 +227,6 @@ private slots:
         QVERIFY_EXCEPTION_THROWN(newVector(size), std::bad_array_new_length);
     }
 
-    void products()
-    {
-        double a0[] = {1, 2}, a1[] = {3, 4}, b0[] = {0, 1}, b1[] = {1, 1}, o0[2], o1[2];
-        double *a[] = {a0, a1}, *b[] = {b0, b1}, *out[] = {o0, o1};
-        matMul(2, a, b, out);
-        QCOMPARE(QVector<double>({o0[0], o0[1], o1[0], o1[1]}), QVector<double>({2, 3, 4, 7}));
-        const double v[] = {5, 6};
-        double result[2];
-        matVec(2, a, v, result);
-        QCOMPARE(QVector<double>({result[0], result[1]}), QVector<double>({17, 39}));
-    }
-
     void hasNaNFindsTheLastElement()
     {
         Square m(3);
@@ -333,32 +297,27 @@ private slots:
     {
         constexpr double inf = std::numeric_limits<double>::infinity();
         constexpr int highest = std::numeric_limits<int>::max(), lowest = std::numeric_limits<int>::min();
-        forRows<double, int>(
-            {
-                {"toward zero, above", 1.99, 1},
-                {"toward zero, below", -1.99, -1},
-                {"not a number", std::nan(""), 0},
-                {"infinity", inf, highest},
-                {"minus infinity", -inf, lowest},
-                {"just above the range", 2147483648.0, highest},
-                {"just inside the range", 2147483647.0, highest},
-                {"last fraction inside", -2147483648.5, lowest},
-            },
-            [](double value, int whole) { QCOMPARE(truncToInt(value), whole); });
+        forRows<double, int>({{"toward zero, above", 1.99, 1},
+                              {"toward zero, below", -1.99, -1},
+                              {"not a number", std::nan(""), 0},
+                              {"infinity", inf, highest},
+                              {"minus infinity", -inf, lowest},
+                              {"just above the range", 2147483648.0, highest},
+                              {"just inside the range", 2147483647.0, highest},
+                              {"last fraction inside", -2147483648.5, lowest}},
+                             [](double value, int whole) { QCOMPARE(truncToInt(value), whole); });
     }
 
     void tokens()
     {
         forRows<QByteArray>(
-            {
-                {"empty", ""},
-                {"blanks only", " \t\v\f\r "},
-                {"leading, inner and trailing blanks", "  # AXIS\t0   x \r"},
-                {"ideographic and no-break spaces", "1\xE3\x80\x80\x32\xC2\xA0\x33\xE2\x80\x83\x34\xE2\x80\xA8"},
-                {"controls that are no white space", QByteArray("a\x1C\x62\x01\x63\0d", 7)},
-                {"Japanese words", "\xE8\xA9\xA6\xE6\x96\x99 1"},
-                {"a cut character at the end", "1 \xE3\x80"},
-            },
+            {{"empty", ""},
+             {"blanks only", " \t\v\f\r "},
+             {"leading, inner and trailing blanks", "  # AXIS\t0   x \r"},
+             {"ideographic and no-break spaces", "1\xE3\x80\x80\x32\xC2\xA0\x33\xE2\x80\x83\x34\xE2\x80\xA8"},
+             {"controls that are no white space", QByteArray("a\x1C\x62\x01\x63\0d", 7)},
+             {"Japanese words", "\xE8\xA9\xA6\xE6\x96\x99 1"},
+             {"a cut character at the end", "1 \xE3\x80"}},
             [](const QByteArray &line) {
                 const QString simplified = QString::fromUtf8(line.constData(), line.size()).simplified();
                 TokenScanner scanner(viewOf(line));
@@ -372,6 +331,7 @@ private slots:
 
     void lines()
     {
+        QCOMPARE(utf8MarkLength("\xEF\xBB"), 0);
         QStringList got;
         LineScanner scanner("a\r\n\nb\nlast");
         std::string_view line;
@@ -381,21 +341,6 @@ private slots:
         QCOMPARE(simplifiedLine(std::string_view("\xFF\0 a  b", 7)).mid(1),
                  QString(QChar(0) + QStringLiteral(" a b"))); // not cut at NUL
         QCOMPARE(simplifiedLine("\xE8\xA9\xA6  \xE6\x96\x99"), QString::fromUtf8("\xE8\xA9\xA6 \xE6\x96\x99"));
-    }
-
-    void wideTexts()
-    {
-        for (const char *const codec : {"UTF-16LE", "UTF-16BE", "UTF-32LE", "UTF-32BE"}) {
-            const QString text = QString(QChar::ByteOrderMark) + QStringLiteral("# 1301\n1 2");
-            QTextCodec::ConverterState state(QTextCodec::IgnoreHeader);
-            const QByteArray bytes =
-                QTextCodec::codecForName(codec)->fromUnicode(text.constData(), text.size(), &state);
-            QVERIFY(isWideText(viewOf(bytes)));
-            QCOMPARE(wideTextToUtf8(bytes), QByteArray("# 1301\n1 2"));
-        }
-        QVERIFY(!isWideText("# 1301"));
-        QCOMPARE(utf8MarkLength("\xEF\xBB\xBF# 1301"), 3);
-        QCOMPARE(utf8MarkLength("\xEF\xBB"), 0);
     }
 
     void planeKeepsWhatItHolds()
@@ -427,15 +372,13 @@ private slots:
     void outputFileOnAFullDisk()
     {
         forRows<int, int, int, bool>(
-            {
-                {"room enough", 100000, 100, 100000, true},
-                {"no room at all", 100000, 100, 0, false},
-                {"room for the start", 100000, 100, 100, false},
-                {"room for half of it", 100000, 100, 50000, false},
-                {"room for half of the only piece", 100000, 100000, 50000, false},
-                {"a short file, which is handed on at the end", 200, 100, 100, false},
-                {"nothing to write", 0, 1, 0, true},
-            },
+            {{"room enough", 100000, 100, 100000, true},
+             {"no room at all", 100000, 100, 0, false},
+             {"room for the start", 100000, 100, 100, false},
+             {"room for half of it", 100000, 100, 50000, false},
+             {"room for half of the only piece", 100000, 100000, 50000, false},
+             {"a short file, which is handed on at the end", 200, 100, 100, false},
+             {"nothing to write", 0, 1, 0, true}},
             [](int size, int piece, int room, bool wantedIsWritten) {
                 const QTemporaryDir dir;
                 const QString path = dir.filePath("result.dat");

@@ -3,25 +3,11 @@
 
 #include <QtTest>
 
-/// The Japanese catalogue against the texts of the sources.
-class TestTranslation : public QObject
-{
-    Q_OBJECT
-
-private slots:
-    void everyTextIsTranslated();
-    void placeholdersAreKept();
-    void noTextIsMissing();
-    void panelIsJapanese();
-};
-
 namespace
 {
 
 struct Entry {
-    QString context;
-    QString source;
-    QString translation;
+    QString source, translation;
     bool isUnfinished = false;
 };
 
@@ -32,15 +18,12 @@ QVector<Entry> entriesOf(const QString &path)
     if (!file.open(QIODevice::ReadOnly))
         return entries;
     QXmlStreamReader xml(&file);
-    QString context;
     while (!xml.atEnd()) {
         if (xml.readNext() != QXmlStreamReader::StartElement)
             continue;
-        if (xml.name() == QLatin1String("name")) {
-            context = xml.readElementText();
-        } else if (xml.name() == QLatin1String("source")) {
-            entries.append({context, xml.readElementText(), QString(), false});
-        } else if (xml.name() == QLatin1String("translation")) {
+        if (xml.name() == QLatin1String("source"))
+            entries.append({xml.readElementText(), QString(), false});
+        if (xml.name() == QLatin1String("translation")) {
             entries.last().isUnfinished = xml.attributes().hasAttribute(QStringLiteral("type"));
             entries.last().translation = xml.readElementText();
         }
@@ -58,52 +41,53 @@ QStringList placeholdersOf(const QString &text)
     return found;
 }
 
-const QString catalogue = QStringLiteral(CATALOGUE);
-
 } // namespace
 
-void TestTranslation::everyTextIsTranslated()
+/// The Japanese catalogue against the texts of the sources.
+class TestTranslation : public QObject
 {
-    const QVector<Entry> entries = entriesOf(catalogue);
-    QVERIFY(entries.size() > 200);
-    for (const Entry &entry : entries)
-        QVERIFY2(!entry.isUnfinished && !entry.translation.isEmpty(), qPrintable(entry.source));
-}
+    Q_OBJECT
 
-void TestTranslation::placeholdersAreKept()
-{
-    for (const Entry &entry : entriesOf(catalogue)) {
-        QVERIFY2(placeholdersOf(entry.source) == placeholdersOf(entry.translation), qPrintable(entry.source));
-        QVERIFY2(entry.source.startsWith(' ') == entry.translation.startsWith(' '), qPrintable(entry.source));
+private slots:
+    void everyTextIsTranslated()
+    {
+        const QVector<Entry> entries = entriesOf(CATALOGUE);
+        QVERIFY(entries.size() > 200);
+        for (const Entry &entry : entries) {
+            QVERIFY2(!entry.isUnfinished && !entry.translation.isEmpty(), qPrintable(entry.source));
+            QVERIFY2(placeholdersOf(entry.source) == placeholdersOf(entry.translation), qPrintable(entry.source));
+            QVERIFY2(entry.source.startsWith(' ') == entry.translation.startsWith(' '), qPrintable(entry.source));
+        }
     }
-}
 
-void TestTranslation::noTextIsMissing()
-{
-    const QString lupdate = QStringLiteral(LUPDATE);
-    if (!QFileInfo::exists(lupdate))
-        QSKIP("lupdate is not installed");
-    QTemporaryDir dir;
-    const QString copy = dir.filePath("copy.ts");
-    QVERIFY(QFile::copy(catalogue, copy));
-    QProcess process;
-    process.setWorkingDirectory(QFileInfo(catalogue).path());
-    process.start(lupdate, {"../app", "../analysis", "../controls", "../display", "../mapdata", "../spectrum",
-                            "../forms", "-ts", copy, "-locations", "none", "-no-obsolete", "-silent"});
-    QVERIFY(process.waitForFinished(60000));
-    for (const Entry &entry : entriesOf(copy))
-        QVERIFY2(!entry.isUnfinished, qPrintable(entry.context + ": " + entry.source));
-}
+    void noTextIsMissing()
+    {
+        const QString lupdate = QStringLiteral(LUPDATE);
+        if (!QFileInfo::exists(lupdate))
+            QSKIP("lupdate is not installed");
+        QTemporaryDir dir;
+        const QString copy = dir.filePath("copy.ts");
+        QVERIFY(QFile::copy(CATALOGUE, copy));
+        QProcess process;
+        process.setWorkingDirectory(QFileInfo(CATALOGUE).path());
+        process.start(lupdate, {"../app", "../analysis", "../controls", "../display", "../mapdata", "../spectrum",
+                                "../forms", "-ts", copy, "-locations", "none", "-no-obsolete", "-silent"});
+        QVERIFY(process.waitForFinished(60000));
+        for (const Entry &entry : entriesOf(copy))
+            QVERIFY2(!entry.isUnfinished, qPrintable(entry.source));
+    }
 
-void TestTranslation::panelIsJapanese()
-{
-    QTranslator translator;
-    installJapanese(&translator);
-    FourPs panel;
-    QCOMPARE(panel.findChild<QPushButton *>("CalcMapB")->text(), QString::fromUtf8("\xE8\xA8\x88\xE7\xAE\x97"));
-    panel.calcMap(); // no V point yet
-    QVERIFY(panel.findChild<QTextEdit *>("Messages")->toPlainText().startsWith(QString::fromUtf8("V \xE7\x82\xB9")));
-}
+    void panelIsJapanese()
+    {
+        QTranslator translator;
+        installJapanese(&translator);
+        FourPs panel;
+        QCOMPARE(panel.findChild<QPushButton *>("CalcMapB")->text(), QString::fromUtf8("\xE8\xA8\x88\xE7\xAE\x97"));
+        panel.calcMap(); // no V point yet
+        const QString messages = panel.findChild<QTextEdit *>("Messages")->toPlainText();
+        QVERIFY(messages.startsWith(QString::fromUtf8("V \xE7\x82\xB9")));
+    }
+};
 
 QTEST_MAIN(TestTranslation)
 #include "TestTranslation.moc"
