@@ -3,10 +3,10 @@
 #include "mapdata/MapFileReader.h"
 #include "numeric/TextScanner.h"
 
+#include <QRegularExpression>
 #include <QStringList>
 #include <QVector>
 
-#include <algorithm>
 #include <cmath>
 #include <cstring>
 
@@ -28,13 +28,8 @@ inline QString fromUtf8(const QByteArray &bytes)
 
 inline int literalColumn(const QString &line)
 {
-    const QString rest = line.contains(QLatin1Char(':')) ? line.section(QLatin1Char(':'), 1).trimmed() : QString();
-    int length = 0;
-    while (length < rest.size() && (rest[length].unicode() < 128) &&
-           (rest[length].isDigit() || (length == 0 && (rest[0] == '-' || rest[0] == '+'))))
-        ++length;
-    const double number = rest.left(length).toDouble();
-    return static_cast<int>(qBound(-2147483648.0, number, 2147483647.0));
+    static const QRegularExpression number("^[^:]*: *([-+]?[0-9]*)");
+    return static_cast<int>(qBound(-2147483648.0, number.match(line).captured(1).toDouble(), 2147483647.0));
 }
 
 inline int literalAxis(const QString &token)
@@ -65,8 +60,7 @@ inline LiteralMap readLiterally(const QByteArray &text)
     int &nx = map.grid.nx, &ny = map.grid.ny;
     QString units[2];
     bool isMapped = false;
-    qint64 columnI0 = 0;
-    qint64 columnI = 0;
+    qint64 columnI0 = 0, columnI = 0;
     QList<QByteArray> lines = text.split('\n');
     for (int n = 0; n < lines.size(); ++n) {
         const QByteArray &bytes = lines[n];
@@ -108,15 +102,11 @@ inline LiteralMap readLiterally(const QByteArray &text)
         map.grid.unit = units[units[0].isEmpty() ? 1 : 0];
     if (isMapped) {
         nx = ny = qMin(map.records.size(), 1);
-        const auto isOnFirstRow = [&map](const MapRecord &r) {
-            return r.y == map.records[0].y;
-        };
-        const auto isInFirstColumn = [&map](const MapRecord &r) {
-            return r.x == map.records[0].x;
-        };
-        if (map.records.size() > 1) {
-            nx = static_cast<int>(std::count_if(map.records.cbegin(), map.records.cend(), isOnFirstRow));
-            ny = static_cast<int>(std::count_if(map.records.cbegin(), map.records.cend(), isInFirstColumn));
+        if (map.records.size() > 1)
+            nx = ny = 0;
+        for (int i = 0; i < map.records.size() && map.records.size() > 1; ++i) {
+            nx += map.records[i].y == map.records[0].y;
+            ny += map.records[i].x == map.records[0].x;
         }
     }
     map.loaded = nx > 0 && ny > 0 && !map.records.isEmpty();
@@ -144,19 +134,16 @@ inline QString gridText(const MapGrid &grid)
 /// What differs between the two readings; empty when nothing does.
 inline QString differenceTo(const LiteralMap &wanted, const MapLoadResult &result, const A2DData &data)
 {
-    const auto summary = [](bool opened, bool loaded, const QString &energy, const MapGrid &grid, qint64 count) {
-        return QStringLiteral("opened %1, loaded %2, energy %3, %4, %5 records")
-            .arg(opened)
-            .arg(loaded)
-            .arg(energy.isNull() ? QStringLiteral("none") : '<' + energy + '>', gridText(grid))
-            .arg(count);
+    const auto summary = [](bool loaded, const QString &energy, const MapGrid &grid, const QStringList &lines) {
+        return (loaded ? "loaded, energy " : "energy ") + (energy.isNull() ? QStringLiteral("none") : '<' + energy) +
+               ", " + gridText(grid) + '\n' + lines.join('\n');
     };
-    const QString got = summary(result.opened, result.loaded, result.energyText, data.grid(), data.count());
-    const QString shouldBe = summary(true, wanted.loaded, wanted.energyText, wanted.grid, wanted.records.size());
-    if (got != shouldBe)
-        return got + QStringLiteral(", not ") + shouldBe;
-    if (data.headerLines() != wanted.headerLines)
-        return QStringLiteral("header lines: ") + data.headerText();
+    const QString got = summary(result.loaded, result.energyText, data.grid(), data.headerLines());
+    const QString shouldBe = summary(wanted.loaded, wanted.energyText, wanted.grid, wanted.headerLines);
+    if (!result.opened || got != shouldBe)
+        return got + QStringLiteral("\nnot ") + shouldBe;
+    if (data.count() != wanted.records.size())
+        return QStringLiteral("%1 records, not %2").arg(data.count()).arg(wanted.records.size());
     for (int i = 0; i < wanted.records.size(); ++i) {
         const MapRecord a = data.record(i);
         const MapRecord &b = wanted.records[i];
