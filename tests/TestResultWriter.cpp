@@ -3,8 +3,6 @@
 #include "tests/SmallDisk.h"
 #include "tests/Tables.h"
 
-#include <QtTest>
-
 #include <limits>
 #include <random>
 
@@ -17,30 +15,8 @@ using Method = ResultRecords::Method;
 
 constexpr int quantities = ResultPosition::count;
 
-/// 3 x 2 pixels; quantity q of pixel i is q + i / 4.
-ResultRecords smallRecords(Method method)
-{
-    A2DData map;
-    const A2DData::Columns columns = map.resize(6);
-    map.setSize(3, 2);
-    for (int i = 0; i < 6; ++i) {
-        columns.x[i] = 0.5 * (i % 3);
-        columns.y[i] = i / 3 - 1;
-    }
-    ResultRecords results;
-    (void)results.reset(method, map);
-    results.headerLines = QStringList{"# 1301", QString::fromUtf8("# \xE8\xA9\xA6\xE6\x96\x99")};
-    for (std::size_t i = 0; i < 6; ++i) {
-        results.a()[i] = i == 4 ? std::numeric_limits<double>::quiet_NaN() : 12345678.0 * static_cast<double>(i);
-        results.t()[i] = i == 5 ? -std::numeric_limits<double>::infinity() : -0.125;
-        for (int q = 0; method == Method::NonEquivalent && q < quantities; ++q)
-            results.quantity(q)[i] = q + 0.25 * static_cast<double>(i);
-    }
-    return results;
-}
-
-/// Several blocks of text, with numbers of all sizes.
-ResultRecords largeRecords(Method method, int width, int height)
+/// Numbers of all sizes.
+ResultRecords randomRecords(Method method, int width, int height)
 {
     A2DData map;
     const A2DData::Columns columns = map.resize(qint64(width) * height);
@@ -79,6 +55,18 @@ QByteArray literalText(const ResultRecords &results, const ValencePair &valences
     return text.toLatin1();
 }
 
+/// The file in a folder of its own.
+QByteArray writtenFile(const ResultRecords &results, const ValencePair &valences, const RecordSelection &selection = {},
+                       int threads = 1)
+{
+    const QTemporaryDir dir;
+    const QString path = dir.filePath("result.dat");
+    const WriteOutcome outcome = writeResultFile(path, results, valences, selection, threads);
+    if (outcome != WriteOutcome::Written)
+        return outcome == WriteOutcome::CannotWrite ? "cannot write" : "cannot open";
+    return QDir(dir.path()).entryList(QDir::Files).size() == 1 ? bytesOf(path) : "something beside it";
+}
+
 } // namespace
 
 class TestResultWriter : public QObject
@@ -88,95 +76,75 @@ class TestResultWriter : public QObject
 private slots:
     void fourPointsFile()
     {
-        QTemporaryDir dir;
-        const QString path = dir.filePath("result.dat");
-        QCOMPARE(writeResultFile(path, smallRecords(Method::FourPoints), {true, 2, 3}, {}), WriteOutcome::Written);
-        const QByteArray wanted = "# 1301\n# \xE8\xA9\xA6\xE6\x96\x99\n\n"
-                                  "          0         -1             0          3     -0.125\n"
-                                  "        0.5         -1    1.23457e+07 -1.23457e+07     -0.125\n"
-                                  "          1         -1    2.46914e+07 -2.46914e+07     -0.125\n"
-                                  "\n"
-                                  "          0          0    3.7037e+07 -3.7037e+07     -0.125\n"
-                                  "        0.5          0           nan        nan     -0.125\n"
-                                  "          1          0    6.17284e+07 -6.17284e+07       -inf\n"
-                                  "\n";
-        QCOMPARE(bytesOf(path), wanted);
-        writeResultFile(path, smallRecords(Method::FourPoints), {false, 2, 3}, {}); // fewer than two references
-        QCOMPARE(bytesOf(path).split('\n').at(4),
+        A2DData map;
+        const A2DData::Columns columns = map.resize(6);
+        map.setSize(3, 2);
+        ResultRecords results;
+        for (int i = 0; i < 6; ++i) {
+            columns.x[i] = 0.5 * (i % 3);
+            columns.y[i] = i / 3 - 1;
+        }
+        QVERIFY(results.reset(Method::FourPoints, map));
+        results.headerLines = QStringList{"# 1301", QString::fromUtf8("# \xE8\xA9\xA6\xE6\x96\x99")};
+        for (int i = 0; i < 6; ++i) {
+            results.a()[i] = i == 4 ? std::numeric_limits<double>::quiet_NaN() : 12345678.0 * i;
+            results.t()[i] = i == 5 ? -std::numeric_limits<double>::infinity() : -0.125;
+        }
+        QCOMPARE(writtenFile(results, {true, 2, 3}),
+                 QByteArray("# 1301\n# \xE8\xA9\xA6\xE6\x96\x99\n\n"
+                            "          0         -1             0          3     -0.125\n"
+                            "        0.5         -1    1.23457e+07 -1.23457e+07     -0.125\n"
+                            "          1         -1    2.46914e+07 -2.46914e+07     -0.125\n"
+                            "\n"
+                            "          0          0    3.7037e+07 -3.7037e+07     -0.125\n"
+                            "        0.5          0           nan        nan     -0.125\n"
+                            "          1          0    6.17284e+07 -6.17284e+07       -inf\n"
+                            "\n"));
+        QCOMPARE(writtenFile(results, {false, 2, 3}).split('\n').at(4), // fewer than two references
                  QByteArray("        0.5         -1    1.23457e+07          0     -0.125"));
-        QCOMPARE(writeResultFile(path, ResultRecords(), {}, {}), WriteOutcome::Written); // silently replaces it
-        QCOMPARE(bytesOf(path), QByteArray("\n"));
-        QCOMPARE(QDir(dir.path()).entryList(QDir::Files), QStringList{"result.dat"});
+        QCOMPARE(writtenFile(ResultRecords(), {}), QByteArray("\n"));
     }
 
-    /// The second pixel's line for every single record box, for none, two and all.
+    /// None, each alone, and from two to all.
     void recordBoxes()
     {
-        QTemporaryDir dir;
-        const QString path = dir.filePath("result.dat");
-        const auto secondLine = [&path](const RecordSelection &selection) {
-            const ResultRecords results = smallRecords(Method::NonEquivalent);
-            const bool good = writeResultFile(path, results, {true, 2, 3}, selection) == WriteOutcome::Written;
-            const QList<QByteArray> lines = bytesOf(path).split('\n');
-            return good && lines.size() == 3 + 4 + 4 + 1 ? lines.at(4) : QByteArray("no file of two rows");
-        };
-        const QByteArray position = "        0.5         -1";
-        QByteArray all = position;
-        for (int q = 0; q < quantities; ++q) {
-            RecordSelection selection = {};
-            selection[static_cast<std::size_t>(q)] = true;
-            const QByteArray number = ' ' + (QByteArray::number(q) + ".25").rightJustified(10);
-            QCOMPARE(secondLine(selection), position + number);
-            all += number;
+        const ResultRecords results = randomRecords(Method::NonEquivalent, 3, 2);
+        RecordSelection several = {};
+        QCOMPARE(writtenFile(results, {}, several), literalText(results, {}, several));
+        for (std::size_t q = 0; q < several.size(); ++q) {
+            RecordSelection one = {};
+            one[q] = several[q] = true;
+            QCOMPARE(writtenFile(results, {}, one), literalText(results, {}, one));
+            QCOMPARE(writtenFile(results, {}, several), literalText(results, {}, several));
         }
-        RecordSelection selection = {};
-        QCOMPARE(secondLine(selection), position);
-        selection[ResultPosition::ratio] = selection[ResultPosition::valence] = true;
-        QCOMPARE(secondLine(selection), position + "       0.25      11.25");
-        selection.fill(true);
-        QCOMPARE(secondLine(selection), all);
     }
 
     /// Nothing is lost or out of order where a block of text ends, and the number of threads does not show.
     void largeFiles()
     {
-        struct Case {
-            const char *name;
-            Method method;
-            int width, height;
-        };
-        forEach<Case>({{"four points", Method::FourPoints, 250, 91},
-                       {"non-equivalent", Method::NonEquivalent, 127, 131},
-                       {"rows longer than a block of text", Method::FourPoints, 9001, 2},
-                       {"one column", Method::NonEquivalent, 1, 9001}},
-                      [](const Case &c) {
-                          QTemporaryDir dir;
-                          const ResultRecords results = largeRecords(c.method, c.width, c.height);
-                          const ValencePair valences = {true, 2, 2.75};
-                          RecordSelection selection;
-                          selection.fill(true);
-                          selection[ResultPosition::dMut + 1] = false;
-                          const QByteArray wanted = literalText(results, valences, selection);
-                          for (const int threads : {1, 2, 3, 8, 0}) {
-                              const QString path = dir.filePath(QString::number(threads));
-                              QCOMPARE(writeResultFile(path, results, valences, selection, threads),
-                                       WriteOutcome::Written);
-                              QVERIFY2(bytesOf(path) == wanted, qPrintable(QString("%1 threads").arg(threads)));
-                          }
-                      });
+        forRows<Method, int, int>({{"four points", Method::FourPoints, 250, 91},
+                                   {"non-equivalent", Method::NonEquivalent, 127, 131},
+                                   {"rows longer than a block of text", Method::FourPoints, 9001, 2},
+                                   {"one column", Method::NonEquivalent, 1, 9001}},
+                                  [](Method method, int width, int height) {
+                                      const ResultRecords results = randomRecords(method, width, height);
+                                      RecordSelection selection;
+                                      selection.fill(true);
+                                      const QByteArray wanted = literalText(results, {true, 2, 2.75}, selection);
+                                      for (const int threads : {1, 2, 3, 8, 0})
+                                          QVERIFY(writtenFile(results, {true, 2, 2.75}, selection, threads) == wanted);
+                                  });
     }
 
     void mapsWithoutPixels()
     {
-        QTemporaryDir dir;
         for (const QSize size : {QSize(0, 0), QSize(0, 1000000000), QSize(7, 0)}) {
             A2DData map;
             map.setSize(size.width(), size.height());
             ResultRecords results;
             QVERIFY(results.reset(Method::FourPoints, map));
             results.headerLines = QStringList{"# 1301"};
-            QCOMPARE(writeResultFile(dir.filePath("r"), results, {}, {}), WriteOutcome::Written);
-            QCOMPARE(bytesOf(dir.filePath("r")), QByteArray("# 1301\n\n"));
+            QCOMPARE(writtenFile(results, {}), QByteArray("# 1301\n\n"));
         }
     }
 
@@ -184,29 +152,16 @@ private slots:
     /// with a file in other ways is the file's own affair.
     void failures()
     {
-        const ResultRecords large = largeRecords(Method::FourPoints, 250, 250);
+        const ResultRecords large = randomRecords(Method::FourPoints, 250, 250);
         for (const char *path : {"", "/no such directory/result.dat", "/"})
             QCOMPARE(writeResultFile(path, large, {}, {}), WriteOutcome::CannotOpen);
-        struct Case {
-            const char *name;
-            const ResultRecords &results;
-            rlim_t room; ///< bytes
-            int threads;
-        };
-        const ResultRecords small = smallRecords(Method::FourPoints);
-        forEach<Case>({{"room for half of it", large, 1500000, 1},
-                       {"room for half of it, several threads", large, 1500000, 3},
-                       {"a short file, which is written at the end", small, 100, 1}},
-                      [](const Case &c) {
-                          QTemporaryDir dir;
-                          const QString path = dir.filePath("result.dat");
-                          QVERIFY(writeBytes(path, "yesterday's result\n"));
-                          {
-                              const SmallDisk disk(c.room);
-                              QCOMPARE(writeResultFile(path, c.results, {}, {}, c.threads), WriteOutcome::CannotWrite);
-                          }
-                          QCOMPARE(bytesOf(path), QByteArray("yesterday's result\n"));
-                      });
+        const ResultRecords small = randomRecords(Method::FourPoints, 3, 2); // written at the end
+        for (const int threads : {1, 3}) {
+            const SmallDisk half(1500000);
+            QCOMPARE(writtenFile(large, {}, {}, threads), QByteArray("cannot write"));
+            const SmallDisk few(100);
+            QCOMPARE(writtenFile(small, {}, {}, threads), QByteArray("cannot write"));
+        }
     }
 };
 
