@@ -5,10 +5,8 @@
 #include "tests/MethodSamples.h"
 #include "tests/Tables.h"
 
-#include <QtTest>
-
-#include <cmath>
 #include <limits>
+#include <numeric>
 #include <random>
 
 namespace
@@ -50,25 +48,19 @@ FourPointsResult solve(Variant variant, const Mixture &m)
     return solveFourPoints(variant, m.references, m.x.data(), &work);
 }
 
-/// The straight line through the points (x, y).
-struct Line {
-    Line(const std::vector<double> &x, const std::vector<double> &y)
-    {
-        const auto n = static_cast<double>(x.size());
-        double xx = 0.0, xy = 0.0;
-        for (std::size_t i = 0; i < x.size(); ++i) {
-            meanX += x[i] / n;
-            meanY += y[i] / n;
-        }
-        for (std::size_t i = 0; i < x.size(); ++i) {
-            xx += (x[i] - meanX) * (x[i] - meanX);
-            xy += (x[i] - meanX) * (y[i] - meanY);
-        }
-        slope = xy / xx;
+/// What the straight line through the points (x, y) has at `at`.
+double onLine(const std::vector<double> &x, const std::vector<double> &y, double at)
+{
+    const auto n = static_cast<double>(x.size());
+    const double meanX = std::accumulate(x.begin(), x.end(), 0.0) / n;
+    const double meanY = std::accumulate(y.begin(), y.end(), 0.0) / n;
+    double xx = 0.0, xy = 0.0;
+    for (std::size_t i = 0; i < x.size(); ++i) {
+        xx += (x[i] - meanX) * (x[i] - meanX);
+        xy += (x[i] - meanX) * (y[i] - meanY);
     }
-    double at(double x) const { return meanY + slope * (x - meanX); }
-    double meanX = 0.0, meanY = 0.0, slope = 0.0;
-};
+    return meanY + xy / xx * (at - meanX);
+}
 
 } // namespace
 
@@ -80,47 +72,36 @@ class TestAnalysis : public QObject
 private slots:
     void variants()
     {
-        struct Case {
-            const char *name;
-            int points;
-            bool exact, leastSquares;
-            Variant variant;
-        };
-        forEach<Case>({{"2", 2, false, true, Variant::None},
-                       {"3 whatever is chosen", 3, true, false, Variant::ThreePoint},
-                       {"4 least squares", 4, false, true, Variant::LeastSquares},
-                       {"4 with neither chosen", 4, false, false, Variant::LeastSquares},
-                       {"4 exact", 4, true, false, Variant::Exact},
-                       {"4 with both chosen", 4, true, true, Variant::Exact},
-                       {"5 least squares", 5, false, true, Variant::LeastSquares},
-                       {"5 exact is refused", 5, true, false, Variant::None},
-                       {"8 least squares", 8, false, true, Variant::LeastSquares}},
-                      [](const Case &c) { QVERIFY(chooseFourPoints(c.points, c.exact, c.leastSquares) == c.variant); });
+        forRows<int, bool, bool, Variant>({{"2", 2, false, true, Variant::None},
+                                           {"3 whatever is chosen", 3, true, false, Variant::ThreePoint},
+                                           {"4 least squares", 4, false, true, Variant::LeastSquares},
+                                           {"4 with neither chosen", 4, false, false, Variant::LeastSquares},
+                                           {"4 exact", 4, true, false, Variant::Exact},
+                                           {"4 with both chosen", 4, true, true, Variant::Exact},
+                                           {"5 exact is refused", 5, true, false, Variant::None},
+                                           {"8 least squares", 8, false, true, Variant::LeastSquares}},
+                                          [](int points, bool exact, bool leastSquares, Variant variant) {
+                                              QVERIFY(chooseFourPoints(points, exact, leastSquares) == variant);
+                                          });
     }
 
     /// Every variant with a background, from the same mixture: the exact solution and least squares with just enough
     /// and with more than enough anchor points.
     void mixturesComeBack()
     {
-        struct Case {
-            const char *name;
-            double a, t, jumpA, jumpB;
-        };
-        forEach<Case>({{"equal jumps", 0.3, 0.6, 1.0, 1.0},
-                       {"thick", 0.9, 2.5, 1.0, 1.0},
-                       {"jump of A twice that of B", 0.3, 0.6, 2.0, 1.0},
-                       {"jump of B larger", 0.75, 1.1, 0.8, 1.7},
-                       {"outside the references", -0.2, 0.6, 1.3, 1.1}},
-                      [](const Case &c) {
-                          const Mixture four = mixtureOf(c.a, c.t, c.jumpA, c.jumpB, 3);
-                          const Mixture six = mixtureOf(c.a, c.t, c.jumpA, c.jumpB, 5);
-                          for (const FourPointsResult &result :
-                               {solve(Variant::Exact, four), solve(Variant::LeastSquares, four),
-                                solve(Variant::LeastSquares, six)}) {
-                              QVERIFY2(near(result.a, c.a), qPrintable(QString::number(result.a, 'g', 12)));
-                              QVERIFY2(near(result.t, c.t), qPrintable(QString::number(result.t, 'g', 12)));
-                          }
-                      });
+        forRows<double, double, double, double>(
+            {{"equal jumps", 0.3, 0.6, 1.0, 1.0},
+             {"jump of A twice that of B", 0.3, 0.6, 2.0, 1.0},
+             {"jump of B larger, thick", 0.75, 2.5, 0.8, 1.7},
+             {"outside the references", -0.2, 0.6, 1.3, 1.1}},
+            [](double a, double t, double jumpA, double jumpB) {
+                const Mixture four = mixtureOf(a, t, jumpA, jumpB, 3), six = mixtureOf(a, t, jumpA, jumpB, 5);
+                for (const FourPointsResult &result : {solve(Variant::Exact, four), solve(Variant::LeastSquares, four),
+                                                       solve(Variant::LeastSquares, six)}) {
+                    QVERIFY2(near(result.a, a), qPrintable(QString::number(result.a, 'g', 12)));
+                    QVERIFY2(near(result.t, t), qPrintable(QString::number(result.t, 'g', 12)));
+                }
+            });
     }
 
     void threePointFormula()
@@ -148,10 +129,10 @@ private slots:
             for (double &x : m.x)
                 x += (static_cast<double>(random() % 2001) - 1000) * 2e-5;
             const std::vector<double> e(m.references.energies.begin(), m.references.energies.begin() + 5);
-            const Line drift(e, {m.x.begin(), m.x.begin() + 5});
+            const std::vector<double> target(m.x.begin(), m.x.begin() + 5);
             double sx = 0.0, xx = 0.0;
             for (std::size_t i = 0; i < 5; ++i) {
-                const double x = m.x[i] - drift.at(e[i]);
+                const double x = m.x[i] - onLine(e, target, e[i]);
                 sx += (m.references.a[i] + m.references.b[i]) * x;
                 xx += x * x;
             }
@@ -159,7 +140,7 @@ private slots:
             std::vector<double> rest;
             for (std::size_t i = 0; i < 5; ++i)
                 rest.push_back(m.references.a[i] + m.references.b[i] - scale * m.x[i]);
-            const double l4 = -Line(e, rest).at(m.references.energies[5]) / scale;
+            const double l4 = -onLine(e, rest, m.references.energies[5]) / scale;
             const double u = scale / (1 + m.references.r), w = m.references.r * u;
             const double a4 = m.references.a[5], b4 = m.references.b[5];
             const FourPointsResult result = solve(Variant::LeastSquares, m);
@@ -186,20 +167,13 @@ private slots:
     /// own map lacks sits at 0, 0.
     void mapSizesMayDiffer()
     {
-        const auto flat = [](double value) {
-            return [value](qint64) {
-                return value;
-            };
+        const auto half = [](qint64) {
+            return 0.5;
         };
-        const A2DData p = makeMap(1, 1, flat(0.0));
-        const A2DData q = makeMap(2, 1, flat(1.0));
-        const A2DData wide = makeMap(2, 1, flat(0.5), 7);
-        FourPointsMapInput input;
-        input.variant = Variant::ThreePoint;
-        input.references.energies = {1, 2, 3};
-        input.references.a = {0, 1, 0};
-        input.references.b = {0, 1, 1};
-        input.maps = {&p, &q, &wide};
+        const A2DData p = makeMap(1, 1, [](qint64) { return 0.0; });
+        const A2DData q = makeMap(2, 1, [](qint64) { return 1.0; });
+        const A2DData wide = makeMap(2, 1, half, 7);
+        FourPointsMapInput input = {Variant::ThreePoint, {{1, 2, 3}, {0, 1, 0}, {0, 1, 1}, 1.0}, {&p, &q, &wide}};
         ResultRecords results;
         QVERIFY(fillRecords(input, &results));
         QCOMPARE(results.count(), std::size_t(2));
@@ -208,7 +182,7 @@ private slots:
         QCOMPARE(results.record(1).x, 8.0);
         QVERIFY(results.record(1).values.isEmpty());
 
-        A2DData high = makeMap(1, 2, flat(0.5), 7); // its second row is at y = 2
+        A2DData high = makeMap(1, 2, half, 7); // its second row is at y = 2
         input.maps = {&p, &q, &high};
         high.setSize(2, 2); // promises four pixels, holds two
         QVERIFY(fillRecords(input, &results));

@@ -3,19 +3,11 @@
 #include "tests/MethodSamples.h"
 #include "tests/Tables.h"
 
-#include <QtTest>
-
 #include <clocale>
-#include <cmath>
 #include <limits>
 #include <random>
 
-namespace
-{
-
 constexpr double infinity = std::numeric_limits<double>::infinity();
-
-} // namespace
 
 class TestLinearCombination : public QObject
 {
@@ -24,16 +16,11 @@ class TestLinearCombination : public QObject
 private slots:
     void mixturesComeBack()
     {
-        struct Case {
-            const char *name;
-            std::vector<double> coefficients;
-            double base;
-        };
-        forEach<Case>({{"two that sum up to 1", {0.3, 0.7}, 0.0},
-                       {"three with a base", {0.5, 0.2, 0.4}, -0.03},
-                       {"sum of 0.8", {0.6, 0.2}, 0.0},
-                       {"four, one negative", {0.9, 0.3, -0.3, 0.2}, 0.1}},
-                      [](const Case &c) { checkMixture(c.coefficients, c.base); });
+        forRows<std::vector<double>, double>({{"two that sum up to 1", {0.3, 0.7}, 0.0},
+                                              {"three with a base", {0.5, 0.2, 0.4}, -0.03},
+                                              {"sum of 0.8", {0.6, 0.2}, 0.0},
+                                              {"four, one negative", {0.9, 0.3, -0.3, 0.2}, 0.1}},
+                                             checkMixture);
     }
 
     /// One reference, so that the textbook's straight line y = b + c x tells R-factor and standard errors.
@@ -65,8 +52,7 @@ private slots:
 
     void withoutPoints()
     {
-        const AMutE a = referenceSpectrum(0);
-        const AMutE b = referenceSpectrum(1);
+        const AMutE a = referenceSpectrum(0), b = referenceSpectrum(1);
         const LinearCombination none = fitLinearCombination({{&a, &b}, {2, 3}, &b, 7120.2, 7120.4});
         QCOMPARE(none.points, 0);
         QVERIFY(std::isnan(none.valence));
@@ -80,33 +66,28 @@ private slots:
 
     void resultNumbers()
     {
-        struct Case {
-            const char *name;
-            double value;
-            QString text;
-        };
         const double largest = std::numeric_limits<double>::max();
-        forEach<Case>({{"positive", 0.4123, " 0.412"},
-                       {"negative", -0.4126, "-0.413"},
-                       {"tie", 0.0625, " 0.062"},
-                       {"zero below zero", -0.0001, "-0.000"},
-                       {"wide", 12345.6789, " 12345.679"},
-                       {"infinite", infinity, "   inf"},
-                       {"negative infinite", -infinity, "  -inf"},
-                       {"no number", std::nan(""), "   nan"},
-                       {"no number with a sign", -std::nan(""), "   nan"},
-                       {"largest", -largest, QString::number(-largest, 'f', 3)}},
-                      [](const Case &c) {
-                          QCOMPARE(resultNumber(c.value), c.text);
-                          // A locale with a decimal comma, where the machine has one.
-                          for (const char *name : {"de_DE.UTF-8", "fr_FR.UTF-8", "de_DE", "ru_RU.UTF-8"}) {
-                              if (!std::setlocale(LC_NUMERIC, name))
-                                  continue;
-                              const QString inThatLocale = resultNumber(c.value);
-                              std::setlocale(LC_NUMERIC, "C");
-                              QCOMPARE(inThatLocale, c.text);
-                          }
-                      });
+        const auto check = [](double value, const QString &text) {
+            QCOMPARE(resultNumber(value), text);
+            // A locale with a decimal comma, where the machine has one.
+            for (const char *locale : {"de_DE.UTF-8", "fr_FR.UTF-8", "de_DE", "ru_RU.UTF-8"}) {
+                std::setlocale(LC_NUMERIC, locale);
+                const QString inThatLocale = resultNumber(value);
+                std::setlocale(LC_NUMERIC, "C");
+                QCOMPARE(inThatLocale, text);
+            }
+        };
+        forRows<double, QString>({{"positive", 0.4123, " 0.412"},
+                                  {"negative", -0.4126, "-0.413"},
+                                  {"tie", 0.0625, " 0.062"},
+                                  {"zero below zero", -0.0001, "-0.000"},
+                                  {"wide", 12345.6789, " 12345.679"},
+                                  {"infinite", infinity, "   inf"},
+                                  {"negative infinite", -infinity, "  -inf"},
+                                  {"no number", std::nan(""), "   nan"},
+                                  {"no number with a sign", -std::nan(""), "   nan"},
+                                  {"largest", -largest, QString::number(-largest, 'f', 3)}},
+                                 check);
     }
 
     void resultTexts()
@@ -123,7 +104,7 @@ private:
     static void checkMixture(const std::vector<double> &coefficients, double base)
     {
         std::vector<AMutE> references;
-        LinearCombinationInput input;
+        std::vector<const AMutE *> pointers;
         double sum = 0.0, rawValence = 0.0;
         for (std::size_t j = 0; j < coefficients.size(); ++j) {
             references.push_back(referenceSpectrum(j));
@@ -131,19 +112,14 @@ private:
             rawValence += coefficients[j] * fourValences[j];
         }
         for (const AMutE &reference : references)
-            input.references.push_back(&reference);
+            pointers.push_back(&reference);
         const AMutE target = makeSpectrum(0.7, 1.5, [&](double energy) {
             double value = base;
             for (std::size_t j = 0; j < references.size(); ++j)
                 value += coefficients[j] * references[j].valueAtEnergy(AMutE::ByBothLines, energy);
             return value;
         });
-        input.valences = fourValences;
-        input.target = &target;
-        input.energyMin = 7102;
-        input.energyMax = 7175;
-        const LinearCombination fit = fitLinearCombination(input);
-
+        const LinearCombination fit = fitLinearCombination({pointers, fourValences, &target, 7102, 7175});
         QCOMPARE(fit.points, 74); // both ends included, in energies shifted by 1.5 eV
         for (std::size_t j = 0; j < coefficients.size(); ++j) {
             QVERIFY2(near(fit.coefficients[j], coefficients[j]), qPrintable(QString::number(j)));

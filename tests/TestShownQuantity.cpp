@@ -6,10 +6,9 @@
 #include "analysis/results/ShownQuantity.h"
 #include "tests/Tables.h"
 
-#include <QtTest>
-
 #include <algorithm>
 #include <limits>
+#include <numeric>
 #include <random>
 
 using namespace ResultPosition;
@@ -111,25 +110,21 @@ private slots:
 
     void rangesOfValues()
     {
-        struct Case {
-            const char *name;
-            Doubles values, finite, quartiles; ///< min and max, or none
-        };
-        forEach<Case>({{"none", {}, {}, {}},
-                       {"none finite", {notANumber, infinity, -infinity}, {}, {}},
-                       {"one", {notANumber, -3}, {-3, -3}, {-3, -3}},
-                       {"unordered", {4, infinity, 0, 3, notANumber, 1, 2}, {0, 4}, {1, 3}},
-                       {"nearest rank", {10, 20, 30, 40}, {10, 40}, {20, 30}},
-                       {"huge", {1e308, -1e308}, {-1e308, 1e308}, {-1e308, 1e308}}},
-                      [](const Case &c) {
-                          const auto count = static_cast<std::size_t>(c.values.size());
-                          QCOMPARE(asList(finiteRange(c.values.data(), count)), c.finite);
-                          QCOMPARE(asList(percentileRange(c.values.data(), count, nullptr, 0.25, 0.75)), c.quartiles);
-                          QCOMPARE(asList(percentileRange(c.values.data(), count, nullptr, -1, 2)), c.finite);
-                      });
-        std::vector<double> many;
-        for (int i = 0; i <= 100000; ++i)
-            many.push_back(i);
+        forRows<Doubles, Doubles, Doubles>( // the values, min and max of the finite ones, the quartiles
+            {{"none", {}, {}, {}},
+             {"none finite", {notANumber, infinity, -infinity}, {}, {}},
+             {"one", {notANumber, -3}, {-3, -3}, {-3, -3}},
+             {"unordered", {4, infinity, 0, 3, notANumber, 1, 2}, {0, 4}, {1, 3}},
+             {"nearest rank", {10, 20, 30, 40}, {10, 40}, {20, 30}},
+             {"huge", {1e308, -1e308}, {-1e308, 1e308}, {-1e308, 1e308}}},
+            [](const Doubles &values, const Doubles &finite, const Doubles &quartiles) {
+                const auto count = static_cast<std::size_t>(values.size());
+                QCOMPARE(asList(finiteRange(values.data(), count)), finite);
+                QCOMPARE(asList(percentileRange(values.data(), count, nullptr, 0.25, 0.75)), quartiles);
+                QCOMPARE(asList(percentileRange(values.data(), count, nullptr, -1, 2)), finite);
+            });
+        std::vector<double> many(100001);
+        std::iota(many.begin(), many.end(), 0.0);
         std::shuffle(many.begin(), many.end(), std::mt19937(1));
         many.push_back(notANumber);
         for (const int threads : {1, 3})
@@ -161,27 +156,22 @@ private slots:
 
     void cellTexts()
     {
-        struct Case {
-            const char *name;
-            double x, y;
-            const char *text;
-        };
-        forEach<Case>({{"first cell", 0, 0, "0"},
-                       {"upper edge of a cell", 1, 0.999, "1.23457e+07"},
-                       {"second row", 2.5, 1.5, "0.5"},
-                       {"nan", 0.5, 1, "nan"},
-                       {"infinite", 1.5, 1, "-inf"},
-                       {"left of the map", -0.001, 0.5, ""},
-                       {"right of it", 3, 0.5, ""},
-                       {"no value there", 0.5, 2, ""},
-                       {"above it", 0.5, 3, ""},
-                       {"no coordinate", notANumber, infinity, ""}},
-                      [](const Case &c) {
-                          const Doubles plane = {0, 12345678, 2, notANumber, -infinity, 0.5};
-                          const MapGrid grid{3, 3}; // the last row has no values
-                          QCOMPARE(cellText({plane.data(), 6, grid}, c.x, c.y), QString(c.text));
-                          QCOMPARE(cellText({nullptr, 6, grid}, c.x, c.y), QString());
-                      });
+        forRows<double, double, const char *>({{"first cell", 0, 0, "0"},
+                                               {"upper edge of a cell", 1, 0.999, "1.23457e+07"},
+                                               {"second row", 2.5, 1.5, "0.5"},
+                                               {"nan", 0.5, 1, "nan"},
+                                               {"infinite", 1.5, 1, "-inf"},
+                                               {"left of the map", -0.001, 0.5, ""},
+                                               {"right of it", 3, 0.5, ""},
+                                               {"no value there", 0.5, 2, ""},
+                                               {"above it", 0.5, 3, ""},
+                                               {"no coordinate", notANumber, infinity, ""}},
+                                              [](double x, double y, const char *text) {
+                                                  const Doubles plane = {0, 12345678, 2, notANumber, -infinity, 0.5};
+                                                  const MapGrid grid{3, 3}; // the last row has no values
+                                                  QCOMPARE(cellText({plane.data(), 6, grid}, x, y), QString(text));
+                                                  QCOMPARE(cellText({nullptr, 6, grid}, x, y), QString());
+                                              });
     }
 
     void fourPointsHistograms()
