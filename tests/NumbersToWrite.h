@@ -24,15 +24,11 @@ public:
     static constexpr int kinds = 8;
     static const char *name(int kind)
     {
-        static const char *const names[kinds] = {"any bits",
-                                                 "1e-8 to 1e8",
-                                                 "five to eight digits",
-                                                 "ties",
-                                                 "beside ties",
-                                                 "powers of ten and neighbours",
-                                                 "fractions and sums",
-                                                 "nine to 17 digits"};
-        return names[kind];
+        static const QList<QByteArray> names =
+            QByteArray("any bits|1e-8 to 1e8|five to eight digits|ties|beside ties|powers of ten and neighbours|"
+                       "fractions and sums|nine to 17 digits")
+                .split('|');
+        return names.at(kind);
     }
 
     double next(int kind)
@@ -51,14 +47,8 @@ public:
         case 5:
             return beside(sign() * std::pow(10.0, below(70) - 35));
         case 6: { // as a fit makes them: a fraction, an amount, a valence, an absorption
-            const double a = 1.2 * uniform() - 0.1;
-            const double t = uniform() * 2.5;
-            const double parts[] = {a,
-                                    t * a,
-                                    2.0 * a + 3.0 * (1.0 - a),
-                                    std::log(900.0 / (1.0 + 800.0 * uniform())),
-                                    t * 1.3e8 * (a - 0.3),
-                                    a / t};
+            const double a = 1.2 * uniform() - 0.1, t = uniform() * 2.5;
+            const double parts[] = {a, t * a, 3.0 - a, std::log(900.0 / (1.0 + 800.0 * uniform())), t * 1e8, a / t};
             return parts[below(6)];
         }
         default:
@@ -100,8 +90,7 @@ private:
     double beside(double value)
     {
         for (int steps = below(4); steps > 0; --steps)
-            value = std::nextafter(value, below(2) == 0 ? -std::numeric_limits<double>::infinity()
-                                                        : std::numeric_limits<double>::infinity());
+            value = std::nextafter(value, sign() * std::numeric_limits<double>::infinity());
         return value;
     }
 
