@@ -118,26 +118,20 @@ inline bool sameValue(double a, double b)
     return std::memcmp(&a, &b, sizeof a) == 0 || (std::isnan(a) && std::isnan(b));
 }
 
-inline double literalAbsorption(const MapRecord &r)
-{
-    return r.I0 == 0.0 ? r.I : r.I == 0.0 ? 1.0 : std::log(r.I0 / r.I);
-}
-
-inline QString gridText(const MapGrid &grid)
+/// All but the records.
+inline QString summary(bool loaded, const QString &energy, const MapGrid &grid, const QStringList &headerLines)
 {
     const auto axis = [](const MapAxis &a) {
         return a.start && a.step ? QStringLiteral("%1 from %2 by %3").arg(a.name).arg(*a.start).arg(*a.step) : a.name;
     };
-    return QStringLiteral("%1 x %2 %3, %4, %5").arg(grid.nx).arg(grid.ny).arg(grid.unit, axis(grid.x), axis(grid.y));
+    return QStringLiteral("%1 x %2 ").arg(grid.nx).arg(grid.ny) + grid.unit + ", " + axis(grid.x) + ", " +
+           axis(grid.y) + (loaded ? ", loaded" : "") + (energy.isNull() ? QString() : ", energy " + energy) + '\n' +
+           headerLines.join('\n');
 }
 
 /// What differs between the two readings; empty when nothing does.
 inline QString differenceTo(const LiteralMap &wanted, const MapLoadResult &result, const A2DData &data)
 {
-    const auto summary = [](bool loaded, const QString &energy, const MapGrid &grid, const QStringList &lines) {
-        return (loaded ? "loaded, energy " : "energy ") + (energy.isNull() ? QStringLiteral("none") : '<' + energy) +
-               ", " + gridText(grid) + '\n' + lines.join('\n');
-    };
     const QString got = summary(result.loaded, result.energyText, data.grid(), data.headerLines());
     const QString shouldBe = summary(wanted.loaded, wanted.energyText, wanted.grid, wanted.headerLines);
     if (!result.opened || got != shouldBe)
@@ -145,10 +139,10 @@ inline QString differenceTo(const LiteralMap &wanted, const MapLoadResult &resul
     if (data.count() != wanted.records.size())
         return QStringLiteral("%1 records, not %2").arg(data.count()).arg(wanted.records.size());
     for (int i = 0; i < wanted.records.size(); ++i) {
-        const MapRecord a = data.record(i);
-        const MapRecord &b = wanted.records[i];
+        const MapRecord a = data.record(i), &b = wanted.records[i];
+        const double absorption = b.I0 == 0.0 ? b.I : b.I == 0.0 ? 1.0 : std::log(b.I0 / b.I);
         if (!sameValue(a.x, b.x) || !sameValue(a.y, b.y) || !sameValue(a.I, b.I) || !sameValue(a.I0, b.I0) ||
-            !sameValue(data.absorption(i), literalAbsorption(b)))
+            !sameValue(data.absorption(i), absorption))
             return QStringLiteral("record %1: %2 %3 %4 %5").arg(i).arg(a.x).arg(a.y).arg(a.I).arg(a.I0);
     }
     return {};

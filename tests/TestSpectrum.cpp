@@ -1,11 +1,6 @@
 #include "spectrum/AMutE.h"
 #include "tests/Tables.h"
 
-#include <QTemporaryDir>
-#include <QTextCodec>
-#include <QtTest>
-
-#include <cmath>
 #include <limits>
 #include <random>
 
@@ -288,14 +283,11 @@ private slots:
 
     void emptyFitRangeGivesNaN()
     {
-        AMutE spectrum = edgeSpectrum();
+        AMutE spectrum = edgeSpectrum(), empty;
         spectrum.setPreEdgeEnd(8000);
         spectrum.fitLines();
-        QVERIFY(std::isnan(spectrum.preLine(8100)));
-        QVERIFY(!std::isnan(spectrum.postLine(8100)));
+        QVERIFY(std::isnan(spectrum.preLine(8100)) && !std::isnan(spectrum.postLine(8100)));
         QVERIFY(std::isnan(spectrum.valueAt(AMutE::ByBothLines, 3)));
-
-        AMutE empty;
         empty.fitLines();
         QCOMPARE(empty.preLine(8100), 0.0); // without points nothing is fitted
     }

@@ -6,8 +6,6 @@
 #include <QGridLayout>
 #include <QMenuBar>
 #include <QStatusBar>
-#include <QTimer>
-#include <QTranslator>
 
 class TestStartUp : public QObject
 {
