@@ -74,7 +74,6 @@ struct Plot {
         area.cc.setRealArea(0, 0, 10, 1);
         area.grab();
     }
-    QVector<double> range() const { return {area.cc.rx0(), area.cc.ry0(), area.cc.rx1(), area.cc.ry1()}; }
 
     DispArea area;
 };

@@ -2,8 +2,6 @@
 #include "Tables.h"
 #include "display/DispABase.h"
 
-#include <cmath>
-
 namespace
 {
 
@@ -20,13 +18,6 @@ void turnWheel(QWidget *widget, const QPointF &position, const QPoint &eighthsOf
     QApplication::sendEvent(widget, &event);
 }
 
-QVector<double> rounded(QVector<double> values)
-{
-    for (double &value : values)
-        value = std::round(value * 1e9) / 1e9 + 0.0;
-    return values;
-}
-
 } // namespace
 
 class TestDisplay : public QObject
@@ -36,58 +27,41 @@ class TestDisplay : public QObject
 private slots:
     void wheelZooms()
     {
-        struct Case {
-            const char *name;
-            QPointF position;
-            QPoint turn;
-            double x, y; // factors of the range
-        };
         constexpr double in = 1 / 1.1, out = 1.1;
         const QPoint forward(0, 120), back(0, -120);
-        forEach<Case>({{"left band, along the y axis", {60, 150}, forward, 1, in},
-                       {"right band", {360, 150}, back, 1, out},
-                       {"in the left margin", {5, 150}, forward, 1, in},
-                       {"bottom band, along the x axis", {200, 260}, forward, in, 1},
-                       {"top band", {200, 20}, back, out, 1},
-                       {"corner", {60, 260}, forward, in, in},
-                       {"middle", {200, 150}, back, out, out},
-                       {"border of the left band", {74, 150}, forward, in, in},
-                       {"two notches at once count once", {200, 150}, {0, 240}, in, in},
-                       {"no turn at all zooms in", {200, 150}, {0, 0}, in, in},
-                       {"a slanting swipe", {200, 150}, {300, -10}, out, out},
-                       {"a swipe to the side is ignored", {200, 150}, {120, 0}, 1, 1}},
-                      [](const Case &c) {
-                          Plot plot;
-                          const ChCoord &cc = plot.area.cc;
-                          const QPointF real(cc.s2rx(c.position.x()), cc.s2ry(c.position.y()));
-                          turnWheel(&plot.area, c.position, c.turn);
-                          QCOMPARE(cc.rx1() - cc.rx0(), 10 * c.x);
-                          QCOMPARE(cc.ry1() - cc.ry0(), c.y);
-                          QCOMPARE(QPointF(cc.r2sx(real.x()), cc.r2sy(real.y())), c.position); // stays under the mouse
-                      });
-    }
-
-    void wheelBackAndForth()
-    {
-        Plot plot;
-        turnWheel(&plot.area, QPointF(100, 100), QPoint(0, 120));
-        turnWheel(&plot.area, QPointF(100, 100), QPoint(0, -120));
-        QCOMPARE(rounded(plot.range()), (QVector<double>{0, 0, 10, 1}));
-        plot.area.scaleFixed = false;
-        turnWheel(&plot.area, QPointF(100, 100), QPoint(0, 120));
-        QVERIFY(!plot.area.scaleFixed); // the next draw still takes its natural range
+        // x, y: factors of the range
+        forRows<QPointF, QPoint, double, double>(
+            {{"left band, along the y axis", {60, 150}, forward, 1, in},
+             {"right band", {360, 150}, back, 1, out},
+             {"in the left margin", {5, 150}, forward, 1, in},
+             {"bottom band, along the x axis", {200, 260}, forward, in, 1},
+             {"top band", {200, 20}, back, out, 1},
+             {"corner", {60, 260}, forward, in, in},
+             {"middle", {200, 150}, back, out, out},
+             {"border of the left band", {74, 150}, forward, in, in},
+             {"two notches at once count once", {200, 150}, {0, 240}, in, in},
+             {"no turn at all zooms in", {200, 150}, {0, 0}, in, in},
+             {"a slanting swipe", {200, 150}, {300, -10}, out, out},
+             {"a swipe to the side is ignored", {200, 150}, {120, 0}, 1, 1}},
+            [](const QPointF &position, const QPoint &turn, double x, double y) {
+                Plot plot;
+                const ChCoord &cc = plot.area.cc;
+                const QPointF real(cc.s2rx(position.x()), cc.s2ry(position.y()));
+                turnWheel(&plot.area, position, turn);
+                QCOMPARE(cc.rx1() - cc.rx0(), 10 * x);
+                QCOMPARE(cc.ry1() - cc.ry0(), y);
+                // The point under the mouse stays there.
+                QCOMPARE(QPointF(cc.r2sx(real.x()), cc.r2sy(real.y())), position);
+                plot.area.scaleFixed = false;
+                turnWheel(&plot.area, position, turn);
+                QVERIFY(!plot.area.scaleFixed); // the next draw still takes its natural range
+            });
     }
 
     void buttonsAndModifiers()
     {
-        struct Case {
-            const char *name;
-            Qt::MouseButton button;
-            Qt::KeyboardModifiers modifiers;
-            bool isReported, pans;
-        };
         const Qt::KeyboardModifiers none = Qt::NoModifier, shift = Qt::ShiftModifier, control = Qt::ControlModifier;
-        forEach<Case>(
+        forRows<Qt::MouseButton, Qt::KeyboardModifiers, bool, bool>(
             {{"left", Qt::LeftButton, none, true, false},
              {"Shift and left", Qt::LeftButton, shift, false, true},
              {"Control and left", Qt::LeftButton, control, false, false},
@@ -96,7 +70,7 @@ private slots:
              {"keypad flag and left", Qt::LeftButton, Qt::KeypadModifier, true, false},
              {"right", Qt::RightButton, none, false, false},
              {"Shift and right", Qt::RightButton, shift, false, false}},
-            [this](const Case &c) {
+            [this](Qt::MouseButton button, Qt::KeyboardModifiers modifiers, bool isReported, bool pans) {
                 Plot plot;
                 QStringList events;
                 const MouseC *const record = &plot.area.mouse;
@@ -106,15 +80,16 @@ private slots:
                 connect(&plot.area, &DispArea::mReleased, this, [&] { events << "release"; });
                 connect(&plot.area, &DispArea::nowPos, this, [&] { events << "pos"; });
 
-                drag(&plot.area, QPoint(100, 100), QPoint(134, 100), c.modifiers, c.button);
+                drag(&plot.area, QPoint(100, 100), QPoint(134, 100), modifiers, button);
                 moveTo(&plot.area, QPointF(150, 100)); // no button any more
-                QCOMPARE(events.join(' '), QString(c.isReported ? "press pos drag release pos" : "pos release pos"));
-                QCOMPARE(rounded(plot.range()),
-                         c.pans ? (QVector<double>{-1, 0, 9, 1}) : (QVector<double>{0, 0, 10, 1}));
+                QCOMPARE(events.join(' '), QString(isReported ? "press pos drag release pos" : "pos release pos"));
+                QCOMPARE(plot.area.cc.rx0(), pans ? -1.0 : 0.0);
+                QCOMPARE(plot.area.cc.rx1(), pans ? 9.0 : 10.0);
+                QVERIFY(plot.area.cc.ry0() == 0.0 && plot.area.cc.ry1() == 1.0);
                 QCOMPARE((QVector<int>{record->pressX, record->pressY, record->releaseX, record->releaseY,
                                        record->pressButton, record->releaseButton, record->pressModifiers,
                                        record->moveButton}),
-                         (QVector<int>{100, 100, 134, 100, int(c.button), int(c.button), int(c.modifiers), 0}));
+                         (QVector<int>{100, 100, 134, 100, int(button), int(button), int(modifiers), 0}));
                 QVERIFY(!record->pressed);
             });
     }
@@ -184,92 +159,72 @@ private slots:
     /// Compared as pictures: the same texts drawn into the same boxes.
     void labelsAreCut()
     {
-        struct Case {
-            const char *name;
-            RealRange range;
-            const char *left, *right, *bottom, *top;
-        };
-        forEach<Case>({{"short", {{0, 10}, {-0.1, 1.6}}, "0", "10", "-0.1", "1.6"},
-                       {"long", {{7112.25, 7212.75}, {0.12345, 1.23456}}, "7112.2", "7212.7", "0.123", "1.234"},
-                       {"exponents", {{1.5e-05, 2.5e-05}, {1.5e-05, 1e+20}}, "1.5e-0", "2.5e-0", "1.5e-", "1e+20"}},
-                      [](const Case &c) {
-                          DispArea area;
-                          area.cc.setScreenArea(0, 300, 400, 0);
-                          area.cc.setMargins();
-                          area.setRealRange(c.range);
-                          const QImage scale =
-                              painted(&area, area.size(), [&](QStylePainter *p) { area.drawScale(p, true); });
-                          const QImage expected = painted(&area, area.size(), [&](QStylePainter *p) {
-                              p->setPen(outlineColour());
-                              p->drawRect(40, 15, 340, 255);
-                              p->setPen(Qt::black);
-                              const auto draw = [&](const QRectF &box, Qt::Alignment side, const char *text) {
-                                  area.dt.drawText(p, box, QFont(), int(side | Qt::AlignVCenter), 1, text, 12);
-                              };
-                              draw(QRectF(0, 15, 38, 10), Qt::AlignRight, c.top);
-                              draw(QRectF(0, 260, 38, 10), Qt::AlignRight, c.bottom);
-                              draw(QRectF(40, 271, 80, 10), Qt::AlignLeft, c.left);
-                              draw(QRectF(300, 271, 80, 10), Qt::AlignRight, c.right);
-                          });
-                          QVERIFY(inkIn(scale).contains(inkIn(expected)));
-                          QCOMPARE(scale, expected);
-                      });
+        forRows<RealRange, const char *, const char *, const char *, const char *>(
+            {{"short", {{0, 10}, {-0.1, 1.6}}, "0", "10", "-0.1", "1.6"},
+             {"long", {{7112.25, 7212.75}, {0.12345, 1.23456}}, "7112.2", "7212.7", "0.123", "1.234"},
+             {"exponents", {{1.5e-05, 2.5e-05}, {1.5e-05, 1e+20}}, "1.5e-0", "2.5e-0", "1.5e-", "1e+20"}},
+            [](const RealRange &range, const char *left, const char *right, const char *bottom, const char *top) {
+                DispArea area;
+                area.cc.setScreenArea(0, 300, 400, 0);
+                area.cc.setMargins();
+                area.setRealRange(range);
+                const QImage scale = painted(&area, area.size(), [&](QStylePainter *p) { area.drawScale(p, true); });
+                const QImage expected = painted(&area, area.size(), [&](QStylePainter *p) {
+                    p->setPen(outlineColour());
+                    p->drawRect(40, 15, 340, 255);
+                    p->setPen(Qt::black);
+                    const auto draw = [&](const QRectF &box, Qt::Alignment side, const char *text) {
+                        area.dt.drawText(p, box, QFont(), int(side | Qt::AlignVCenter), 1, text, 12);
+                    };
+                    draw(QRectF(0, 15, 38, 10), Qt::AlignRight, top);
+                    draw(QRectF(0, 260, 38, 10), Qt::AlignRight, bottom);
+                    draw(QRectF(40, 271, 80, 10), Qt::AlignLeft, left);
+                    draw(QRectF(300, 271, 80, 10), Qt::AlignRight, right);
+                });
+                QVERIFY(inkIn(scale).contains(inkIn(expected)));
+                QCOMPARE(scale, expected);
+            });
     }
 
     /// What a paint shows of the range that it offers, after what happened since the last paint.
     void offeredRanges()
     {
-        struct Case {
-            const char *name;
-            RealRange second; // after {0 to 10, 0 to 1}
-            Follow follow;
-            std::function<void(DispArea *)> before;
-            RealRange shown;
-        };
         const RealRange natural{{0, 10}, {0, 1}}, higher{{0, 10}, {0, 2}}, wider{{0, 20}, {0, 1}};
         const RealRange zoomed{{4, 5}, {0, 0.5}}, reversed{{10, 0}, {0, 1}};
-        const auto nothing = [](DispArea *) {
-        };
-        const auto zoom = [](DispArea *area) {
-            area->cc.setRealArea(4, 0, 5, 0.5);
-        };
-        const auto reset = [](DispArea *area) {
-            area->cc.setRealArea(4, 0, 5, 0.5);
-            QTest::mouseDClick(area, Qt::LeftButton);
-        };
         MarkLines marks;
-        const auto dragMarker = [&marks](DispArea *area) {
-            marks.isMoving = true;
-            area->markLines = &marks;
-        };
-        const auto dropMarker = [&](DispArea *area) {
-            dragMarker(area);
-            area->grab();
-            QTest::mouseRelease(area, Qt::LeftButton);
-        };
         const Follow both = Follow::BothAxes, x = Follow::XAxis;
-        forEach<Case>({{"followed", higher, both, nothing, higher},
-                       {"followed the wrong way round", reversed, both, nothing, reversed},
-                       {"a zoom survives the same range", natural, both, zoom, zoomed},
-                       {"a zoom goes with another range", higher, both, zoom, higher},
-                       {"a zoom goes with another x range", wider, x, zoom, wider},
-                       {"a zoom survives another y range", higher, x, zoom, zoomed},
-                       {"another y range is followed without a zoom", higher, x, nothing, higher},
-                       {"double click", natural, both, reset, natural},
-                       {"double click, another y range", higher, x, reset, higher},
-                       {"while a marker is dragged", wider, both, dragMarker, natural},
-                       {"when it is released", wider, both, dropMarker, wider}},
-                      [&](const Case &c) {
-                          DispABase dab;
-                          RealRange offered = natural;
-                          connect(&dab, &DispABase::draw, this, [&] { dab.offerRange(offered, c.follow); });
-                          dab.area()->grab();
-                          QVERIFY(dab.area()->shownRange() == natural);
-                          offered = c.second;
-                          c.before(dab.area());
-                          dab.area()->grab();
-                          QVERIFY(dab.area()->shownRange() == c.shown);
-                      });
+        // second: after {0 to 10, 0 to 1}
+        forRows<RealRange, Follow, QString, RealRange>(
+            {{"followed", higher, both, "", higher},
+             {"followed the wrong way round", reversed, both, "", reversed},
+             {"a zoom survives the same range", natural, both, "zoom", zoomed},
+             {"a zoom goes with another range", higher, both, "zoom", higher},
+             {"a zoom goes with another x range", wider, x, "zoom", wider},
+             {"a zoom survives another y range", higher, x, "zoom", zoomed},
+             {"another y range is followed without a zoom", higher, x, "", higher},
+             {"double click", natural, both, "zoom, double click", natural},
+             {"double click, another y range", higher, x, "zoom, double click", higher},
+             {"while a marker is dragged", wider, both, "drag", natural},
+             {"when it is released", wider, both, "drag, release", wider}},
+            [&](const RealRange &second, Follow follow, const QString &before, const RealRange &shown) {
+                DispABase dab;
+                RealRange offered = natural;
+                connect(&dab, &DispABase::draw, this, [&] { dab.offerRange(offered, follow); });
+                dab.area()->grab();
+                QVERIFY(dab.area()->shownRange() == natural);
+                offered = second;
+                if (before.contains("zoom"))
+                    dab.area()->cc.setRealArea(4, 0, 5, 0.5);
+                if (before.contains("double click"))
+                    QTest::mouseDClick(dab.area(), Qt::LeftButton);
+                marks.isMoving = before.contains("drag");
+                dab.area()->markLines = &marks;
+                dab.area()->grab();
+                if (before.contains("release"))
+                    QTest::mouseRelease(dab.area(), Qt::LeftButton);
+                dab.area()->grab();
+                QVERIFY(dab.area()->shownRange() == shown);
+            });
     }
 
     void rangeIsTakenOnce()
@@ -289,26 +244,17 @@ private slots:
         QVERIFY((dab.area()->shownRange() == RealRange{{5, 7}, {6, 8}}));
     }
 
-    void relaysAndRepaints()
+    void doubleClickRepaints()
     {
         DispABase dab;
         connect(&dab, &DispABase::draw, this, [&] { dab.offerRange({{0, 10}, {0, 1}}); });
-        QStringList reports;
-        connect(&dab, &DispABase::mPressed, this, [&] { reports << "press"; });
-        connect(&dab, &DispABase::mDragging, this, [&] { reports << "drag"; });
-        connect(&dab, &DispABase::mReleased, this, [&] { reports << "release"; });
-        connect(&dab, &DispABase::mDClicked, this, [&] { reports << "double"; });
+        QSignalSpy reports(&dab, &DispABase::mDClicked);
         dab.show();
         dab.area()->grab();
-        drag(dab.area(), QPoint(100, 100), QPoint(120, 120), Qt::ShiftModifier);
-        dab.area()->grab();
-        QVERIFY(dab.area()->cc.rx1() != 10.0);
+        dab.area()->cc.setRealArea(4, 0, 5, 0.5);
         QTest::mouseDClick(dab.area(), Qt::LeftButton);
         QTRY_COMPARE(dab.area()->cc.rx1(), 10.0); // by the repaint it asks for
-        QCOMPARE(reports.count("double"), 1);
-        reports.clear();
-        drag(dab.area(), QPoint(100, 100), QPoint(120, 120));
-        QCOMPARE(reports.join(' '), QString("press drag release"));
+        QCOMPARE(reports.count(), 1);
     }
 
     void readOuts()
@@ -326,39 +272,36 @@ private slots:
 
     void titlesInAreaOrHeader()
     {
-        struct Case {
-            const char *name; // what the header shows
-            bool xInArea, yInArea;
-            QRect place; // of the ink in the area
-        };
-        forEach<Case>({{"energy mut", false, false, {}},
-                       {" mut", true, false, {40, 270, 340, 12}},
-                       {"energy ", false, true, {9, 0, 12, 300}}},
-                      [this](const Case &c) {
-                          DispABase dab;
-                          dab.xTitleInArea = c.xInArea;
-                          dab.yTitleInArea = c.yInArea;
-                          dab.setXYTitle("energy", "mut");
-                          QCOMPARE(dab.ui.XTitle->text() + ' ' + dab.ui.YTitle->text(), QString(c.name));
-                          dab.area()->resize(400, 300);
-                          bool isShown = true;
-                          connect(&dab, &DispABase::draw, this, [&] {
-                              dab.area()->cc.setMargins();
-                              dab.area()->cc.showXYTitle = isShown;
-                          });
-                          const auto ink = [&dab] {
-                              return inkIn(painted(&dab, QSize(400, 300), [&dab](QStylePainter *p) {
-                                  dab.area()->renderArea(p);
-                                  QVERIFY(p->transform().isIdentity()); // turned for the y title and back
-                              }));
-                          };
-                          QCOMPARE(ink().isEmpty(), c.place.isEmpty());
-                          QVERIFY(c.place.isEmpty() || c.place.contains(ink()));
-                          QVERIFY((ink().center() - c.place.center()).manhattanLength() <= (c.yInArea ? 4 : 3));
-                          QCOMPARE(ink().height() > ink().width(), c.yInArea); // reads upwards
-                          isShown = false;
-                          QVERIFY(ink().isEmpty());
-                      });
+        // place: of the ink in the area
+        forRows<bool, bool, QString, QRect>(
+            {{"both in the header", false, false, "energy mut", {}},
+             {"x in the area", true, false, " mut", {40, 270, 340, 12}},
+             {"y in the area", false, true, "energy ", {9, 0, 12, 300}}},
+            [this](bool xInArea, bool yInArea, const QString &header, const QRect &place) {
+                DispABase dab;
+                dab.xTitleInArea = xInArea;
+                dab.yTitleInArea = yInArea;
+                dab.setXYTitle("energy", "mut");
+                QCOMPARE(dab.ui.XTitle->text() + ' ' + dab.ui.YTitle->text(), header);
+                dab.area()->resize(400, 300);
+                bool isShown = true;
+                connect(&dab, &DispABase::draw, this, [&] {
+                    dab.area()->cc.setMargins();
+                    dab.area()->cc.showXYTitle = isShown;
+                });
+                const auto ink = [&dab] {
+                    return inkIn(painted(&dab, QSize(400, 300), [&dab](QStylePainter *p) {
+                        dab.area()->renderArea(p);
+                        QVERIFY(p->transform().isIdentity()); // turned for the y title and back
+                    }));
+                };
+                QCOMPARE(ink().isEmpty(), place.isEmpty());
+                QVERIFY(place.isEmpty() || place.contains(ink()));
+                QVERIFY((ink().center() - place.center()).manhattanLength() <= (yInArea ? 4 : 3));
+                QCOMPARE(ink().height() > ink().width(), yInArea); // reads upwards
+                isShown = false;
+                QVERIFY(ink().isEmpty());
+            });
     }
 };
 

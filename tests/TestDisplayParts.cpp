@@ -7,11 +7,8 @@
 
 #include <QCheckBox>
 #include <QClipboard>
-#include <QLineEdit>
 #include <QMenu>
 #include <QTemporaryDir>
-
-#include <memory>
 
 namespace
 {
@@ -20,9 +17,7 @@ QAction *menuAction(DispABase *dab, int position)
 {
     return dab->headerMenu()->menu->actions().at(position);
 }
-constexpr int copyPicture = 0;
-constexpr int savePicture = 1;
-constexpr int copyValues = 2;
+enum { copyPicture, savePicture, copyValues };
 
 /// Saves a display's picture by its menu, as a user who names that file.
 struct SavedPicture {
@@ -55,12 +50,6 @@ struct MarkedPlot : Plot {
     MarkLines marks;
 };
 
-QStringList warnings;
-void keepWarning(QtMsgType, const QMessageLogContext &, const QString &text)
-{
-    warnings.append(text);
-}
-
 } // namespace
 
 class TestDisplayParts : public QObject
@@ -70,40 +59,32 @@ class TestDisplayParts : public QObject
 private slots:
     void markerPicking()
     {
-        struct Case {
-            const char *name;
-            QVector<double> vertical;   // x of the vertical markers, 34 pixels per unit from 40 on
-            QVector<double> horizontal; // y of the horizontal ones, added after them; 255 pixels from 270 up
-            QPoint press;
-            int picked;
-        };
-        forEach<Case>({{"on it", {2, 5}, {}, {210, 100}, 1},
-                       {"the nearer", {4, 5}, {}, {195, 100}, 1},
-                       {"of equals the first", {5, 5}, {}, {205, 100}, 0},
-                       {"of equals on both sides the first", {5, 4}, {}, {193, 100}, 0},
-                       {"19 pixels away", {5}, {}, {229, 100}, 0},
-                       {"20 pixels are too far", {5}, {}, {230, 100}, -1},
-                       {"horizontal", {5}, {0.5}, {350, 140}, 1},
-                       {"horizontal, too far", {}, {0}, {350, 250}, -1},
-                       {"none there", {}, {}, {100, 100}, -1}},
-                      [](const Case &c) {
-                          MarkedPlot plot(c.vertical, c.horizontal);
-                          QTest::mousePress(&plot.area, Qt::LeftButton, Qt::NoModifier, c.press);
-                          QCOMPARE(plot.marks.selected, c.picked);
-                          QCOMPARE(plot.marks.isMoving, c.picked >= 0);
-                          plot.marks.clear();
-                          QVERIFY(plot.marks.marks.isEmpty() && !plot.marks.isMoving && plot.marks.selected == -1);
-                      });
+        // vertical: x of the vertical markers; horizontal: y of those that are added after them
+        forRows<QVector<double>, QVector<double>, QPoint, int>(
+            {{"on it", {2, 5}, {}, {210, 100}, 1},
+             {"the nearer", {4, 5}, {}, {195, 100}, 1},
+             {"of equals the first", {5, 5}, {}, {205, 100}, 0},
+             {"of equals on both sides the first", {5, 4}, {}, {193, 100}, 0},
+             {"19 pixels away", {5}, {}, {229, 100}, 0},
+             {"20 pixels are too far", {5}, {}, {230, 100}, -1},
+             {"horizontal", {5}, {0.5}, {350, 140}, 1},
+             {"horizontal, too far", {}, {0}, {350, 250}, -1},
+             {"none there", {}, {}, {100, 100}, -1}},
+            [](const QVector<double> &vertical, const QVector<double> &horizontal, const QPoint &press, int picked) {
+                MarkedPlot plot(vertical, horizontal);
+                QTest::mousePress(&plot.area, Qt::LeftButton, Qt::NoModifier, press);
+                QCOMPARE(plot.marks.selected, picked);
+                QCOMPARE(plot.marks.isMoving, picked >= 0);
+                plot.marks.clear();
+                QVERIFY(plot.marks.marks.isEmpty() && !plot.marks.isMoving && plot.marks.selected == -1);
+            });
     }
 
     void markerDragAndRelease()
     {
-        Plot plot;
-        MarkLines marks;
-        QLineEdit edit("5");
-        MarkLine mark(0, &edit);
-        marks.marks.append(&mark);
-        plot.area.markLines = &marks;
+        MarkedPlot plot({5});
+        const MarkLines &marks = plot.marks;
+        const QLineEdit &edit = *marks.marks[0]->edit;
         QStringList events;
         connect(&marks, &MarkLines::moving, this, [&] { events << edit.text(); });
         connect(&marks, &MarkLines::newPos, this, [&] { events << "new"; });
@@ -154,61 +135,55 @@ private slots:
 
     void markersOfStrangeTexts()
     {
-        Plot plot;
-        MarkLines marks;
-        plot.area.markLines = &marks;
-        auto edit = std::make_unique<QLineEdit>("abc");
-        MarkLine mark(0, edit.get());
-        marks.marks.append(&mark);
-        QCOMPARE(marks.position(0), 0.0);
+        MarkedPlot plot({5});
+        QPointer<QLineEdit> &edit = plot.marks.marks[0]->edit;
+        edit->setText("abc");
+        QCOMPARE(plot.marks.position(0), 0.0);
         edit->setText("nan");
         drag(&plot.area, QPoint(40, 100), QPoint(74, 100)); // no distance is near
         QCOMPARE(edit->text(), QString("nan"));
-        edit.reset(); // its form is gone
+        delete edit; // its form is gone
         drag(&plot.area, QPoint(40, 100), QPoint(74, 100));
-        QCOMPARE(marks.position(0), 0.0);
+        QCOMPARE(plot.marks.position(0), 0.0);
     }
 
     void textFitsItsBox()
     {
-        struct Case {
-            const char *name;
-            QRectF box;
-            double maxSize;
-        };
-        forEach<Case>({{"wide box: the height decides", {20, 30, 300, 24}, 0},
-                       {"narrow box: the width decides", {20, 30, 60, 60}, 0},
-                       {"box that extends up and left", {320, 90, -300, -60}, 0},
-                       {"capped", {20, 30, 300, 60}, 12}},
-                      [](const Case &c) {
-                          QWidget widget;
-                          DrawText dt;
-                          const QFont font(QString(), 37);
-                          const QString text("7112.5 eV");
-                          QRectF bounds;
-                          const QImage image = painted(&widget, QSize(400, 300), [&](QStylePainter *p) {
-                              p->setFont(QFont(QString(), 23));
-                              const QFont before = p->font();
-                              bounds = dt.drawText(p, c.box, font, Qt::AlignLeft | Qt::AlignTop, 1, text, c.maxSize);
-                              QCOMPARE(p->font(), before);
-                              QVERIFY(dt.fitSize(p, c.box, font, Qt::AlignLeft | Qt::AlignTop, text) > 0);
-                          });
-                          const QRectF room = c.box.normalized();
-                          QVERIFY(!inkIn(image).isEmpty());
-                          QVERIFY(room.adjusted(-2, -2, 2, 2).contains(QRectF(inkIn(image))));
-                          QCOMPARE(bounds.topLeft(), room.topLeft());
-                          const double filled =
-                              std::max(bounds.width() / room.width(), bounds.height() / room.height());
-                          QVERIFY(c.maxSize == 0 ? filled > 0.85 && filled < 1.1 : filled < 0.6);
-                      });
+        forRows<QRectF, double>({{"wide box: the height decides", {20, 30, 300, 24}, 0},
+                                 {"narrow box: the width decides", {20, 30, 60, 60}, 0},
+                                 {"box that extends up and left", {320, 90, -300, -60}, 0},
+                                 {"capped", {20, 30, 300, 60}, 12}},
+                                [](const QRectF &box, double maxSize) {
+                                    QWidget widget;
+                                    DrawText dt;
+                                    const QFont font(QString(), 37);
+                                    const QString text("7112.5 eV");
+                                    QRectF bounds;
+                                    const QImage image = painted(&widget, QSize(400, 300), [&](QStylePainter *p) {
+                                        p->setFont(QFont(QString(), 23));
+                                        const QFont before = p->font();
+                                        bounds =
+                                            dt.drawText(p, box, font, Qt::AlignLeft | Qt::AlignTop, 1, text, maxSize);
+                                        QCOMPARE(p->font(), before);
+                                        QVERIFY(dt.fitSize(p, box, font, Qt::AlignLeft | Qt::AlignTop, text) > 0);
+                                    });
+                                    const QRectF room = box.normalized();
+                                    QVERIFY(!inkIn(image).isEmpty());
+                                    QVERIFY(room.adjusted(-2, -2, 2, 2).contains(QRectF(inkIn(image))));
+                                    QCOMPARE(bounds.topLeft(), room.topLeft());
+                                    const double filled =
+                                        std::max(bounds.width() / room.width(), bounds.height() / room.height());
+                                    QVERIFY(maxSize == 0 ? filled > 0.85 && filled < 1.1 : filled < 0.6);
+                                });
     }
 
     void textWithoutRoom()
     {
         QWidget widget;
         DrawText dt;
-        warnings.clear();
-        const QtMessageHandler before = qInstallMessageHandler(keepWarning);
+        static QStringList warnings;
+        const QtMessageHandler before = qInstallMessageHandler(
+            [](QtMsgType, const QMessageLogContext &, const QString &text) { warnings.append(text); });
         const QImage image = painted(&widget, QSize(100, 100), [&](QStylePainter *p) {
             dt.drawText(p, QRectF(10, 10, 0, 0), QFont(), 0, 1, "text", 12);
             dt.drawText(p, QRectF(10, 10, qQNaN(), 10), QFont(), 0, 1, "text", 12);
@@ -318,51 +293,44 @@ private slots:
 
     void pictureToFile()
     {
-        struct Case {
-            const char *name;
-            QByteArray start;
-        };
-        forEach<Case>({{"a.png", "\x89PNG"}, {"a.pdf", "%PDF-"}, {"A.PDF", "%PDF-"}}, [this](const Case &c) {
-            const QTemporaryDir directory;
-            DispABase dab;
-            dab.ui.Title->setText("M2/M3");
-            connect(&dab, &DispABase::draw, this, [&](QStylePainter *p) { paintRedPlot(dab.area(), p, true); });
-            const SavedPicture saved(&dab, directory.filePath(c.name));
-            QCOMPARE(saved.failures, QStringList());
-            QCOMPARE(saved.proposed, QString("M2_M3.png"));
-            const QByteArray bytes = tables::bytesOf(directory.filePath(c.name));
-            QVERIFY(bytes.startsWith(c.start));
-            if (c.start.startsWith('%'))
-                QVERIFY(bytes.contains("/FontFile2") &&
-                        !bytes.contains("/Subtype /Image")); // text and lines, not pixels
-            else
-                QCOMPARE(QImage::fromData(bytes).width(), 2 * dab.area()->width());
-        });
+        forRows<QString, QByteArray>(
+            {{"PNG", "a.png", "\x89PNG"}, {"PDF", "a.pdf", "%PDF-"}, {"as others write it", "A.PDF", "%PDF-"}},
+            [this](const QString &name, const QByteArray &start) {
+                const QTemporaryDir directory;
+                DispABase dab;
+                dab.ui.Title->setText("M2/M3");
+                connect(&dab, &DispABase::draw, this, [&](QStylePainter *p) { paintRedPlot(dab.area(), p, true); });
+                const SavedPicture saved(&dab, directory.filePath(name));
+                QCOMPARE(saved.failures, QStringList());
+                QCOMPARE(saved.proposed, QString("M2_M3.png"));
+                const QByteArray bytes = tables::bytesOf(directory.filePath(name));
+                QVERIFY(bytes.startsWith(start));
+                if (start.startsWith('%'))
+                    // Text and lines, not pixels.
+                    QVERIFY(bytes.contains("/FontFile2") && !bytes.contains("/Subtype /Image"));
+                else
+                    QCOMPARE(QImage::fromData(bytes).width(), 2 * dab.area()->width());
+            });
     }
 
     void pictureThatCannotBeSaved()
     {
-        struct Case {
-            const char *name;
-            QString file;
-            int messages;
-        };
-        forEach<Case>({{"no such folder, PNG", "missing/a.png", 1},
-                       {"no such folder, PDF", "missing/a.pdf", 1},
-                       {"another kind of file: kept as it is", "notes.txt", 1},
-                       {"no suffix", "notes", 1},
-                       {"changed their mind", QString(), 0}},
-                      [](const Case &c) {
-                          const QTemporaryDir directory;
-                          QVERIFY(tables::writeBytes(directory.filePath("notes.txt"), "keep"));
-                          DispABase dab;
-                          const QString path = c.file.isEmpty() ? c.file : directory.filePath(c.file);
-                          const SavedPicture saved(&dab, path);
-                          QCOMPARE(saved.failures.size(), c.messages);
-                          QVERIFY(saved.failures.join("").contains(QDir::toNativeSeparators(path)));
-                          QCOMPARE(QDir(directory.path()).entryList(QDir::Files), QStringList{"notes.txt"});
-                          QCOMPARE(tables::bytesOf(directory.filePath("notes.txt")), QByteArray("keep"));
-                      });
+        forRows<QString, int>({{"no such folder, PNG", "missing/a.png", 1},
+                               {"no such folder, PDF", "missing/a.pdf", 1},
+                               {"another kind of file: kept as it is", "notes.txt", 1},
+                               {"no suffix", "notes", 1},
+                               {"changed their mind", QString(), 0}},
+                              [](const QString &file, int messages) {
+                                  const QTemporaryDir directory;
+                                  QVERIFY(tables::writeBytes(directory.filePath("notes.txt"), "keep"));
+                                  DispABase dab;
+                                  const QString path = file.isEmpty() ? file : directory.filePath(file);
+                                  const SavedPicture saved(&dab, path);
+                                  QCOMPARE(saved.failures.size(), messages);
+                                  QVERIFY(saved.failures.join("").contains(QDir::toNativeSeparators(path)));
+                                  QCOMPARE(QDir(directory.path()).entryList(QDir::Files), QStringList{"notes.txt"});
+                                  QCOMPARE(tables::bytesOf(directory.filePath("notes.txt")), QByteArray("keep"));
+                              });
     }
 
     void valuesToClipboard()

@@ -29,10 +29,7 @@ private slots:
         dab.popDock();
         dab.pop->close();
         QVERIFY(dab.docked && !dab.pop->isVisible());
-        int row, column, rowSpan, columnSpan;
-        dab.ui.gridLayout->getItemPosition(dab.ui.gridLayout->indexOf(dab.ui.DispABFrame), &row, &column, &rowSpan,
-                                           &columnSpan);
-        QCOMPARE(QPoint(column, row), QPoint(0, 1));
+        QVERIFY(dab.ui.gridLayout->itemAtPosition(1, 0)->widget() == dab.ui.DispABFrame);
         QTRY_VERIFY(dab.ui.DispA->isVisible());
     }
 

@@ -8,10 +8,7 @@
 #include <QHelpEvent>
 #include <QMenu>
 
-#include <functional>
-#include <initializer_list>
 #include <optional>
-#include <vector>
 
 namespace
 {
@@ -90,60 +87,44 @@ private slots:
     /// The limits after a paint that offers natural ones, after what the user did since the last paint.
     void offeredLimits()
     {
-        using Step = std::function<void(DispMBase *)>;
-        struct Case {
-            const char *name;
-            std::optional<ValueRange> natural; // after 0 to 4
-            std::vector<Step> before;
-            const char *limits;
-        };
-        const Step type = [](DispMBase *map) {
-            typeInto(map->ui.MaxV, QStringLiteral("2"));
-        };
-        const Step plainClick = [](DispMBase *map) {
-            QTest::mouseDClick(map->area(), Qt::LeftButton);
-        };
-        const Step rightClick = [](DispMBase *map) {
-            QTest::mouseDClick(map->area(), Qt::RightButton);
-        };
-        const Step choose = [](DispMBase *map) {
-            QTest::mouseDClick(map->area(), Qt::LeftButton, Qt::ShiftModifier);
-            map->chooseLimits({1, 3});
-        };
-        const Step takeSame = [](DispMBase *map) {
-            map->takeLimits(ValueRange{0, 4});
-        };
-        const Step takeNone = [](DispMBase *map) {
-            map->takeLimits({});
-        };
-        const Step fix = [](DispMBase *map) {
-            map->bar()->setAutoScale(false);
-        };
         const ValueRange same{0, 4}, other{0, 8};
-        forEach<Case>({{"followed", other, {}, "0 to 8"},
-                       {"typed: survive", same, {type}, "0 to 2"},
-                       {"typed: go with others", other, {type}, "0 to 8"},
-                       {"typed: survive where none are offered", {}, {type}, "0 to 2"},
-                       {"typed, then a double click", same, {type, rightClick}, "0 to 4"},
-                       {"chosen: survive", same, {choose}, "1 to 3"},
-                       {"chosen where none are offered", {}, {choose}, "1 to 3"},
-                       {"chosen: go with others", other, {choose}, "0 to 8"},
-                       {"chosen, then another double click", same, {choose, rightClick}, "1 to 3"},
-                       {"chosen, then a plain double click", same, {choose, plainClick}, "0 to 4"},
-                       {"another map with the same ones", same, {choose, takeSame}, "0 to 4"},
-                       {"another map without", {}, {type, takeNone}, "0 to 2"},
-                       {"not automatic", other, {fix}, "0 to 4"}},
-                      [](const Case &c) {
-                          ShownMap shown;
-                          shown.display.area()->grab();
-                          QCOMPARE(shown.limits(), QString("0 to 4"));
-                          shown.natural = c.natural;
-                          for (const Step &step : c.before)
-                              step(&shown.display);
-                          shown.display.area()->grab();
-                          QCOMPARE(shown.limits(), QString(c.limits));
-                          QCOMPARE(shown.display.ui.MaxV->text(), shown.limits().section(' ', 2));
-                      });
+        // natural: after 0 to 4
+        forRows<std::optional<ValueRange>, QString, QString>(
+            {{"followed", other, "", "0 to 8"},
+             {"typed: survive", same, "typed", "0 to 2"},
+             {"typed: go with others", other, "typed", "0 to 8"},
+             {"typed: survive where none are offered", {}, "typed", "0 to 2"},
+             {"typed, then a double click", same, "typed, right click", "0 to 4"},
+             {"chosen: survive", same, "chosen", "1 to 3"},
+             {"chosen where none are offered", {}, "chosen", "1 to 3"},
+             {"chosen: go with others", other, "chosen", "0 to 8"},
+             {"chosen, then another double click", same, "chosen, right click", "1 to 3"},
+             {"chosen, then a plain double click", same, "chosen, plain click", "0 to 4"},
+             {"another map with the same ones", same, "chosen, same taken", "0 to 4"},
+             {"another map without", {}, "typed, none taken", "0 to 2"},
+             {"not automatic", other, "fixed", "0 to 4"}},
+            [](const std::optional<ValueRange> &natural, const QString &before, const QString &limits) {
+                ShownMap shown;
+                DispMBase &map = shown.display;
+                map.area()->grab();
+                QCOMPARE(shown.limits(), QString("0 to 4"));
+                shown.natural = natural;
+                if (before.contains("typed"))
+                    typeInto(map.ui.MaxV, "2");
+                if (before.contains("chosen")) {
+                    QTest::mouseDClick(map.area(), Qt::LeftButton, Qt::ShiftModifier);
+                    map.chooseLimits({1, 3});
+                }
+                if (before.contains("click"))
+                    QTest::mouseDClick(map.area(), before.contains("right") ? Qt::RightButton : Qt::LeftButton);
+                if (before.contains("taken"))
+                    map.takeLimits(before.contains("same") ? natural : std::nullopt);
+                if (before == "fixed")
+                    map.bar()->setAutoScale(false);
+                map.area()->grab();
+                QCOMPARE(shown.limits(), limits);
+                QCOMPARE(map.ui.MaxV->text(), shown.limits().section(' ', 2));
+            });
     }
 
     /// The fields keep the ends of the bar; where its handles stand, the tool tips say.
@@ -190,14 +171,10 @@ private slots:
 
     void scaleRecoloursTheMap()
     {
-        struct Case {
-            const char *name;
-            bool isPopped;
-        };
-        forEach<Case>({{"docked", false}, {"popped out", true}}, [](const Case &c) {
+        for (const bool isPopped : {false, true}) {
             ShownMap shown;
             const QVector<QColor> colors = shown.bar->colors;
-            if (c.isPopped)
+            if (isPopped)
                 QTest::mouseClick(shown.display.ui.PopDockB, Qt::LeftButton);
             QTRY_VERIFY(shown.draws > 0);
             int draws = 0;
@@ -230,40 +207,35 @@ private slots:
             QTest::mouseDClick(shown.bar, Qt::LeftButton); // of which the bar says nothing
             QTRY_VERIFY(shown.draws > draws);
             QCOMPARE(shown.cell(1, 0), colors.at(384));
-        });
+        }
     }
 
     void squareCells()
     {
-        struct Case {
-            const char *name;
-            QSize cells;
-            bool isSquare;
-        };
-        forEach<Case>({{"wide", {128, 96}, true},
-                       {"high", {50, 100}, true},
-                       {"a few lines of a scan", {2000, 4}, false}, // would be flat
-                       {"no map", {}, false}},
-                      [](const Case &c) {
-                          DispMBase display;
-                          display.resize(600, 500);
-                          display.grab();
-                          const QWidget *const area = display.area();
-                          const QSize room = area->size();
-                          display.setCells(c.cells);
-                          display.grab();
-                          const double proportions =
-                              double(area->width()) * c.cells.height() / (double(area->height()) * c.cells.width());
-                          QCOMPARE(qAbs(proportions - 1) < 0.01, c.isSquare);
-                          QVERIFY(area->width() == room.width() ||
-                                  area->height() == room.height()); // as large as it can
-                          QVERIFY(qMin(area->width(), area->height()) >= 100);
-                          QCOMPARE(display.ui.frame_2->y(), area->y()); // the colours stand beside it
-                          QCOMPARE(display.ui.frame_2->height(), area->height());
-                          display.setCells(QSize());
-                          display.grab();
-                          QCOMPARE(area->size(), room);
-                      });
+        forRows<QSize, bool>({{"wide", {128, 96}, true},
+                              {"high", {50, 100}, true},
+                              {"a few lines of a scan", {2000, 4}, false}, // would be flat
+                              {"no map", {}, false}},
+                             [](const QSize &cells, bool isSquare) {
+                                 DispMBase display;
+                                 display.resize(600, 500);
+                                 display.grab();
+                                 const QWidget *const area = display.area();
+                                 const QSize room = area->size();
+                                 display.setCells(cells);
+                                 display.grab();
+                                 const double proportions =
+                                     double(area->width()) * cells.height() / (double(area->height()) * cells.width());
+                                 QCOMPARE(qAbs(proportions - 1) < 0.01, isSquare);
+                                 QVERIFY(area->width() == room.width() ||
+                                         area->height() == room.height()); // as large as it can
+                                 QVERIFY(qMin(area->width(), area->height()) >= 100);
+                                 QCOMPARE(display.ui.frame_2->y(), area->y()); // the colours stand beside it
+                                 QCOMPARE(display.ui.frame_2->height(), area->height());
+                                 display.setCells(QSize());
+                                 display.grab();
+                                 QCOMPARE(area->size(), room);
+                             });
     }
 
     void titleMakesRoom()
@@ -278,29 +250,26 @@ private slots:
         }
     }
 
+    /// As the graphs do, but from a place of its own.
     void popAndDock()
     {
         ShownMap shown;
         DispMBase &display = shown.display;
-        display.ui.Title->setText(QStringLiteral("Result map"));
-        for (const bool byButton : {true, false}) {
-            QTest::mouseClick(display.ui.PopDockB, Qt::LeftButton);
-            QVERIFY(!display.docked && display.pop->isVisible());
-            QCOMPARE(display.pop->windowTitle(), QStringLiteral("Result map"));
-            QVERIFY(display.ui.DispABFrame->window() == display.pop);
-            if (byButton)
-                QTest::mouseClick(display.ui.PopDockB, Qt::LeftButton);
-            else
-                display.pop->close();
-            QVERIFY(display.docked && !display.pop->isVisible());
-            QVERIFY(display.ui.gridLayout->itemAtPosition(1, 0)->widget() == display.ui.DispABFrame);
-        }
+        display.ui.Title->setText("Result map");
+        QTest::mouseClick(display.ui.PopDockB, Qt::LeftButton);
+        QCOMPARE(display.pop->windowTitle(), QString("Result map"));
+        QVERIFY(display.ui.DispABFrame->window() == display.pop && display.pop->isVisible());
+        display.pop->close();
+        QVERIFY(display.ui.gridLayout->itemAtPosition(1, 0)->widget() == display.ui.DispABFrame);
+    }
 
+    void readOuts()
+    {
+        DispMBase display;
         QSignalSpy nowPos(&display, &DispMBase::nowPos);
         emit display.area()->nowPos(0.123456789, 1e-7);
         QCOMPARE(nowPos.count(), 1);
-        QCOMPARE(display.ui.XPos->text(), QStringLiteral("0.123457"));
-        QCOMPARE(display.ui.YPos->text(), QStringLiteral("1e-07"));
+        QCOMPARE(display.ui.XPos->text() + ' ' + display.ui.YPos->text(), QString("0.123457 1e-07"));
         QCOMPARE(display.ui.YPos->cursorPosition(), 0);
     }
 
