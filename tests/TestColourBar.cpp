@@ -5,8 +5,6 @@
 #include "display/ColourBarMenu.h"
 #include "display/cBar.h"
 
-#include <QMap>
-
 namespace
 {
 
@@ -191,7 +189,6 @@ private slots:
         bar.setAutoScale(false);
         QVERIFY(!bar.autoScale());
         QCOMPARE(newScale.count(), 4);
-        QCOMPARE(CColors().colors.size(), 45);
         QCOMPARE(CColors(48).colors.last(), QColor(96, 132, 168));
         QCOMPARE(CColors({Qt::blue, Qt::red}, 3).colors.last(), QColor(255, 0, 170)); // red with blue
     }

@@ -1,16 +1,12 @@
 #include "Tables.h"
 #include "display/ColourScale.h"
 
-#include <cmath>
-#include <limits>
 #include <random>
-#include <vector>
 
 namespace
 {
 
-constexpr double inf = std::numeric_limits<double>::infinity();
-constexpr double notANumber = std::numeric_limits<double>::quiet_NaN();
+const double inf = qInf(), notANumber = qQNaN();
 
 constexpr quint32 rgb(quint32 red, quint32 green, quint32 blue)
 {
@@ -38,38 +34,35 @@ private slots:
         const quint32 black = rgb(0, 0, 0), red = rgb(255, 0, 0), green = rgb(0, 255, 0), blue = rgb(0, 0, 255);
         const quint32 white = rgb(255, 255, 255), yellow = rgb(255, 255, 0), cyan = rgb(0, 255, 255);
         const quint32 magenta = rgb(255, 0, 255);
-        struct Case {
-            const char *name;    // the type
-            ColourTable corners; // between them, 256 colours each
-        };
-        forEach<Case>({{"0", {black, red, yellow, white}},
-                       {"1", {black, green, cyan, white}},
-                       {"2", {black, blue, magenta, white}},
-                       {"3", {red, green, blue}},
-                       {"4", {red, blue, green}},
-                       {"5", {green, red, blue}},
-                       {"6", {green, blue, red}},
-                       {"7", {blue, red, green}},
-                       {"8", {blue, green, red}},
-                       {"9", {red, cyan}},
-                       {"10", {green, magenta}},
-                       {"11", {blue, yellow}},
-                       {"12", {black, red, yellow, white}},
-                       {"-1", {black, red, yellow, white}}},
-                      [](const Case &c) {
-                          const ColourTable table = colourTable(QByteArray(c.name).toInt());
-                          QCOMPARE(table.size(), 256 * (c.corners.size() - 1));
-                          for (int i = 0; i < table.size(); ++i) {
-                              for (const int shift : {24, 16, 8, 0}) {
-                                  const auto channel = [shift](quint32 colour) {
-                                      return int(colour >> shift & 0xff);
-                                  };
-                                  const int from = channel(c.corners.at(i / 256));
-                                  const int to = channel(c.corners.at(i / 256 + 1));
-                                  QCOMPARE(channel(table.at(i)), from + (i % 256) * (to - from) / 255);
-                              }
-                          }
-                      });
+        // corners: between them, 256 colours each
+        forRows<int, ColourTable>({{"type 0", 0, {black, red, yellow, white}},
+                                   {"type 1", 1, {black, green, cyan, white}},
+                                   {"type 2", 2, {black, blue, magenta, white}},
+                                   {"type 3", 3, {red, green, blue}},
+                                   {"type 4", 4, {red, blue, green}},
+                                   {"type 5", 5, {green, red, blue}},
+                                   {"type 6", 6, {green, blue, red}},
+                                   {"type 7", 7, {blue, red, green}},
+                                   {"type 8", 8, {blue, green, red}},
+                                   {"type 9", 9, {red, cyan}},
+                                   {"type 10", 10, {green, magenta}},
+                                   {"type 11", 11, {blue, yellow}},
+                                   {"type 12", 12, {black, red, yellow, white}},
+                                   {"type -1", -1, {black, red, yellow, white}}},
+                                  [](int type, const ColourTable &corners) {
+                                      const ColourTable table = colourTable(type);
+                                      QCOMPARE(table.size(), 256 * (corners.size() - 1));
+                                      for (int i = 0; i < table.size(); ++i) {
+                                          for (const int shift : {24, 16, 8, 0}) {
+                                              const auto channel = [shift](quint32 colour) {
+                                                  return int(colour >> shift & 0xff);
+                                              };
+                                              const int from = channel(corners.at(i / 256));
+                                              const int to = channel(corners.at(i / 256 + 1));
+                                              QCOMPARE(channel(table.at(i)), from + (i % 256) * (to - from) / 255);
+                                          }
+                                      }
+                                  });
     }
 
     void lineColoursExtended()
@@ -100,34 +93,30 @@ private slots:
 
     void valueToColour()
     {
-        struct Case {
-            const char *name;
-            double zmin, zmax, value;
-            int index; // of 768 colours
-        };
-        forEach<Case>({{"lower limit", 2, 4, 2, 0},
-                       {"upper limit", 2, 4, 4, 767},
-                       {"middle", 2, 4, 3, 384},
-                       {"truncated, not rounded", 0, 768, 9.99, 9},
-                       {"just below the scale", 0, 768, -0.5, 0},
-                       {"below", 2, 4, 1, 0},
-                       {"above", 2, 4, 5, 767},
-                       {"far below", 0, 1, -1e300, 0},
-                       {"far above", 0, 1, 1e300, 767},
-                       {"-inf", 0, 1, -inf, 0},
-                       {"inf", 0, 1, inf, 767},
-                       {"nan", 0, 1, notANumber, 0},
-                       {"equal limits, below", 3, 3, 2.9, 0},
-                       {"equal limits, on them", 3, 3, 3, 0},
-                       {"equal limits, above", 3, 3, 3.1, 767},
-                       {"limits the wrong way round", 1, 0, 0.25, 576},
-                       {"limit nan", 0, notANumber, 0.5, 0}},
-                      [](const Case &c) {
-                          ColourScale scale = heatScale(c.zmin, c.zmax);
-                          QCOMPARE(colourIndex(c.value, scale, 768), c.index);
-                          scale.invert = true;
-                          QCOMPARE(colourIndex(c.value, scale, 768), 767 - c.index);
-                      });
+        // index: of 768 colours
+        forRows<double, double, double, int>({{"lower limit", 2, 4, 2, 0},
+                                              {"upper limit", 2, 4, 4, 767},
+                                              {"middle", 2, 4, 3, 384},
+                                              {"truncated, not rounded", 0, 768, 9.99, 9},
+                                              {"just below the scale", 0, 768, -0.5, 0},
+                                              {"below", 2, 4, 1, 0},
+                                              {"above", 2, 4, 5, 767},
+                                              {"far below", 0, 1, -1e300, 0},
+                                              {"far above", 0, 1, 1e300, 767},
+                                              {"-inf", 0, 1, -inf, 0},
+                                              {"inf", 0, 1, inf, 767},
+                                              {"nan", 0, 1, notANumber, 0},
+                                              {"equal limits, below", 3, 3, 2.9, 0},
+                                              {"equal limits, on them", 3, 3, 3, 0},
+                                              {"equal limits, above", 3, 3, 3.1, 767},
+                                              {"limits the wrong way round", 1, 0, 0.25, 576},
+                                              {"limit nan", 0, notANumber, 0.5, 0}},
+                                             [](double zmin, double zmax, double value, int index) {
+                                                 ColourScale scale = heatScale(zmin, zmax);
+                                                 QCOMPARE(colourIndex(value, scale, 768), index);
+                                                 scale.invert = true;
+                                                 QCOMPARE(colourIndex(value, scale, 768), 767 - index);
+                                             });
     }
 
     void planeAsSingleValues()
@@ -140,26 +129,22 @@ private slots:
         const double specials[] = {0.0, -0.0, 0.5, 1.0, inf, -inf, notANumber, 1e308, -1e308, 5e-324};
         std::copy(std::begin(specials), std::end(specials), values.begin() + 5000);
         values.back() = notANumber; // where pairs of values end
-        struct Case {
-            const char *name;
-            ColourScale scale;
-        };
-        forEach<Case>({{"plain", {0, 1, 0, 768, false, {}, {}}},
-                       {"inverted", {0, 1, 0, 768, true, {}, {}}},
-                       {"stretched", {-0.3, 0.7, -211.3, 1536.7, false, {}, {}}},
-                       {"limits and ends exchanged", {0.9, 0.1, 900, -100, true, {}, {}}},
-                       {"equal limits", {0.5, 0.5, 0, 768, false, {}, {}}},
-                       {"limits beyond measure", {-1e308, 1e308, 0, 768, false, {}, {}}}},
-                      [&values](const Case &c) {
-                          const ColourTable table = colourTable(0);
-                          for (const int threads : {1, 2}) {
-                              std::vector<quint32> pixels(values.size());
-                              colourPlane(values.data(), values.size(), c.scale, table, pixels.data(), nullptr,
-                                          threads);
-                              for (std::size_t i = 0; i < values.size(); ++i)
-                                  QCOMPARE(pixels[i], table.at(colourIndex(values[i], c.scale, table.size())));
-                          }
-                      });
+        forRows<ColourScale>({{"plain", {0, 1, 0, 768, false, {}, {}}},
+                              {"inverted", {0, 1, 0, 768, true, {}, {}}},
+                              {"stretched", {-0.3, 0.7, -211.3, 1536.7, false, {}, {}}},
+                              {"limits and ends exchanged", {0.9, 0.1, 900, -100, true, {}, {}}},
+                              {"equal limits", {0.5, 0.5, 0, 768, false, {}, {}}},
+                              {"limits beyond measure", {-1e308, 1e308, 0, 768, false, {}, {}}}},
+                             [&values](const ColourScale &scale) {
+                                 const ColourTable table = colourTable(0);
+                                 for (const int threads : {1, 2}) {
+                                     std::vector<quint32> pixels(values.size());
+                                     colourPlane(values.data(), values.size(), scale, table, pixels.data(), nullptr,
+                                                 threads);
+                                     for (std::size_t i = 0; i < values.size(); ++i)
+                                         QCOMPARE(pixels[i], table.at(colourIndex(values[i], scale, table.size())));
+                                 }
+                             });
     }
 
     void notFiniteAndMasked()

@@ -5,9 +5,6 @@
 #include <QPainter>
 #include <QPicture>
 
-#include <limits>
-#include <vector>
-
 namespace
 {
 
@@ -118,28 +115,22 @@ class TestMapPicture : public QObject
 private slots:
     void everyPixelShowsItsCell()
     {
-        struct Case {
-            const char *name;
-            QRectF real;
-        };
-        forEach<Case>({{"whole map", {0, 0, 700, 300}},
-                       {"part", {100.3, 17.9, 311.1, 99.7}},
-                       {"beyond the map", {-50, -20, 800, 400}},
-                       {"right to left, upside down", {700, 300, -700, -300}},
-                       {"within one cell", {333.2, 42.6, 1e-7, 1e-7}},
-                       {"edge between columns, deep", {332.9999, 41.9, 1e-3, 200}},
-                       {"cells with outlines", {332.9, 41.9, 30, 11}}},
-                      [](const Case &c) { comparePixels(c.real); });
+        forRows<QRectF>({{"whole map", {0, 0, 700, 300}},
+                         {"part", {100.3, 17.9, 311.1, 99.7}},
+                         {"beyond the map", {-50, -20, 800, 400}},
+                         {"right to left, upside down", {700, 300, -700, -300}},
+                         {"within one cell", {333.2, 42.6, 1e-7, 1e-7}},
+                         {"edge between columns, deep", {332.9999, 41.9, 1e-3, 200}},
+                         {"cells with outlines", {332.9, 41.9, 30, 11}}},
+                        [](const QRectF &real) { comparePixels(real); });
     }
 
     void oddRangesDrawNothing()
     {
-        constexpr double inf = std::numeric_limits<double>::infinity();
         const QSize size(30, 20);
         CountingMap counting(2, 2);
-        for (const QRectF &real :
-             {QRectF(1, 0, 0, 2), QRectF(0, 0, 0, 0), QRectF(std::numeric_limits<double>::quiet_NaN(), 0, 2, 2),
-              QRectF(0, 0, inf, 2), QRectF(10, 10, 5, 5), QRectF(1e300, 0, 1e300, 2)}) {
+        for (const QRectF &real : {QRectF(1, 0, 0, 2), QRectF(0, 0, 0, 0), QRectF(qQNaN(), 0, 2, 2),
+                                   QRectF(0, 0, qInf(), 2), QRectF(10, 10, 5, 5), QRectF(1e300, 0, 1e300, 2)}) {
             QCOMPARE(drawn(&counting.picture, size, real), whiteImage(size));
             QCOMPARE(drawnAsVectors(&counting.picture, size, real), whiteImage(size));
         }
@@ -187,29 +178,25 @@ private slots:
 
     void outlines()
     {
-        struct Case {
-            const char *name;
-            QSize size; // for 10 x 10 cells
-            bool isOutlined;
-        };
-        forEach<Case>({{"3 x 3 pixels", {30, 30}, true},
-                       {"2.9 pixels wide", {29, 30}, false},
-                       {"2.9 pixels high", {30, 29}, false},
-                       {"7 x 4 pixels", {70, 40}, true}},
-                      [](const Case &c) {
-                          CountingMap counting(10, 10);
-                          const QImage image = drawn(&counting.picture, c.size, QRectF(0, 0, 10, 10));
-                          QCOMPARE(contains(image, gridGrey), c.isOutlined);
-                          const int width = c.size.width() / 10;
-                          const int height = c.size.height() / 10;
-                          for (int y = 0; c.isOutlined && y < c.size.height(); ++y) {
-                              for (int x = 0; x < c.size.width(); ++x) {
-                                  const bool edge = x % width == 0 || y % height == 0;
-                                  QCOMPARE(image.pixelColor(x, y),
-                                           edge ? gridGrey : counting.colour(x / width, 9 - y / height));
-                              }
-                          }
-                      });
+        // size: for 10 x 10 cells
+        forRows<QSize, bool>({{"3 x 3 pixels", {30, 30}, true},
+                              {"2.9 pixels wide", {29, 30}, false},
+                              {"2.9 pixels high", {30, 29}, false},
+                              {"7 x 4 pixels", {70, 40}, true}},
+                             [](const QSize &size, bool isOutlined) {
+                                 CountingMap counting(10, 10);
+                                 const QImage image = drawn(&counting.picture, size, QRectF(0, 0, 10, 10));
+                                 QCOMPARE(contains(image, gridGrey), isOutlined);
+                                 const int width = size.width() / 10;
+                                 const int height = size.height() / 10;
+                                 for (int y = 0; isOutlined && y < size.height(); ++y) {
+                                     for (int x = 0; x < size.width(); ++x) {
+                                         const bool edge = x % width == 0 || y % height == 0;
+                                         QCOMPARE(image.pixelColor(x, y),
+                                                  edge ? gridGrey : counting.colour(x / width, 9 - y / height));
+                                     }
+                                 }
+                             });
     }
 
     void colouredOnlyWhenNeeded()
