@@ -15,14 +15,12 @@
 #include "display/HistogramBins.h"
 #include "display/PlotFrame.h"
 
-#include <limits>
 #include <variant>
 
 using namespace resultdrawing;
 using Doubles = QVector<double>;
 
-constexpr double notANumber = std::numeric_limits<double>::quiet_NaN();
-constexpr double infinity = std::numeric_limits<double>::infinity();
+const double notANumber = qQNaN(), infinity = qInf();
 const QColor white(Qt::white), black(Qt::black), red(Qt::red), blue(Qt::blue), grid(plot::gridColour);
 
 using Input = std::variant<LcfVsMpsInput, ScatterInput, M2M3Input, MutsInput, HistogramInput>;

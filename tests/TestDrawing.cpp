@@ -4,8 +4,6 @@
 
 #include "spectrum/AMutE.h"
 
-#include <vector>
-
 namespace
 {
 
@@ -84,34 +82,30 @@ private slots:
     /// What a zoom survives: the same range, and in a histogram other counts.
     void zoomSurvives()
     {
-        struct Case {
-            const char *name;
-            Input first, second;
-            bool survives;
-        };
         const HistogramBins few = binsOf(0, 4, {1, 2, 3}), many = binsOf(0, 4, {10, 20, 30});
         const Doubles a = {0.5}, t = {1}, other = {9};
         ScatterInput otherRange = scatterOf(a, t);
         otherRange.amounts.max = 9;
         const QPolygonF low = QVector<QPointF>{{1, 1}, {2, 2}}, high = QVector<QPointF>{{1, 1}, {2, 3}};
-        forEach<Case>({{"comparison, another record", comparisonOf({{}}), comparisonOf({{}, {}}), true},
-                       {"comparison, another valence", comparisonOf({{}}), comparisonOf({{}}, 2, 4), false},
-                       {"histogram, other counts", histogramOf(few, {0, 4}), histogramOf(many, {0, 4}), true},
-                       {"histogram, another range", histogramOf(few, {0, 4}), histogramOf(few, {0, 5}), false},
-                       {"scatter, other points", scatterOf(a, t), scatterOf(a, other), true},
-                       {"scatter, another range", scatterOf(a, t), otherRange, false},
-                       {"M2/M3, another extent", m2m3Of(a, a, t), m2m3Of(a, a, other), false},
-                       {"spectra, another value", mutsOf(low), mutsOf(high), false}},
-                      [](const Case &c) {
-                          Graph graph;
-                          graph.draw(c.first);
-                          QCOMPARE(graph.range(), rangeOf(c.first));
-                          graph.cc().setRealArea(0.25, 0.5, 0.75, 1);
-                          graph.draw(c.first);
-                          QCOMPARE(graph.range(), QString("0.25 0.75 0.5 1"));
-                          graph.draw(c.second);
-                          QCOMPARE(graph.range(), c.survives ? QString("0.25 0.75 0.5 1") : rangeOf(c.second));
-                      });
+        forRows<Input, Input, bool>(
+            {{"comparison, another record", comparisonOf({{}}), comparisonOf({{}, {}}), true},
+             {"comparison, another valence", comparisonOf({{}}), comparisonOf({{}}, 2, 4), false},
+             {"histogram, other counts", histogramOf(few, {0, 4}), histogramOf(many, {0, 4}), true},
+             {"histogram, another range", histogramOf(few, {0, 4}), histogramOf(few, {0, 5}), false},
+             {"scatter, other points", scatterOf(a, t), scatterOf(a, other), true},
+             {"scatter, another range", scatterOf(a, t), otherRange, false},
+             {"M2/M3, another extent", m2m3Of(a, a, t), m2m3Of(a, a, other), false},
+             {"spectra, another value", mutsOf(low), mutsOf(high), false}},
+            [](const Input &first, const Input &second, bool survives) {
+                Graph graph;
+                graph.draw(first);
+                QCOMPARE(graph.range(), rangeOf(first));
+                graph.cc().setRealArea(0.25, 0.5, 0.75, 1);
+                graph.draw(first);
+                QCOMPARE(graph.range(), QString("0.25 0.75 0.5 1"));
+                graph.draw(second);
+                QCOMPARE(graph.range(), survives ? QString("0.25 0.75 0.5 1") : rangeOf(second));
+            });
     }
 
     void comparison()
@@ -180,18 +174,14 @@ private slots:
     void mutsRange()
     {
         const QPolygonF points = QVector<QPointF>{{10, 0}, {20, 2}, {30, 10}, {40, infinity}, {notANumber, 50}};
-        struct Case {
-            const char *name;
-            MutsInput input;
-            const char *range;
-        };
-        forEach<Case>({{"all energies", mutsOf(points), "10 30 -0.5 10.5"},
-                       {"window", mutsOf(points, 5, 25), "5 25 -0.1 2.1"},
-                       {"window without points", mutsOf(points, 50, 60), "none"},
-                       {"level", mutsOf(QVector<QPointF>{{1, 3}, {2, 3}}), "1 2 2.5 3.5"},
-                       {"one point", mutsOf(QVector<QPointF>{{1, 3}}), "0.5 1.5 2.5 3.5"},
-                       {"none", MutsInput(), "none"}},
-                      [](const Case &c) { QCOMPARE(rangeOf(c.input), QString(c.range)); });
+        forRows<MutsInput, const char *>(
+            {{"all energies", mutsOf(points), "10 30 -0.5 10.5"},
+             {"window", mutsOf(points, 5, 25), "5 25 -0.1 2.1"},
+             {"window without points", mutsOf(points, 50, 60), "none"},
+             {"level", mutsOf(QVector<QPointF>{{1, 3}, {2, 3}}), "1 2 2.5 3.5"},
+             {"one point", mutsOf(QVector<QPointF>{{1, 3}}), "0.5 1.5 2.5 3.5"},
+             {"none", MutsInput(), "none"}},
+            [](const MutsInput &input, const char *range) { QCOMPARE(rangeOf(input), QString(range)); });
     }
 
     /// The names stand where no curve is, whichever corner that leaves.

@@ -4,16 +4,13 @@
 #include "analysis/drawing/MapDrawing.h"
 #include "display/DispMBase.h"
 
-#include <limits>
-
 using namespace resultdrawing;
 using Doubles = QVector<double>;
 
 namespace
 {
 
-constexpr double notANumber = std::numeric_limits<double>::quiet_NaN();
-constexpr double infinity = std::numeric_limits<double>::infinity();
+const double notANumber = qQNaN(), infinity = qInf();
 const QColor white(Qt::white);
 
 struct MapCanvas : Canvas<DispMBase> {
@@ -75,50 +72,41 @@ private slots:
     /// Both kinds of map cover all their cells; those that have no record are seen to have none.
     void cellsWithoutValues()
     {
-        struct Case {
-            const char *name;
-            int values, width, height;
-            QVector<QPointF> without;
-        };
-        forEach<Case>({{"the last row is not whole", 5, 2, 4, {{1.5, 2.5}, {0.5, 3.5}}},
-                       {"the upper rows are missing", 4, 2, 4, {{0.5, 2.5}, {1.5, 3.5}}},
-                       {"less than one row", 2, 4, 2, {{2.5, 0.5}, {3.5, 0.5}, {0.5, 1.5}}},
-                       {"as it should be", 4, 2, 2, {}},
-                       {"more values than cells", 9, 2, 2, {}}},
-                      [](const Case &c) {
-                          const Doubles plane(c.values, 7.0);
-                          for (const bool isResult : {false, true}) {
-                              MapCanvas canvas;
-                              if (isResult)
-                                  canvas.drawResult(inputOf(plane, c.width, c.height, ValueRange{6, 9}));
-                              else
-                                  canvas.drawData(shown(plane, c.width, c.height));
-                              QCOMPARE(canvas.range(), QString("0 %1 0 %2").arg(c.width).arg(c.height));
-                              QCOMPARE(canvas.at(1.5, 0.5), canvas.colourOf(7));
-                              for (const QPointF &cell : c.without)
-                                  QCOMPARE(canvas.at(cell.x(), cell.y()), notFiniteColour);
-                              QVERIFY(!c.without.isEmpty() || canvas.count(notFiniteColour) == 0);
-                          }
-                      });
+        forRows<int, int, int, QVector<QPointF>>(
+            {{"the last row is not whole", 5, 2, 4, {{1.5, 2.5}, {0.5, 3.5}}},
+             {"the upper rows are missing", 4, 2, 4, {{0.5, 2.5}, {1.5, 3.5}}},
+             {"less than one row", 2, 4, 2, {{2.5, 0.5}, {3.5, 0.5}, {0.5, 1.5}}},
+             {"as it should be", 4, 2, 2, {}},
+             {"more values than cells", 9, 2, 2, {}}},
+            [](int values, int width, int height, const QVector<QPointF> &without) {
+                const Doubles plane(values, 7.0);
+                for (const bool isResult : {false, true}) {
+                    MapCanvas canvas;
+                    if (isResult)
+                        canvas.drawResult(inputOf(plane, width, height, ValueRange{6, 9}));
+                    else
+                        canvas.drawData(shown(plane, width, height));
+                    QCOMPARE(canvas.range(), QString("0 %1 0 %2").arg(width).arg(height));
+                    QCOMPARE(canvas.at(1.5, 0.5), canvas.colourOf(7));
+                    for (const QPointF &cell : without)
+                        QCOMPARE(canvas.at(cell.x(), cell.y()), notFiniteColour);
+                    QVERIFY(!without.isEmpty() || canvas.count(notFiniteColour) == 0);
+                }
+            });
     }
 
     void colourRanges()
     {
-        struct Case {
-            const char *name;
-            std::optional<ValueRange> given;
-            Doubles limits;
-        };
-        forEach<Case>(
+        forRows<std::optional<ValueRange>, Doubles>(
             {{"of the quantity", ValueRange{-1, 2}, {-1, 2}},
              {"none: as it was", {}, {0, 1}},
              {"empty", ValueRange{0, 0}, {0, 0}},
              {"not finite: that of the values", ValueRange{0, infinity}, {5, 8}}},
-            [](const Case &c) {
+            [](const std::optional<ValueRange> &given, const Doubles &limits) {
                 MapCanvas canvas;
                 const Doubles values = {5, 8, notANumber};
-                canvas.drawResult(inputOf(values, 3, 1, c.given));
-                QCOMPARE(canvas.limits(), c.limits);
+                canvas.drawResult(inputOf(values, 3, 1, given));
+                QCOMPARE(canvas.limits(), limits);
                 QCOMPARE(canvas.wrong({{0.5, 0.5, canvas.colourOf(5)}, {1.5, 0.5, canvas.colourOf(8)}}), QString());
             });
     }

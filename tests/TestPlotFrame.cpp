@@ -4,10 +4,7 @@
 
 #include <limits>
 
-namespace
-{
-constexpr double notANumber = std::numeric_limits<double>::quiet_NaN();
-}
+const double notANumber = qQNaN();
 
 class TestPlotFrame : public QObject
 {
@@ -17,69 +14,57 @@ private slots:
     void gridLines()
     {
         constexpr double most = std::numeric_limits<double>::max();
-        struct Case {
-            const char *name;
-            plot::GridLines lines;
-            double pixelsPerUnit, lowest, highest;
-            QVector<double> values;
-        };
-        forEach<Case>({{"ends included", {0, 1, -most, most}, 30, -2, 1, {-2, -1, 0, 1}},
-                       {"downwards", {0, 1, -most, most}, -30, 0.5, 2, {1, 2}},
-                       {"3 pixels apart", {0, 1, 0, 3}, 3, -9, 9, {0, 1, 2}},
-                       {"closer: thinned", {1, 1, 1, 20}, 2.9, -99, 99, {1, 11}},
-                       {"valences", {2, 0.5, 2, 3.05}, 100, 1.8, 3.2, {2, 2.5, 3}},
-                       {"from the wrong end", {3, 0.1, 3, 2.05}, 100, 1, 4, {}},
-                       {"10 to the 12th", {0, 0.1, 0, 1e12}, 6e-11, 0, 1e12, {0, 5e11}},
-                       {"no step", {0, 0, 0, 1}, 1, 0, 1, {}},
-                       {"no scale", {0, 1, 0, 1}, notANumber, 0, 1, {}},
-                       {"no origin", {notANumber, 1, 0, 1}, 30, 0, 1, {}}},
-                      [](const Case &c) {
-                          const auto got = plot::visibleLines(c.lines, c.pixelsPerUnit, c.lowest, c.highest);
-                          QCOMPARE(got.size(), c.values.size());
-                          for (int i = 0; i < got.size(); ++i)
-                              QVERIFY(tables::isClose(got[i], c.values[i]));
-                      });
+        forRows<plot::GridLines, double, double, double, QVector<double>>(
+            {{"ends included", {0, 1, -most, most}, 30, -2, 1, {-2, -1, 0, 1}},
+             {"downwards", {0, 1, -most, most}, -30, 0.5, 2, {1, 2}},
+             {"3 pixels apart", {0, 1, 0, 3}, 3, -9, 9, {0, 1, 2}},
+             {"closer: thinned", {1, 1, 1, 20}, 2.9, -99, 99, {1, 11}},
+             {"valences", {2, 0.5, 2, 3.05}, 100, 1.8, 3.2, {2, 2.5, 3}},
+             {"from the wrong end", {3, 0.1, 3, 2.05}, 100, 1, 4, {}},
+             {"10 to the 12th", {0, 0.1, 0, 1e12}, 6e-11, 0, 1e12, {0, 5e11}},
+             {"no step", {0, 0, 0, 1}, 1, 0, 1, {}},
+             {"no scale", {0, 1, 0, 1}, notANumber, 0, 1, {}},
+             {"no origin", {notANumber, 1, 0, 1}, 30, 0, 1, {}}},
+            [](const plot::GridLines &lines, double pixelsPerUnit, double lowest, double highest,
+               const QVector<double> &values) {
+                const auto got = plot::visibleLines(lines, pixelsPerUnit, lowest, highest);
+                QCOMPARE(got.size(), values.size());
+                for (int i = 0; i < got.size(); ++i)
+                    QVERIFY(tables::isClose(got[i], values[i]));
+            });
     }
 
     void cutLines()
     {
-        struct Case {
-            const char *name;
-            QLineF line, cut; // to (0, 0) ... (10, 5); null when nothing remains
-        };
-        forEach<Case>({{"inside", {1, 1, 9, 4}, {1, 1, 9, 4}},
-                       {"across", {-10, 2, 20, 2}, {0, 2, 10, 2}},
-                       {"backwards, slanting", {12, 6, 2, 1}, {10, 5, 2, 1}},
-                       {"from far away", {-1e15, 2.5, 5, 2.5}, {0, 2.5, 5, 2.5}},
-                       {"past a corner", {-2, 4, 3, 9}, {}},
-                       {"beside", {11, 0, 11, 5}, {}},
-                       {"nan", {1, 1, notANumber, 4}, {}},
-                       {"too long", {-1e308, 1, 1e308, 1}, {}}},
-                      [](const Case &c) {
-                          QLineF line = c.line;
-                          QCOMPARE(plot::clipLine(QRectF(0, 0, 10, 5), &line), !c.cut.isNull());
-                          QVERIFY(c.cut.isNull() || line == c.cut);
-                      });
+        // line, cut: to (0, 0) ... (10, 5); null when nothing remains
+        forRows<QLineF, QLineF>({{"inside", {1, 1, 9, 4}, {1, 1, 9, 4}},
+                                 {"across", {-10, 2, 20, 2}, {0, 2, 10, 2}},
+                                 {"backwards, slanting", {12, 6, 2, 1}, {10, 5, 2, 1}},
+                                 {"from far away", {-1e15, 2.5, 5, 2.5}, {0, 2.5, 5, 2.5}},
+                                 {"past a corner", {-2, 4, 3, 9}, {}},
+                                 {"beside", {11, 0, 11, 5}, {}},
+                                 {"nan", {1, 1, notANumber, 4}, {}},
+                                 {"too long", {-1e308, 1, 1e308, 1}, {}}},
+                                [](QLineF line, const QLineF &cut) {
+                                    QCOMPARE(plot::clipLine(QRectF(0, 0, 10, 5), &line), !cut.isNull());
+                                    QVERIFY(cut.isNull() || line == cut);
+                                });
     }
 
     void freePlaces()
     {
         const QPolygonF low = QVector<QPointF>{{0, 95}, {100, 95}}, end = QVector<QPointF>{{90, 0}, {90, 100}};
         const QPolygonF touching = QVector<QPointF>{{79.5, 0}, {79.5, 20}}, high = QVector<QPointF>{{0, 5}, {100, 5}};
-        struct Case {
-            const char *name;
-            QVector<QPolygonF> lines;
-            QPointF place;
-        };
-        forEach<Case>({{"nothing drawn: the first", {}, {80, 80}},
-                       {"beside a line", {low}, {80, 0}},
-                       {"beside both", {low, end}, {0, 0}},
-                       {"a line that touches counts", {low, touching}, {0, 0}},
-                       {"least covered", {low, high, end, high}, {0, 80}}},
-                      [](const Case &c) {
-                          const QVector<QPointF> places = {{80, 80}, {80, 0}, {0, 0}, {0, 80}};
-                          QCOMPARE(freePlace(places, QSizeF(20, 20), c.lines), QRectF(c.place, QSizeF(20, 20)));
-                      });
+        forRows<QVector<QPolygonF>, QPointF>({{"nothing drawn: the first", {}, {80, 80}},
+                                              {"beside a line", {low}, {80, 0}},
+                                              {"beside both", {low, end}, {0, 0}},
+                                              {"a line that touches counts", {low, touching}, {0, 0}},
+                                              {"least covered", {low, high, end, high}, {0, 80}}},
+                                             [](const QVector<QPolygonF> &lines, const QPointF &place) {
+                                                 const QVector<QPointF> places = {{80, 80}, {80, 0}, {0, 0}, {0, 80}};
+                                                 QCOMPARE(freePlace(places, QSizeF(20, 20), lines),
+                                                          QRectF(place, QSizeF(20, 20)));
+                                             });
     }
 };
 

@@ -4,14 +4,10 @@
 #include "analysis/drawing/PlottedText.h"
 #include "display/HistogramBins.h"
 
-#include <limits>
-#include <vector>
-
 namespace
 {
 
-constexpr double notANumber = std::numeric_limits<double>::quiet_NaN();
-constexpr double infinity = std::numeric_limits<double>::infinity();
+const double notANumber = qQNaN(), infinity = qInf();
 
 QString mapText(std::vector<double> values, int width, int height, char separator = ' ')
 {

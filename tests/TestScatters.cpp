@@ -4,8 +4,6 @@
 
 #include <QPicture>
 
-#include <functional>
-
 class TestScatters : public QObject
 {
     Q_OBJECT
@@ -64,36 +62,32 @@ private slots:
     /// The values change where they stand: seen only when something says that they, or their places, are others.
     void keptClouds()
     {
-        struct Case {
-            const char *name;
-            std::function<void(Graph *, M2M3Input *)> change;
-            bool readsAgain;
-        };
-        forEach<Case>({{"nothing", [](Graph *, M2M3Input *) {}, false},
-                       {"revision", [](Graph *, M2M3Input *input) { ++input->revision; }, true},
-                       {"revision unknown", [](Graph *, M2M3Input *input) { input->revision = 0; }, true},
-                       {"zoom", [](Graph *graph, M2M3Input *) { graph->cc().setRealX(-1, 3); }, true},
-                       {"size", [](Graph *graph, M2M3Input *) { graph->display.area()->resize(410, 300); }, true},
-                       {"colour", [](Graph *, M2M3Input *input) { input->isBlue = true; }, true}},
-                      [](const Case &c) {
-                          const Doubles p = {0, 0, 0}, q = {0, 2, 1};
-                          double r[] = {0, 2, 0.25};
-                          M2M3Input input = m2m3Of(p, q, {});
-                          input.r = {r, 3};
-                          input.revision = 7;
-                          ScatterCache cache;
-                          Graph graph;
-                          graph.draw(input, 1, &cache);
-                          QCOMPARE(graph.at(1, 0.25), red);
-                          const QString before = textOf(naturalRange(input, &cache));
-                          r[2] = 1.5;
-                          r[1] = 2.1;
-                          c.change(&graph, &input);
-                          graph.draw(input, 1, &cache);
-                          QCOMPARE(graph.at(1, 1.5) == (input.isBlue ? blue : red), c.readsAgain);
-                          QCOMPARE(graph.at(1, 0.25) == red, !c.readsAgain);
-                          QCOMPARE(textOf(naturalRange(input, &cache)) == before, input.revision == 7);
-                      });
+        forRows<std::function<void(Graph *, M2M3Input *)>, bool>(
+            {{"nothing", [](Graph *, M2M3Input *) {}, false},
+             {"revision", [](Graph *, M2M3Input *input) { ++input->revision; }, true},
+             {"revision unknown", [](Graph *, M2M3Input *input) { input->revision = 0; }, true},
+             {"zoom", [](Graph *graph, M2M3Input *) { graph->cc().setRealX(-1, 3); }, true},
+             {"size", [](Graph *graph, M2M3Input *) { graph->display.area()->resize(410, 300); }, true},
+             {"colour", [](Graph *, M2M3Input *input) { input->isBlue = true; }, true}},
+            [](const std::function<void(Graph *, M2M3Input *)> &change, bool readsAgain) {
+                const Doubles p = {0, 0, 0}, q = {0, 2, 1};
+                double r[] = {0, 2, 0.25};
+                M2M3Input input = m2m3Of(p, q, {});
+                input.r = {r, 3};
+                input.revision = 7;
+                ScatterCache cache;
+                Graph graph;
+                graph.draw(input, 1, &cache);
+                QCOMPARE(graph.at(1, 0.25), red);
+                const QString before = textOf(naturalRange(input, &cache));
+                r[2] = 1.5;
+                r[1] = 2.1;
+                change(&graph, &input);
+                graph.draw(input, 1, &cache);
+                QCOMPARE(graph.at(1, 1.5) == (input.isBlue ? blue : red), readsAgain);
+                QCOMPARE(graph.at(1, 0.25) == red, !readsAgain);
+                QCOMPARE(textOf(naturalRange(input, &cache)) == before, input.revision == 7);
+            });
     }
 
     void m2m3Lines()
