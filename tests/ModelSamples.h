@@ -20,30 +20,17 @@ struct Situation {
 
     explicit Situation(const QString &text)
     {
+        const QMap<QString, QVector<QString *>> lists = {
+            {"refs", {&used, &loaded}}, {"rows", {&points, &maps}}, {"v", {&vPoints}}, {"lcf", {&lcf}}};
         for (const QString &word : text.split(' ')) {
-            const QString name = word.section('=', 0, 0);
-            const QString value = word.section('=', 1);
-            if (name == "refs")
-                takeBoth(value, &used, &loaded);
-            else if (name == "rows")
-                takeBoth(value, &points, &maps);
-            else if (name == "v")
-                vPoints = value;
-            else if (name == "lcf")
-                lcf = value;
-            else if (word == "no-target")
+            const QVector<QString *> list = lists[word.section('=', 0, 0)];
+            for (int i = 0; i < list.size() && i <= word.count('/'); ++i)
+                *list[i] = word.section('=', 1).section('/', i, i);
+            if (word == "no-target")
                 hasTarget = false;
-            else if (!word.isEmpty())
+            else if (!word.isEmpty() && list.isEmpty())
                 method = word;
         }
-    }
-
-private:
-    static void takeBoth(const QString &value, QString *inUse, QString *present)
-    {
-        *inUse = value.section('/', 0, 0);
-        if (value.contains('/'))
-            *present = value.section('/', 1);
     }
 };
 

@@ -7,10 +7,6 @@
 #include "tests/ModelSamples.h"
 #include "tests/Tables.h"
 
-#include <QtTest>
-
-#include <algorithm>
-
 using namespace modelsamples;
 
 namespace
@@ -74,13 +70,8 @@ private slots:
     void whoTakesPart()
     {
         using Reference = TakingPart::Reference;
-        struct Case {
-            const char *name;
-            QVector<Reference> used;
-            const char *rules;
-        };
         const Reference invalid{0, false, 5, 0.7}, two{1, true, 2, 1}, three{2, true, 3, 2};
-        forEach<Case>(
+        forRows<QVector<Reference>, const char *>(
             {{"none", {}, "9.5 0.5, -0.5 0.5, method: unknown, file: unknown, drawn: 0 0, colours: 0; 0 0"},
              {"one", {three}, "2.5 3.5, -0.5 2.5, method: unknown, file: unknown, drawn: 3 0, colours: 2; 3 3"},
              {"two", {three, two}, "1.5 3.5, -0.5 3.5, method: 3 2, file: 3 2, drawn: 3 2, colours: 3; 2 3"},
@@ -99,8 +90,8 @@ private slots:
              {"valence below 0",
               {{0, true, -2, 1}},
               "-2.5 0.5, -0.5 1.5, method: unknown, file: unknown, drawn: -2 0, colours: 1; -2 -2"}},
-            [](const Case &c) {
-                const TakingPart references{c.used};
+            [](const QVector<Reference> &used, const char *rules) {
+                const TakingPart references{used};
                 const ValueRange valences = automaticValenceRange(references);
                 const ValueRange thicknesses = automaticThicknessRange(references);
                 const std::pair<double, double> drawn = drawnValences(references);
@@ -110,7 +101,7 @@ private slots:
                                   textOf(methodValences(references)), textOf(fileValences(references)),
                                   pairText(drawn.first, drawn.second), QString::number(colours.edgeJumps),
                                   pairText(colours.smallestValence, colours.largestValence)),
-                         QString(c.rules));
+                         QString(rules));
             });
     }
 
@@ -133,18 +124,14 @@ private slots:
 
     void checks()
     {
-        struct Case {
-            const char *name;
-            const char *situation;
-            const char *map, *target; ///< the plan or the message
-        };
         const char *const noVPointForMap = "V Point is not selected";
         const char *const noVPoint = "V Point is not selected.";
         const char *const few0 = "Number of valied Ref Files is 0, which is less than 2.";
         const char *const few1 = "Number of valied Ref Files is 1, which is less than 2.";
         const char *const is2 = "Number of selected data sets 2 is not 4.";
         const char *const is5 = "Number of selected data sets 5 is not 4.";
-        forEach<Case>(
+        // map, target: the plan or the message
+        forRows<const char *, const char *, const char *>(
             {{"nothing chosen", "refs=12/ rows=/ v= no-target", noVPointForMap, noVPoint},
              {"V point not used", "v=7", noVPointForMap, noVPoint},
              {"V point without map", "refs=12/ rows=3/ no-target", noVPointForMap, few0},
@@ -180,44 +167,40 @@ private slots:
              {"Victoreen, 2 and 5", "rows=12367 Victoreen", "Victoreen 12367 by 12", "Victoreen 12367 by 12"},
              {"Victoreen, 4 and 6", "refs=1234 rows=123678 Victoreen", "Number of selected data sets 6 is less than 7.",
               "Victoreen 123678 by 1234"}},
-            [this](const Case &c) {
-                const AnalysisInput input = m_sample.input(c.situation);
-                QCOMPARE(described(planMap(input)), QString(c.map));
-                QCOMPARE(described(planTarget(input)), QString(c.target));
+            [this](const char *situation, const char *map, const char *target) {
+                const AnalysisInput input = m_sample.input(situation);
+                QCOMPARE(described(planMap(input)), QString(map));
+                QCOMPARE(described(planTarget(input)), QString(target));
             });
     }
 
     /// References and the rows marked for the fit, which need not be in use.
     void fitChecks()
     {
-        struct Case {
-            const char *name;
-            const char *situation;
-            const char *fit; ///< range and references, or the message
-        };
         const char *const noRange = "Energy Range is not selected, which should by selected by CB of TR.";
-        forEach<Case>({{"no row", "refs=1 lcf=", noRange},
-                       {"one row", "lcf=4", noRange},
-                       {"one reference", "refs=123/2", "Number of Valid Reference files is 1, which is less than 2"},
-                       {"one that is not loaded is skipped", "refs=123/134 lcf=258", "7060 7900 by 13"},
-                       {"four", "refs=1234", "7112 7135 by 1234"}},
-                      [this](const Case &c) {
-                          const AnalysisInput input = m_sample.input(c.situation);
-                          const auto plan = planFit(input);
-                          if (const auto *refusal = std::get_if<Refusal>(&plan)) {
-                              QCOMPARE(textOf(*refusal), QString(c.fit));
-                              return;
-                          }
-                          const auto &fit = std::get<FitPlan>(plan);
-                          QCOMPARE(pairText(fit.work.energyMin, fit.work.energyMax) + " by " +
-                                       numbersOf(rowsOf(fit.references)),
-                                   QString(c.fit));
-                          std::size_t j = 0;
-                          for (const RunReference &reference : fit.references) {
-                              QCOMPARE(fit.work.references[j], &input.references[reference.row].spectrum);
-                              QCOMPARE(fit.work.valences[j++], input.references[reference.row].valence);
-                          }
-                      });
+        // expected: range and references, or the message
+        forRows<const char *, const char *>(
+            {{"no row", "refs=1 lcf=", noRange},
+             {"one row", "lcf=4", noRange},
+             {"one reference", "refs=123/2", "Number of Valid Reference files is 1, which is less than 2"},
+             {"one that is not loaded is skipped", "refs=123/134 lcf=258", "7060 7900 by 13"},
+             {"four", "refs=1234", "7112 7135 by 1234"}},
+            [this](const char *situation, const char *expected) {
+                const AnalysisInput input = m_sample.input(situation);
+                const auto plan = planFit(input);
+                if (const auto *refusal = std::get_if<Refusal>(&plan)) {
+                    QCOMPARE(textOf(*refusal), QString(expected));
+                    return;
+                }
+                const auto &fit = std::get<FitPlan>(plan);
+                QCOMPARE(pairText(fit.work.energyMin, fit.work.energyMax) + " by " + numbersOf(rowsOf(fit.references)),
+                         QString(expected));
+                std::size_t j = 0;
+                for (const RunReference &reference : fit.references) {
+                    QCOMPARE(fit.work.references[j], &input.references[reference.row].spectrum);
+                    QCOMPARE(fit.work.valences[j++], input.references[reference.row].valence);
+                }
+            });
     }
 
     /// Two rows at the same energy are a range.
@@ -255,94 +238,83 @@ private slots:
     /// Below the edge mu is the pre-edge line; the post-edge line is one edge jump above it.
     void nonEquivalentValues()
     {
-        struct Case {
-            const char *name;
-            bool postOfReferences, postOfTarget;
-        };
-        forEach<Case>({{"pre-edge lines", false, false},
-                       {"post-edge line of the target", false, true},
-                       {"post-edge lines of the references", true, false}},
-                      [this](const Case &c) {
-                          AnalysisInput input = m_sample.input("refs=13 rows=12367 linear");
-                          input.conditions.subtractsPostLineOfReferences = c.postOfReferences;
-                          input.conditions.subtractsPostLineOfTarget = c.postOfTarget;
-                          const TargetPlan target = std::get<TargetPlan>(planTarget(input));
-                          const MapPlan map = std::get<MapPlan>(planMap(input));
-                          const auto &work = std::get<NonEquivalentMapInput>(map.work);
-                          QVERIFY(near(target.values[0], c.postOfTarget ? -1.0 : 0.0, 1e-6));
-                          for (const auto *columns : {&target.run.nonEquivalent.columns, &work.references.columns}) {
-                              QVERIFY(near((*columns)[0][0], c.postOfReferences ? -jumps[0] : 0.0, 1e-6));
-                              QVERIFY(near((*columns)[1][0], c.postOfReferences ? -jumps[2] : 0.0, 1e-6));
-                          }
-                          QCOMPARE(work.valences, (std::vector<double>{2, 0}));
-                          QCOMPARE(work.maps.back(), input.points[6].map);
-                          QVERIFY(map.sized == input.points[0].map && map.first == map.sized);
-                      });
+        forRows<bool, bool>(
+            {{"pre-edge lines", false, false},
+             {"post-edge line of the target", false, true},
+             {"post-edge lines of the references", true, false}},
+            [this](bool postOfReferences, bool postOfTarget) {
+                AnalysisInput input = m_sample.input("refs=13 rows=12367 linear");
+                input.conditions.subtractsPostLineOfReferences = postOfReferences;
+                input.conditions.subtractsPostLineOfTarget = postOfTarget;
+                const TargetPlan target = std::get<TargetPlan>(planTarget(input));
+                const MapPlan map = std::get<MapPlan>(planMap(input));
+                const auto &work = std::get<NonEquivalentMapInput>(map.work);
+                QVERIFY(near(target.values[0], postOfTarget ? -1.0 : 0.0, 1e-6));
+                for (const auto *columns : {&target.run.nonEquivalent.columns, &work.references.columns}) {
+                    QVERIFY(near((*columns)[0][0], postOfReferences ? -jumps[0] : 0.0, 1e-6));
+                    QVERIFY(near((*columns)[1][0], postOfReferences ? -jumps[2] : 0.0, 1e-6));
+                }
+                QCOMPARE(work.valences, (std::vector<double>{2, 0}));
+                QCOMPARE(work.maps.back(), input.points[6].map);
+                QVERIFY(map.sized == input.points[0].map && map.first == map.sized);
+            });
     }
 
     /// What the scatter of steps shows is taken from references that are valid, not only used.
     void stepsOfTheScatter()
     {
-        struct Case {
-            const char *name;
-            const char *situation;
-            const char *points; ///< P, Q, R and two references; empty: none
-        };
-        const auto at = [](const Case &c, std::size_t i) {
-            return c.points[i] - '1';
-        };
-        forEach<Case>({{"first two anchors and last V point", "refs=13 rows=23567 v=36", "25613"},
-                       {"a reference that is not loaded", "refs=124/24", "12324"},
-                       {"an anchor without map", "rows=1236/236", "26312"},
-                       {"one anchor", "rows=13", ""},
-                       {"no V point", "v=", ""},
-                       {"one valid reference", "refs=12/2", ""}},
-                      [this, at](const Case &c) {
-                          const AnalysisInput input = m_sample.input(c.situation);
-                          const std::optional<ThreePoints> points = threePoints(input);
-                          QCOMPARE(points.has_value(), *c.points != 0);
-                          for (std::size_t i = 0; points && i < 3; ++i) {
-                              const PointInput &row = input.points[at(c, i)];
-                              QCOMPARE(points->maps[i], row.map);
-                              QCOMPARE(points->first[i], row.references[static_cast<std::size_t>(at(c, 3))]);
-                              QCOMPARE(points->second[i], row.references[static_cast<std::size_t>(at(c, 4))]);
-                          }
-                      });
+        // rows: P, Q, R and two references; empty: none
+        forRows<const char *, QString>(
+            {{"first two anchors and last V point", "refs=13 rows=23567 v=36", "25613"},
+             {"a reference that is not loaded", "refs=124/24", "12324"},
+             {"an anchor without map", "rows=1236/236", "26312"},
+             {"one anchor", "rows=13", ""},
+             {"no V point", "v=", ""},
+             {"one valid reference", "refs=12/2", ""}},
+            [this](const char *situation, const QString &rows) {
+                const AnalysisInput input = m_sample.input(situation);
+                const auto at = [&rows](int i) {
+                    return rows[i].digitValue() - 1;
+                };
+                const std::optional<ThreePoints> points = threePoints(input);
+                QCOMPARE(points.has_value(), !rows.isEmpty());
+                for (std::size_t i = 0; points && i < 3; ++i) {
+                    const PointInput &row = input.points[at(int(i))];
+                    QCOMPARE(points->maps[i], row.map);
+                    QCOMPARE(points->first[i], row.references[static_cast<std::size_t>(at(3))]);
+                    QCOMPARE(points->second[i], row.references[static_cast<std::size_t>(at(4))]);
+                }
+            });
     }
 
+    /// What is wanted in a scope runs once, at its end.
     void severalChangesOneRun()
     {
         int runs = 0;
         Recalculation recalculation([&runs] { ++runs; });
         recalculation.wanted();
         QCOMPARE(runs, 1);
-        {
-            const Recalculation::Scope outer(recalculation);
-            recalculation.wanted();
-            {
-                const Recalculation::Scope inner(recalculation);
-                recalculation.wanted();
-            }
-            QVERIFY(recalculation.isHeld());
-            QCOMPARE(runs, 1);
-        }
-        QVERIFY(!recalculation.isHeld());
-        QCOMPARE(runs, 2);
-        {
-            const Recalculation::Scope nothingWanted(recalculation);
-        }
-        {
-            Recalculation::Scope dropped(recalculation);
-            recalculation.wanted();
-            dropped.drop();
-        }
-        QCOMPARE(runs, 2);
-        {
-            Recalculation::Scope wantedAgain(recalculation);
-            wantedAgain.drop();
-            recalculation.wanted();
-        }
-        QCOMPARE(runs, 3);
+        forRows<QStringList, int>({{"nothing wanted", {}, 0},
+                                   {"several", {"wanted", "wanted"}, 1},
+                                   {"dropped", {"wanted", "drop"}, 0},
+                                   {"wanted again", {"drop", "wanted"}, 1},
+                                   {"a scope within", {"wanted", "scope"}, 1},
+                                   {"only there", {"scope"}, 1}},
+                                  [&](const QStringList &steps, int expected) {
+                                      runs = 0;
+                                      {
+                                          Recalculation::Scope scope(recalculation);
+                                          for (const QString &step : steps) {
+                                              std::optional<Recalculation::Scope> inner;
+                                              if (step == "scope")
+                                                  inner.emplace(recalculation);
+                                              step == "drop" ? scope.drop() : recalculation.wanted();
+                                          }
+                                          QVERIFY(recalculation.isHeld() && runs == 0);
+                                      }
+                                      QVERIFY(!recalculation.isHeld());
+                                      QCOMPARE(runs, expected);
+                                  });
     }
 
 private:
