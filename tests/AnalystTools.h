@@ -9,32 +9,9 @@
 #include <QClipboard>
 #include <QMenu>
 
-/// A user who analyses the sample, and the truth that he should find.
+/// A user who analyses the sample.
 namespace paneltools
 {
-
-struct TruePixel {
-    double x, y, fractions[3], thickness, valence;
-};
-
-/// What truth.txt says, pixel by pixel.
-inline QVector<TruePixel> readTruth(const QString &path)
-{
-    QVector<TruePixel> pixels;
-    QFile file(path);
-    if (!file.open(QIODevice::ReadOnly))
-        return pixels;
-    for (const QByteArray &line : file.readAll().split('\n')) {
-        const QList<QByteArray> words = line.simplified().split(' ');
-        if (words.size() != 7 || line.startsWith('#'))
-            continue;
-        double values[7];
-        for (int i = 0; i < 7; ++i)
-            values[i] = words.at(i).toDouble();
-        pixels.append({values[0], values[1], {values[2], values[3], values[4]}, values[5], values[6]});
-    }
-    return pixels;
-}
 
 using tables::bytesOf;
 

@@ -5,10 +5,8 @@
 #include <QJsonArray>
 #include <QJsonDocument>
 #include <QProcess>
-#include <QtTest>
 
 using batchtools::edited;
-using tables::writeBytes;
 
 /// Jobs run on a small sample without noise: results, files, exit codes, processes.
 class TestBatch : public QObject
@@ -21,25 +19,19 @@ private slots:
     /// Against the truth of the sample, and to the last byte what a user at the panel gets.
     void resultFiles()
     {
-        struct Case {
-            const char *name; ///< of the job
-            const char *control;
-            int valenceColumn, fractions;
-            double tolerance;
-        };
-        forEach<Case>({{"four-points", "TypeFourPs", 3, 1, 0.02},         // which the edges' own shapes leave
-                       {"non-equivalent", "TypeNonEquiv", 13, 3, 0.005}}, // counts are whole
-                      [this](const Case &c) {
-                          QCOMPARE(m_sample.run({m_sample.path(c.name) + ".json"}), 0);
-                          QVERIFY(m_sample.out.contains("Result of LCF :: "));
-                          compareWithTruth(m_sample.text(QString(c.name) + ".dat"), c.valenceColumn, c.fractions,
-                                           c.tolerance);
-                          paneltools::SampleFiles files;
-                          QVERIFY(files.make(16, 12));
-                          paneltools::Analyst user(files, c.control);
-                          QCOMPARE(user.writeTo(files.path("hand.dat")), QString());
-                          QVERIFY(batchtools::sameResults(m_sample.path(c.name), files.path("hand")));
-                      });
+        forRows<QString, const char *, int, int, double>(
+            {{"what the edges' own shapes leave", "four-points", "TypeFourPs", 3, 1, 0.02},
+             {"counts are whole", "non-equivalent", "TypeNonEquiv", 13, 3, 0.005}},
+            [this](const QString &job, const char *control, int valenceColumn, int fractions, double tolerance) {
+                QCOMPARE(m_sample.run({m_sample.path(job + ".json")}), 0);
+                QVERIFY(m_sample.out.contains("Result of LCF :: "));
+                compareWithTruth(m_sample.text(job + ".dat"), valenceColumn, fractions, tolerance);
+                paneltools::SampleFiles files;
+                QVERIFY(files.make(16, 12));
+                paneltools::Analyst user(files, control);
+                QCOMPARE(user.writeTo(files.path("hand.dat")), QString());
+                QVERIFY(batchtools::sameResults(m_sample.path(job), files.path("hand")));
+            });
     }
 
     void report()
@@ -103,16 +95,10 @@ private slots:
     /// Each job is the sample's one but for some edits; the last ones have something in the way of an output.
     void exitCodes()
     {
-        struct Case {
-            const char *name;
-            const char *edits;
-            int code;
-            const char *mistake; ///< on standard error; null: none
-            bool hasResult;
-        };
         QVERIFY(QDir(m_sample.dir()).mkpath("blocked_HGThick.dat"));
         const char *const few = "Number of valied Ref Files is 1, which is less than 2.";
-        forEach<Case>(
+        // mistake: on standard error; null: none
+        forRows<QString, int, const char *, bool>(
             {{"no V point", "'vPoint': true => 'vPoint': false", 1, "V Point is not selected", false},
              {"one reference", "'ref2_valence3.dat', 'use': true => 'ref2_valence3.dat', 'use': false", 1, few, false},
              {"no fit, but a map", "'lcf': true} => 'lcf': false, 'use': true}", 0, nullptr, true},
@@ -123,14 +109,14 @@ private slots:
              {"histogram", "'four-points.dat' => 'blocked.dat'", 3, "Can't write the histograms of [", false},
              {"pictures", "'pictures': 'pictures' => 'pictures': 'truth.txt/p'", 3, "cannot make the folder", true},
              {"report", "'four-points-report.json' => 'missing/r.json'", 3, "cannot write the report", true}},
-            [this](const Case &c) {
+            [this](const QString &edits, int code, const char *mistake, bool hasResult) {
                 m_sample.removeResults();
-                QCOMPARE(m_sample.runJob(edited(m_sample.text("four-points.json"), c.edits)), c.code);
+                QCOMPARE(m_sample.runJob(edited(m_sample.text("four-points.json"), edits)), code);
                 const QStringList found = m_sample.mistakes();
-                QVERIFY2(c.mistake ? !found.filter(c.mistake).isEmpty() : found.isEmpty(), qPrintable(m_sample.err));
-                QCOMPARE(m_sample.results().contains("four-points.dat"), c.hasResult);
+                QVERIFY2(mistake ? !found.filter(mistake).isEmpty() : found.isEmpty(), qPrintable(m_sample.err));
+                QCOMPARE(m_sample.results().contains("four-points.dat"), hasResult);
                 // The report says what happened.
-                QCOMPARE(m_sample.results().contains("four-points-report.json"), QString(c.name) != "report");
+                QCOMPARE(m_sample.results().contains("four-points-report.json"), !edits.contains("missing/r.json"));
             });
     }
 
@@ -145,34 +131,26 @@ private slots:
     /// The bar's line ends before anything else is printed.
     void progressOnATerminal()
     {
-        struct Case {
-            const char *name; ///< of the job
-            const char *end;
-        };
-        forEach<Case>({{"four-points.json", "[####################] done in 0."},
-                       {"nothing.json", "[....................] failed after 0."}},
-                      [this](const Case &c) {
-                          QBuffer terminal;
-                          QVERIFY(terminal.open(QIODevice::WriteOnly));
-                          QTextStream out(&terminal), err(&terminal);
-                          runBatchCommand(parseBatchOptions({"flokluk-batch", "--check", m_sample.path(c.name)}), &out,
-                                          &err, true);
-                          const QList<QByteArray> lines = terminal.data().split('\n');
-                          QCOMPARE(lines.size(), 3); // the bar, the outcome, nothing
-                          const QByteArray end = QByteArray("\033[K") + c.name + ' ' + c.end;
-                          QVERIFY2(lines[0].split('\r').last().startsWith(end), lines[0].constData());
-                      });
+        forRows<QString, QString>(
+            {{"done", "four-points.json", "[####################] done in 0."},
+             {"failed", "nothing.json", "[....................] failed after 0."}},
+            [this](const QString &job, const QString &end) {
+                QBuffer terminal;
+                QVERIFY(terminal.open(QIODevice::WriteOnly));
+                QTextStream out(&terminal), err(&terminal);
+                runBatchCommand(parseBatchOptions({"flokluk-batch", "--check", m_sample.path(job)}), &out, &err, true);
+                const QList<QByteArray> lines = terminal.data().split('\n');
+                QCOMPARE(lines.size(), 3); // the bar, the outcome, nothing
+                QVERIFY2(lines[0].split('\r').last().startsWith(("\033[K" + job + ' ' + end).toUtf8()),
+                         lines[0].constData());
+            });
     }
 
     /// The other job runs before twin.json, which has the result file of four-points.json.
     void overwritingOutputs()
     {
-        struct Case {
-            const char *name;
-            const char *report, *other, *message;
-        };
         const char *const other = "non-equivalent.json";
-        forEach<Case>(
+        forRows<const char *, const char *, const char *>(
             {{"two jobs, one file", "twin-report.json", "four-points.json",
               "four-points.dat cannot be written: it is an output of .*four-points.json"},
              {"one job, one file", "x/../four-points.dat", other,
@@ -180,13 +158,14 @@ private slots:
              {"its own spectrum", "target.dat", other, "target.dat cannot be written: it is an input of .*twin.json"},
              {"another job", "non-equivalent.json", other,
               "cannot be written: it is an input of .*non-equivalent.json"}},
-            [this](const Case &c) {
+            [this](const char *report, const char *before, const char *message) {
                 m_sample.removeResults();
-                const QString report = QString("four-points-report.json => ") + c.report;
-                QVERIFY(writeBytes(m_sample.path("twin.json"), edited(m_sample.text("four-points.json"), report)));
+                const QString edit = QString("four-points-report.json => ") + report;
+                QVERIFY(
+                    tables::writeBytes(m_sample.path("twin.json"), edited(m_sample.text("four-points.json"), edit)));
                 const QByteArray target = m_sample.text("target.dat");
-                QCOMPARE(m_sample.run({m_sample.path(c.other), m_sample.path("twin.json")}), 2);
-                const QRegularExpression sentence(QString("twin.json: .*") + c.message);
+                QCOMPARE(m_sample.run({m_sample.path(before), m_sample.path("twin.json")}), 2);
+                const QRegularExpression sentence(QString("twin.json: .*") + message);
                 QVERIFY2(m_sample.mistakes().filter(sentence).size() == 1, qPrintable(m_sample.err));
                 QCOMPARE(m_sample.mistakes().size(), 1);
                 QCOMPARE(m_sample.text("target.dat"), target);
@@ -198,7 +177,7 @@ private slots:
     {
         const QString refused = "'vPoint': true => 'vPoint': false && 'four-points => 'refused && "
                                 "'pictures': 'pictures',  => ";
-        QVERIFY(writeBytes(m_sample.path("refused.json"), edited(m_sample.text("four-points.json"), refused)));
+        QVERIFY(tables::writeBytes(m_sample.path("refused.json"), edited(m_sample.text("four-points.json"), refused)));
         QStringList jobs;
         for (const char *const name : {"four-points.json", "nothing.json", "refused.json", "non-equivalent.json"})
             jobs << m_sample.path(name);
@@ -221,7 +200,7 @@ private slots:
         batchtools::SampleJobs large;
         QVERIFY(large.make(256, 192));
         const QStringList job = {large.path("non-equivalent.json")};
-        QVERIFY(writeBytes(job[0], edited(large.text("non-equivalent.json"), "'pictures': 'pictures',  => ")));
+        QVERIFY(tables::writeBytes(job[0], edited(large.text("non-equivalent.json"), "'pictures': 'pictures',  => ")));
         QCOMPARE(large.run(job), 0);
         const QByteArray whole = large.text("non-equivalent.dat");
         QVERIFY(whole.size() > 1000000);
@@ -245,26 +224,36 @@ private slots:
     }
 
 private:
-    /// Pixels with little material, or with a component that the method does not know, do not count.
-    void compareWithTruth(const QByteArray &result, int valenceColumn, int fractions, double tolerance)
+    /// The numbers of the lines that are no comment.
+    static QVector<QVector<double>> numbersIn(const QByteArray &text)
     {
-        const QVector<paneltools::TruePixel> truth = paneltools::readTruth(m_sample.path("truth.txt"));
-        int pixel = 0, compared = 0;
-        for (const QByteArray &line : result.split('\n')) {
-            const QList<QByteArray> words = line.simplified().split(' ');
-            if (words.size() < 5 || line.startsWith('#'))
-                continue;
-            const paneltools::TruePixel &wanted = truth.at(pixel++);
-            QCOMPARE(words[0].toDouble(), wanted.x);
-            QCOMPARE(words[1].toDouble(), wanted.y);
-            if (wanted.thickness < 0.2 || (fractions == 1 && wanted.fractions[2] > 0))
+        QVector<QVector<double>> rows;
+        for (const QByteArray &line : text.split('\n')) {
+            QVector<double> row;
+            for (const QByteArray &word : line.simplified().split(' '))
+                row << word.toDouble();
+            if (row.size() >= 5 && !line.startsWith('#'))
+                rows << row;
+        }
+        return rows;
+    }
+
+    /// Pixels with little material, or with a component that the method does not know, do not count.
+    void compareWithTruth(const QByteArray &text, int valenceColumn, int fractions, double tolerance)
+    {
+        const QVector<QVector<double>> result = numbersIn(text), truth = numbersIn(m_sample.text("truth.txt"));
+        QCOMPARE(result.size(), truth.size());
+        int compared = 0;
+        for (int i = 0; i < truth.size(); ++i) {
+            const QVector<double> &wanted = truth[i]; // x, y, three fractions, thickness, valence
+            QCOMPARE(result[i].mid(0, 2), wanted.mid(0, 2));
+            if (wanted[5] < 0.2 || (fractions == 1 && wanted[4] > 0))
                 continue;
             ++compared;
-            QVERIFY2(qAbs(words[valenceColumn].toDouble() - wanted.valence) < tolerance, line.constData());
-            for (int j = 0; j < fractions; ++j)
-                QVERIFY2(qAbs(words[2 + j].toDouble() - wanted.fractions[j]) < tolerance, line.constData());
+            QVERIFY(qAbs(result[i][valenceColumn] - wanted[6]) < tolerance);
+            for (int column = 2; column < 2 + fractions; ++column)
+                QVERIFY(qAbs(result[i][column] - wanted[column]) < tolerance);
         }
-        QCOMPARE(pixel, truth.size());
         QVERIFY(compared > 50);
     }
 

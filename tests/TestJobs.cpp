@@ -5,7 +5,6 @@
 #include "batch/JobRunner.h"
 
 #include <QJsonDocument>
-#include <QtTest>
 
 using namespace paneltools;
 
@@ -19,17 +18,14 @@ private slots:
 
     void wrongJobs()
     {
-        struct Case {
-            const char *name;
-            const char *edit;    ///< of the sample's job
-            const char *message; ///< its parts; ' stands for "
-        };
-        forEach<Case>(
+        // edit: of the sample's job; message: its parts; ' stands for "
+        forRows<const char *, const char *>(
             {{"not JSON", "'references': => 'references'", "not JSON: ... at line ...column "},
              {"misspelt key", "'references' => 'referenses'", "referenses is no known key; did you mean 'references'?"},
              {"misspelt inner key", "'dE' => 'De'", "references[0].De is no known key; did you mean 'dE'?"},
              {"misspelt output", "'result' => 'results'", "output.results is no known key; did you mean 'result'?"},
              {"misspelt setting", "'EdgeE' => 'EdgeeE'", "settings.EdgeeE is no known key; did you mean 'EdgeE'?"},
+             {"exchanged letters", "'map' => 'mpa'", "energies[0].mpa is no known key; did you mean 'map'?"},
              {"a button is no setting", "'EdgeE' => 'WriteB'", "settings.WriteB is no known key"},
              {"a read-only field is no setting", "'EdgeE' => 'LCFRes'", "settings.LCFRes is no known key"},
              {"number as text", "'valence': 2 => 'valence': '2'", "references[0].valence must be a number"},
@@ -50,10 +46,10 @@ private slots:
              {"a map file that is none", "map1_8260.000eV.txt => truth.txt", "energies[0].map: ...truth.txt is no map"},
              {"empty name", "'four-points.dat' => ''", "output.result must not be empty"},
              {"nothing to calculate", "'use': true, 'vPoint' => 'use': false, 'vPoint'", "no map that could be"}},
-            [this](const Case &c) {
-                QCOMPARE(m_sample.runJob(batchtools::edited(m_sample.text("four-points.json"), c.edit)), 2);
+            [this](const char *edit, const char *message) {
+                QCOMPARE(m_sample.runJob(batchtools::edited(m_sample.text("four-points.json"), edit)), 2);
                 QStringList found = m_sample.mistakes();
-                for (const QString &part : QString(c.message).replace('\'', '"').split("..."))
+                for (const QString &part : QString(message).replace('\'', '"').split("..."))
                     found = found.filter(part);
                 QVERIFY2(found.size() == 1, qPrintable(m_sample.err));
                 QVERIFY(found.first().startsWith("flokluk-batch: " + m_sample.path("job.json") + ": "));
@@ -76,36 +72,23 @@ private slots:
         QCOMPARE(found.size(), 6);
     }
 
-    void nearestWords()
-    {
-        const QStringList known = {"energy", "map", "use", "vPoint", "lcf"};
-        QCOMPARE(nearestWord("vpoint", known), QString("vPoint"));
-        QCOMPARE(nearestWord("enrgy", known), QString("energy"));
-        QCOMPARE(nearestWord("mpa", known), QString("map"));
-    }
-
     void commandLine()
     {
-        struct Case {
-            const char *name;
-            QString arguments;
-            int code;
-            QString text;
-        };
-        forEach<Case>({{"help", "--help", 0, "--pictures"},
-                       {"version", "--version", 0, "flokluk-batch 0."},
-                       {"no job", "--check", 2, "no job file"},
-                       {"unknown option", "--pictres x a.json", 2, "pictres"},
-                       {"no processes", "--jobs 0 a.json", 2, "--jobs"},
-                       {"processes in words", "--jobs two a.json", 2, "--jobs"},
-                       {"two windows", "--show a.json b.json", 2, "--show"},
-                       {"window and pictures", "--show --pictures x a.json", 2, "--show"},
-                       {"no such job", "nothing.json", 2, "nothing.json: the job file cannot be read"}},
-                      [this](const Case &c) {
-                          QCOMPARE(m_sample.run(c.arguments.split(' ')), c.code);
-                          QVERIFY2((c.code == 0 ? m_sample.out : m_sample.err).contains(c.text),
-                                   qPrintable(m_sample.out + m_sample.err));
-                      });
+        forRows<QString, int, QString>(
+            {{"help", "--help", 0, "--pictures"},
+             {"version", "--version", 0, "flokluk-batch 0."},
+             {"no job", "--check", 2, "no job file"},
+             {"unknown option", "--pictres x a.json", 2, "pictres"},
+             {"no processes", "--jobs 0 a.json", 2, "--jobs"},
+             {"processes in words", "--jobs two a.json", 2, "--jobs"},
+             {"two windows", "--show a.json b.json", 2, "--show"},
+             {"window and pictures", "--show --pictures x a.json", 2, "--show"},
+             {"no such job", "nothing.json", 2, "nothing.json: the job file cannot be read"}},
+            [this](const QString &arguments, int code, const QString &text) {
+                QCOMPARE(m_sample.run(arguments.split(' ')), code);
+                QVERIFY2((code == 0 ? m_sample.out : m_sample.err).contains(text),
+                         qPrintable(m_sample.out + m_sample.err));
+            });
         QCOMPARE(parseBatchOptions({"flokluk-batch", "-e", "-j", "a"}).japanese, true);
         QCOMPARE(parseBatchOptions({"flokluk-batch", "-j", "-e", "a"}).japanese, false);
         QCOMPARE(parseBatchOptions({"flokluk-batch", "a"}).japanese, false);
@@ -143,25 +126,22 @@ private slots:
 
     void edgeOfTheJob()
     {
-        struct Case {
-            const char *name;
-            const char *settings;
-            double edge; ///< 0: the one found in the target, which is read last
-        };
-        forEach<Case>({{"given", "{\"EdgeE\": 8344.5}", 8344.5},
-                       {"given and kept", "{\"EdgeE\": 8344.5, \"EdgeFixed\": true}", 8344.5},
-                       {"found", "{}", 0.0},
-                       {"the panel's own kept", "{\"EdgeFixed\": true}", 8350.0}},
-                      [this](const Case &c) {
-                          Job job = nonEquivalent();
-                          job.settings = QJsonDocument::fromJson(c.settings).object();
-                          FourPs panel;
-                          QCOMPARE(panel.load(job), QStringList());
-                          const double found = sixDigits(panel.input().target.spectrum.findEdge()).toDouble();
-                          const double edge = c.edge == 0.0 ? found : c.edge;
-                          QCOMPARE(panel.job().settings.value("EdgeE").toDouble(), edge);
-                          QCOMPARE(panel.input().references.first().spectrum.edgeEnergy(), edge);
-                      });
+        // Instead of 0: the edge found in the target, which is read last.
+        forRows<const char *, double>({{"given", "{\"EdgeE\": 8344.5}", 8344.5},
+                                       {"given and kept", "{\"EdgeE\": 8344.5, \"EdgeFixed\": true}", 8344.5},
+                                       {"found", "{}", 0.0},
+                                       {"the panel's own kept", "{\"EdgeFixed\": true}", 8350.0}},
+                                      [this](const char *settings, double given) {
+                                          Job job = nonEquivalent();
+                                          job.settings = QJsonDocument::fromJson(settings).object();
+                                          FourPs panel;
+                                          QCOMPARE(panel.load(job), QStringList());
+                                          const double found =
+                                              sixDigits(panel.input().target.spectrum.findEdge()).toDouble();
+                                          const double edge = given == 0.0 ? found : given;
+                                          QCOMPARE(panel.job().settings.value("EdgeE").toDouble(), edge);
+                                          QCOMPARE(panel.input().references.first().spectrum.edgeEnergy(), edge);
+                                      });
     }
 
     void oneJobLeavesNothingForTheNext()
@@ -186,13 +166,10 @@ private slots:
     /// once, for the lines and the fields as well.
     void copiedConditionsGiveTheSameResult()
     {
-        struct Case {
-            const char *name; ///< of the method's button
-        };
-        forEach<Case>({{"TypeNonEquiv"}, {"TypeFourPs"}}, [this](const Case &c) {
+        for (const char *const method : {"TypeNonEquiv", "TypeFourPs"}) {
             SampleFiles files;
             QVERIFY(files.make());
-            Analyst user(files, c.name);
+            Analyst user(files, method);
             user.click("RecC1");
             user.click("HgTAuto");
             user.type("HgTTo", "1.75");
@@ -212,7 +189,7 @@ private slots:
             QCOMPARE(m_sample.mistakes(), QStringList());
             QCOMPARE(m_sample.out, messages); // what was found for the target
             QVERIFY(batchtools::sameResults(files.path("again"), files.path("hand")));
-        });
+        }
     }
 
     /// The second of two references that are to be used has a file, and nothing else does.
