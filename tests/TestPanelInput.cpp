@@ -64,25 +64,21 @@ private slots:
     /// at last the file's own turn with two more.
     void orderWhenAFileIsChosen()
     {
-        struct Case {
-            const char *name, *control, *references;
-            bool hasTarget, isEdgeKept;
-            QString file, order;
-        };
-        const auto check = [this](const Case &c) {
+        const auto check = [this](const char *control, const char *references, bool hasTarget, bool isEdgeKept,
+                                  const QString &file, const QString &order) {
             User user;
             subtractPostLines(&user);
             user.keepEdge("8340");
-            user.load(m_files, c.references, c.hasTarget);
+            user.load(m_files, references, hasTarget);
             user.typeEnergy(2, "8400");
-            if (!c.isEdgeKept)
+            if (!isEdgeKept)
                 user.click("EdgeFixed");
             EventLog events(&user, 2);
-            events.watchFile(user.find<AFileSelect>(c.control));
-            user.load(user.find<QWidget>(c.control), c.file);
-            QCOMPARE(events.log.join(' '), c.order);
+            events.watchFile(user.find<AFileSelect>(control));
+            user.load(user.find<QWidget>(control), file);
+            QCOMPARE(events.log.join(' '), order);
         };
-        forEach<Case>(
+        forRows<const char *, const char *, bool, bool, QString, QString>(
             {{"reference", "Ref2File/XafsFS", "3", true, false, m_files.reference(2),
               "directory edge shown MutT Mut2 calculated Mut3 calculated calculated calculated path selected"},
              {"target", "TargetFS", "1", false, true, m_files.target(),
@@ -270,32 +266,30 @@ private slots:
 
     void rangesRefit()
     {
-        struct Case {
-            const char *name, *text, *back;
-            double edge, pre, post;
-        };
         User user;
         subtractPostLines(&user);
         user.keepEdge("8345");
         user.load(m_files, "1");
         user.typeEnergy(1, "8350");
         const AMutE &spectrum = user.reference(1)->selector()->spectrum();
-        const auto check = [&](const Case &c) {
-            user.type(c.name, c.text);
-            const AMutE expected = spectrumOf(m_files.reference(1), c.edge, c.pre, c.post);
+        const auto check = [&](const char *field, const char *text, const char *back, double edge, double pre,
+                               double post) {
+            user.type(field, text);
+            const AMutE expected = spectrumOf(m_files.reference(1), edge, pre, post);
             QCOMPARE(spectrum.edgeJump(), expected.edgeJump());
-            QCOMPARE(spectrum.preEdgeEnd(), c.edge + c.pre);
-            QCOMPARE(spectrum.postEdgeStart(), c.edge + c.post);
+            QCOMPARE(spectrum.preEdgeEnd(), edge + pre);
+            QCOMPARE(spectrum.postEdgeStart(), edge + post);
             QCOMPARE(user.rowText(1, "Mut1"), shownValue(expected, 8350, true));
-            QCOMPARE(user.text(c.name), QString(c.text));
-            user.type(c.name, c.back);
+            QCOMPARE(user.text(field), QString(text));
+            user.type(field, back);
             QCOMPARE(user.rowText(1, "Mut1"), shownValue(reference(1, 8345), 8350, true));
         };
-        forEach<Case>({{"EdgeE", "8340.5", "8345", 8340.5, -50, 100},
-                       {"PreEEndDE", "-30", "-50", 8345, -30, 100},
-                       {"PostEStartDE", "70", "100", 8345, -50, 70},
-                       {"PostEStartDE", "1OO", "100", 8345, -50, 0}},
-                      check);
+        forRows<const char *, const char *, const char *, double, double, double>(
+            {{"edge", "EdgeE", "8340.5", "8345", 8340.5, -50, 100},
+             {"pre-edge", "PreEEndDE", "-30", "-50", 8345, -30, 100},
+             {"post-edge", "PostEStartDE", "70", "100", 8345, -50, 70},
+             {"no number", "PostEStartDE", "1OO", "100", 8345, -50, 0}},
+            check);
     }
 
     // --- files ---
@@ -342,26 +336,23 @@ private slots:
         user.load(m_files, "12", true);
         for (const int row : {1, 6})
             user.typeEnergy(row, "8400");
-        struct Case {
-            const char *name, *onto;
-            QString path; ///< empty: cleared
-            const char *shown;
-        };
-        const auto check = [&user](const Case &c) {
-            c.path.isEmpty() ? user.click(QString(c.onto) + "/ClearB") : user.load(user.find<QWidget>(c.onto), c.path);
+        const auto check = [&user](const char *onto, const QString &path, const char *shown) {
+            path.isEmpty() ? user.click(QString(onto) + "/ClearB") : user.load(user.find<QWidget>(onto), path);
             for (const char *const name : {"Mut1", "Mut2", "MutT"}) {
-                QCOMPARE(user.rowText(1, name).isEmpty(), !QString(c.shown).contains(name));
+                QCOMPARE(user.rowText(1, name).isEmpty(), !QString(shown).contains(name));
                 QCOMPARE(user.rowText(6, name), user.rowText(1, name));
             }
         };
-        forEach<Case>({{"unreadable", "Ref2File", m_files.path("nowhere.dat"), "Mut1 Mut2 MutT"},
-                       {"no spectrum", "Ref2File", m_files.map(1), "Mut1 MutT"},
-                       {"there again", "Ref2File", m_files.reference(2), "Mut1 Mut2 MutT"},
-                       {"cleared", "Ref2File", "", "Mut1 MutT"},
-                       {"target no spectrum", "TargetFS", m_files.map(1), "Mut1"},
-                       {"target there again", "TargetFS", m_files.target(), "Mut1 MutT"},
-                       {"target cleared", "TargetFS", "", "Mut1"}},
-                      check);
+        // path: empty: cleared
+        forRows<const char *, QString, const char *>(
+            {{"unreadable", "Ref2File", m_files.path("nowhere.dat"), "Mut1 Mut2 MutT"},
+             {"no spectrum", "Ref2File", m_files.map(1), "Mut1 MutT"},
+             {"there again", "Ref2File", m_files.reference(2), "Mut1 Mut2 MutT"},
+             {"cleared", "Ref2File", "", "Mut1 MutT"},
+             {"target no spectrum", "TargetFS", m_files.map(1), "Mut1"},
+             {"target there again", "TargetFS", m_files.target(), "Mut1 MutT"},
+             {"target cleared", "TargetFS", "", "Mut1"}},
+            check);
         QVERIFY(!user.reference(2)->selector()->valid() && !user.target()->valid());
     }
 };
