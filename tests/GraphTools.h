@@ -55,17 +55,10 @@ inline LcfVsMpsInput comparisonOf(const QVector<ComparisonRecord> &records, doub
     return {records, {QColor(0, 0, 255), QColor(120, 220, 120)}, valenceA, valenceB, QString(), QString()};
 }
 
+/// Of references of valence 2 and 3, shown from 1.5 to 3.5 and from -0.5 to 2.
 inline ScatterInput scatterOf(const Doubles &a, const Doubles &t)
 {
-    ScatterInput input;
-    input.a = a.data();
-    input.t = t.data();
-    input.count = static_cast<std::size_t>(a.size());
-    input.valenceA = 2;
-    input.valenceB = 3;
-    input.valences = {1.5, 3.5};
-    input.amounts = {-0.5, 2.0};
-    return input;
+    return {a.data(), t.data(), std::size_t(a.size()), 2, 3, {1.5, 3.5}, {-0.5, 2.0}, {}, {}, 0};
 }
 
 inline PixelValues pixels(const Doubles &values)
@@ -73,15 +66,10 @@ inline PixelValues pixels(const Doubles &values)
     return {values.data(), static_cast<std::size_t>(values.size())};
 }
 
+/// With references of P, Q and R = 1, 3, 2 and 0, 1, 3.
 inline M2M3Input m2m3Of(const Doubles &p, const Doubles &q, const Doubles &r)
 {
-    M2M3Input input;
-    input.p = pixels(p);
-    input.q = pixels(q);
-    input.r = pixels(r);
-    input.first = {1, 3, 2};
-    input.second = {0, 1, 3};
-    return input;
+    return {pixels(p), pixels(q), pixels(r), {1, 3, 2}, {0, 1, 3}, false, {}, {}, 0};
 }
 
 inline HistogramBins binsOf(double first, double last, const QVector<int> &counts)
@@ -94,17 +82,11 @@ inline HistogramBins binsOf(double first, double last, const QVector<int> &count
 
 inline HistogramInput histogramOf(const HistogramBins &bins, const ValueRange &range)
 {
-    HistogramInput input;
-    input.bins = &bins;
-    input.range = range;
-    return input;
+    return {&bins, range, {}, {}, {}};
 }
 
+/// One curve in red.
 inline MutsInput mutsOf(const QPolygonF &points, double windowFrom = 0, double windowTo = 0)
 {
-    MutsInput input;
-    input.curves = {{QStringLiteral("curve"), red, points}};
-    input.windowFrom = windowFrom;
-    input.windowTo = windowTo;
-    return input;
+    return {{{QStringLiteral("curve"), red, points}}, {}, {}, windowFrom, windowTo, {}, {}};
 }

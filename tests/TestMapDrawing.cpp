@@ -187,10 +187,7 @@ private slots:
 
         for (const QSize &size : {QSize(0, 0), QSize(1, 1), QSize(5, 300)}) {
             canvas.display.area()->resize(size);
-            for (const double edge : {0.0, 1e-300, 1e300, infinity, notANumber}) {
-                canvas.cc().setRealArea(0, -edge, edge, 1);
-                canvas.drawData(shown(values, 2, 2));
-            }
+            canvas.drawData(shown(values, 2, 2));
         }
     }
 };
