@@ -34,6 +34,9 @@ struct ShownBar {
         return others.join(QStringLiteral(", "));
     }
 
+    QPointF indices() const { return {bar.idxAtBottom, bar.idxAtTop}; } ///< of the colours at the ends
+    QPoint handles() const { return {bar.bottomPix, bar.topPix}; }      ///< their rows
+
     cBar bar;
 };
 
@@ -92,8 +95,7 @@ private slots:
         QSignalSpy newScale(&bar, &cBar::newScale);
         shown.drag(4, 150);
         QCOMPARE(newScale.count(), 1);
-        QCOMPARE(bar.idxAtTop, 1536.0);
-        QCOMPARE(bar.idxAtBottom, 0.0);
+        QCOMPARE(shown.indices(), QPointF(0.0, 1536.0));
         QCOMPARE(bar.topPix, 150);
         for (const double value : {0.5, 0.51, 1.0})
             QCOMPARE(bar.getColor(value), bar.colors.last());
@@ -108,8 +110,7 @@ private slots:
         for (const int row : {12, 288, 10, 290}) { // ten pixels or more from an end: nothing is grabbed
             shown.drag(row, 150);
             QCOMPARE(bar.grabbed, 2);
-            QCOMPARE(bar.idxAtTop, 768.0);
-            QCOMPARE(bar.idxAtBottom, 0.0);
+            QCOMPARE(shown.indices(), QPointF(0.0, 768.0));
         }
         shown.drag(291, 250);
         QCOMPARE(bar.grabbed, 1);
@@ -117,8 +118,7 @@ private slots:
         QVERIFY(!bar.mouse.pressed);
         shown.drag(100, 200); // away from both ends: moves the one grabbed last
         QCOMPARE(bar.grabbed, 1);
-        QCOMPARE(bar.bottomPix, 200);
-        QCOMPARE(bar.topPix, 0);
+        QCOMPARE(shown.handles(), QPoint(200, 0));
         QMouseEvent hover(QEvent::MouseMove, QPointF(5, 30), Qt::NoButton, Qt::NoButton, Qt::NoModifier);
         QApplication::sendEvent(&bar, &hover); // no button held
         bar.grab();
@@ -135,8 +135,7 @@ private slots:
         shown.drag(295, 153); // rounding alone would move it up by three rows in what follows
         for (int i = 0; i < 40; ++i)
             shown.drag(shown.bar.topPix, 3 + i * 37 % 145);
-        QCOMPARE(shown.bar.bottomPix, 153);
-        QCOMPARE(shown.bar.topPix, 3 + 39 * 37 % 145);
+        QCOMPARE(shown.handles(), QPoint(153, 3 + 39 * 37 % 145));
     }
 
     void reversedAndTinyBars()
@@ -145,8 +144,7 @@ private slots:
         cBar &bar = shown.bar;
         shown.drag(298, 100); // the lower end goes up, then the upper one below it
         shown.drag(2, 200);
-        QCOMPARE(bar.topPix, 200);
-        QCOMPARE(bar.bottomPix, 100);
+        QCOMPARE(shown.handles(), QPoint(100, 200));
         QCOMPARE(bar.getColor(1.0), bar.colors.first());
         QCOMPARE(bar.getColor(0.0), bar.colors.last());
         shown.drag(200, 100); // onto the other end: no scale, so nothing changes
@@ -166,8 +164,7 @@ private slots:
         QSignalSpy newScale(&shown.bar, &cBar::newScale);
         QTest::mouseDClick(&shown.bar, Qt::LeftButton, Qt::NoModifier, QPoint(5, 70));
         QCOMPARE(newScale.count(), 0);
-        QCOMPARE(shown.bar.idxAtTop, 768.0);
-        QCOMPARE(shown.bar.idxAtBottom, 0.0);
+        QCOMPARE(shown.indices(), QPointF(0.0, 768.0));
         QCOMPARE(shown.wrongRows({{150, shown.bar.colors.at(384)}}), QString());
     }
 

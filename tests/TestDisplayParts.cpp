@@ -165,8 +165,7 @@ private slots:
                                         bounds =
                                             dt.drawText(p, box, font, Qt::AlignLeft | Qt::AlignTop, 1, text, maxSize);
                                         QCOMPARE(p->font(), before);
-                                        QVERIFY(dt.fitSize(p, box, font, Qt::AlignLeft | Qt::AlignTop, text) > 0);
-                                    });
+                                                        });
                                     const QRectF room = box.normalized();
                                     QVERIFY(!inkIn(image).isEmpty());
                                     QVERIFY(room.adjusted(-2, -2, 2, 2).contains(QRectF(inkIn(image))));
