@@ -66,6 +66,11 @@ private slots:
         analysis.runMap(wrong);
         analysis.runTarget(wrong);
         analysis.runFit(wrong);
+        A2DData large;
+        large.setSize(20000, 20000);
+        AnalysisInput tooLarge = m_sample.input();
+        tooLarge.points[2].map = &large; // the V point's, whose size the result has
+        QCOMPARE(Analysis().runMap(tooLarge).message, QString("The map of 20000 x 20000 pixels is too large."));
         for (const Step step : {Step::Map, Step::Target, Step::Fit})
             QVERIFY(!analysis.outcome(step).isDone);
         QCOMPARE(analysis.outcome(Step::Map).message, QString("V Point is not selected"));
