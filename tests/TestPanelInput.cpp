@@ -9,9 +9,7 @@ namespace
 
 /// What the user sees happen, in order: the fields of an energy row, the edge and each start of the map calculation,
 /// which fails and says so.
-class EventLog : public QObject
-{
-public:
+struct EventLog : QObject {
     EventLog(User *user, int row)
     {
         connect(user->field("EdgeE"), &QLineEdit::textChanged, this, [this] { log += "edge shown"; });
@@ -64,20 +62,6 @@ private slots:
     /// at last the file's own turn with two more.
     void orderWhenAFileIsChosen()
     {
-        const auto check = [this](const char *control, const char *references, bool hasTarget, bool isEdgeKept,
-                                  const QString &file, const QString &order) {
-            User user;
-            subtractPostLines(&user);
-            user.keepEdge("8340");
-            user.load(m_files, references, hasTarget);
-            user.typeEnergy(2, "8400");
-            if (!isEdgeKept)
-                user.click("EdgeFixed");
-            EventLog events(&user, 2);
-            events.watchFile(user.find<AFileSelect>(control));
-            user.load(user.find<QWidget>(control), file);
-            QCOMPARE(events.log.join(' '), order);
-        };
         forRows<const char *, const char *, bool, bool, QString, QString>(
             {{"reference", "Ref2File/XafsFS", "3", true, false, m_files.reference(2),
               "directory edge shown MutT Mut2 calculated Mut3 calculated calculated calculated path selected"},
@@ -85,7 +69,20 @@ private slots:
               "directory MutT calculated calculated path selected"},
              {"map", "Energy2/FileSelect", "1", true, true, m_files.map(2),
               "directory Mut1 MutT energy calculated data path selected"}},
-            check);
+            [this](const char *control, const char *references, bool hasTarget, bool isEdgeKept, const QString &file,
+                   const QString &order) {
+                User user;
+                subtractPostLines(&user);
+                user.keepEdge("8340");
+                user.load(m_files, references, hasTarget);
+                user.typeEnergy(2, "8400");
+                if (!isEdgeKept)
+                    user.click("EdgeFixed");
+                EventLog events(&user, 2);
+                events.watchFile(user.find<AFileSelect>(control));
+                user.load(user.find<QWidget>(control), file);
+                QCOMPARE(events.log.join(' '), order);
+            });
     }
 
     /// Every spectrum is fitted before the first calculation.
@@ -174,13 +171,13 @@ private slots:
         for (int row = 1; row <= 7; ++row)
             user.typeEnergy(row, QString::number(8000 + 200 * row)); // the last beyond the scan
         user.load(m_files, "14", true);
+        const std::pair<const char *, AMutE> shown[] = {
+            {"Mut1", reference(1, 8345)}, {"Mut4", reference(4, 8345)}, {"MutT", target(8345)}};
         const auto check = [&](int row) {
-            const double energy = user.row(row)->energy();
-            QCOMPARE(user.rowText(row, "Mut1"), shownValue(reference(1, 8345), energy));
-            QCOMPARE(user.rowText(row, "Mut4"), shownValue(reference(4, 8345), energy));
-            QCOMPARE(user.rowText(row, "MutT"), shownValue(target(8345), energy));
-            for (const char *const name : {"Mut1", "Mut4", "MutT"})
+            for (const auto &[name, spectrum] : shown) {
+                QCOMPARE(user.rowText(row, name), shownValue(spectrum, user.row(row)->energy()));
                 QCOMPARE(user.row(row)->findChild<QLineEdit *>(name)->cursorPosition(), 0);
+            }
         };
         for (int row = 1; row <= 8; ++row) {
             check(row);
@@ -266,30 +263,27 @@ private slots:
 
     void rangesRefit()
     {
-        User user;
-        subtractPostLines(&user);
-        user.keepEdge("8345");
-        user.load(m_files, "1");
-        user.typeEnergy(1, "8350");
-        const AMutE &spectrum = user.reference(1)->selector()->spectrum();
-        const auto check = [&](const char *field, const char *text, const char *back, double edge, double pre,
-                               double post) {
-            user.type(field, text);
-            const AMutE expected = spectrumOf(m_files.reference(1), edge, pre, post);
-            QCOMPARE(spectrum.edgeJump(), expected.edgeJump());
-            QCOMPARE(spectrum.preEdgeEnd(), edge + pre);
-            QCOMPARE(spectrum.postEdgeStart(), edge + post);
-            QCOMPARE(user.rowText(1, "Mut1"), shownValue(expected, 8350, true));
-            QCOMPARE(user.text(field), QString(text));
-            user.type(field, back);
-            QCOMPARE(user.rowText(1, "Mut1"), shownValue(reference(1, 8345), 8350, true));
-        };
-        forRows<const char *, const char *, const char *, double, double, double>(
-            {{"edge", "EdgeE", "8340.5", "8345", 8340.5, -50, 100},
-             {"pre-edge", "PreEEndDE", "-30", "-50", 8345, -30, 100},
-             {"post-edge", "PostEStartDE", "70", "100", 8345, -50, 70},
-             {"no number", "PostEStartDE", "1OO", "100", 8345, -50, 0}},
-            check);
+        // edge, pre, post: eV, the last two from the edge
+        forRows<const char *, const char *, double, double, double>(
+            {{"edge", "EdgeE", "8340.5", 8340.5, -50, 100},
+             {"pre-edge", "PreEEndDE", "-30", 8345, -30, 100},
+             {"post-edge", "PostEStartDE", "70", 8345, -50, 70},
+             {"no number", "PostEStartDE", "1OO", 8345, -50, 0}},
+            [this](const char *field, const char *text, double edge, double pre, double post) {
+                User user;
+                subtractPostLines(&user);
+                user.keepEdge("8345");
+                user.load(m_files, "1");
+                user.typeEnergy(1, "8350");
+                user.type(field, text);
+                const AMutE expected = spectrumOf(m_files.reference(1), edge, pre, post);
+                const AMutE &spectrum = user.reference(1)->selector()->spectrum();
+                QCOMPARE(spectrum.edgeJump(), expected.edgeJump());
+                QCOMPARE(spectrum.preEdgeEnd(), edge + pre);
+                QCOMPARE(spectrum.postEdgeStart(), edge + post);
+                QCOMPARE(user.rowText(1, "Mut1"), shownValue(expected, 8350, true));
+                QCOMPARE(user.text(field), QString(text));
+            });
     }
 
     // --- files ---
@@ -336,13 +330,6 @@ private slots:
         user.load(m_files, "12", true);
         for (const int row : {1, 6})
             user.typeEnergy(row, "8400");
-        const auto check = [&user](const char *onto, const QString &path, const char *shown) {
-            path.isEmpty() ? user.click(QString(onto) + "/ClearB") : user.load(user.find<QWidget>(onto), path);
-            for (const char *const name : {"Mut1", "Mut2", "MutT"}) {
-                QCOMPARE(user.rowText(1, name).isEmpty(), !QString(shown).contains(name));
-                QCOMPARE(user.rowText(6, name), user.rowText(1, name));
-            }
-        };
         // path: empty: cleared
         forRows<const char *, QString, const char *>(
             {{"unreadable", "Ref2File", m_files.path("nowhere.dat"), "Mut1 Mut2 MutT"},
@@ -352,7 +339,13 @@ private slots:
              {"target no spectrum", "TargetFS", m_files.map(1), "Mut1"},
              {"target there again", "TargetFS", m_files.target(), "Mut1 MutT"},
              {"target cleared", "TargetFS", "", "Mut1"}},
-            check);
+            [&user](const char *onto, const QString &path, const char *shown) {
+                path.isEmpty() ? user.click(QString(onto) + "/ClearB") : user.load(user.find<QWidget>(onto), path);
+                for (const char *const name : {"Mut1", "Mut2", "MutT"}) {
+                    QCOMPARE(user.rowText(1, name).isEmpty(), !QString(shown).contains(name));
+                    QCOMPARE(user.rowText(6, name), user.rowText(1, name));
+                }
+            });
         QVERIFY(!user.reference(2)->selector()->valid() && !user.target()->valid());
     }
 };
