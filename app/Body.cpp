@@ -1,6 +1,7 @@
 #include "app/Body.h"
 
 #include "analysis/panel/FourPs.h"
+#include "controls/ScreenRoom.h"
 
 #include <QApplication>
 #include <QCloseEvent>
@@ -12,6 +13,7 @@ Body::Body(QWidget *parent)
     setWindowTitle(QStringLiteral("flokluk")); // a name, the same in every language
     m_panel = new FourPs;
     ui.bodyLayout->addWidget(m_panel);
+    resize(size().expandedTo(sizeHint()).boundedTo(screenroom::largestWindow(this)));
 }
 
 void Body::closeEvent(QCloseEvent *event)

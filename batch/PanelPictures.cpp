@@ -44,18 +44,13 @@ private:
 constexpr int graphWidth = 560; // pixels on screen
 constexpr int graphHeight = 460;
 
-/// The size of the drawing area for a map with square cells. Cells that are outlined but small would be hidden by
-/// their outlines: the map is made so small that they are not outlined.
+/// The size of the drawing area for a map with square cells.
 QSize mapArea(int width, int height)
 {
     constexpr double side = 500;
-    constexpr double outlined = 3, outlinedWell = 6;
     constexpr double shareOfMap = 0.85; // the margins take the rest
     const double cells = std::max({width, height, 1});
-    double cell = side / cells;
-    if (cell >= outlined && cell < outlinedWell)
-        cell = 0.97 * outlined;
-    return (QSizeF(width, height) * cell / shareOfMap).toSize().expandedTo(QSize(200, 200));
+    return (QSizeF(width, height) * (side / cells) / shareOfMap).toSize().expandedTo(QSize(200, 200));
 }
 
 /// "Ratio 1" as a part of a file name.

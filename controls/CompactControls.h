@@ -1,6 +1,7 @@
 #pragma once
 
 class QAbstractButton;
+class QLabel;
 class QLineEdit;
 class QString;
 
@@ -8,10 +9,13 @@ class QString;
 namespace compact
 {
 
-/// As wide as the button's text needs, without the style's generous least width.
+/// As wide as the button's text needs, without the style's generous least width, and no higher than a field.
 void fitButton(QAbstractButton *button);
 
 /// Wide enough for the text `least`; where the layout has room, up to the width of the text `most`.
 void fitField(QLineEdit *field, const QString &least, const QString &most);
+
+/// Of one width in every row, with or without the title above it: wide enough for the title and the text `least`.
+void fitColumn(QLineEdit *field, const QLabel *title, const QString &least);
 
 } // namespace compact

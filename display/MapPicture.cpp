@@ -15,8 +15,8 @@ using numeric::truncToInt;
 namespace
 {
 
-constexpr double minOutlinedCell = 3.0; // pixels: outlines of smaller cells would hide the data
-constexpr int maxDevicePixels = 32767;  // of a screen or image along one side
+constexpr double minOutlinedCell = 10.0; // pixels: outlines of smaller cells would hide the data
+constexpr int maxDevicePixels = 32767;   // of a screen or image along one side
 
 bool sameMap(const MapValues &l, const MapValues &r)
 {

@@ -42,7 +42,7 @@ public:
     const QImage &image() const { return m_image; }
 
     /// Draws the cells that lie within the inner rectangle of `cc`, each pixel of the device in the colour of the cell
-    /// that its centre lies in. Where cells are at least 3 pixels wide and high, they are outlined in grey.
+    /// that its centre lies in. Where cells are at least 10 pixels wide and high, they are outlined in grey.
     void draw(QPainter *painter, const ChCoord &cc);
 
 private:

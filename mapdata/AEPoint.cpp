@@ -33,9 +33,9 @@ AEPoint::AEPoint(QWidget *parent)
     ui.FileSelect->setSingleLine();
     ui.FileSelect->showDE(false);
     compact::fitButton(ui.ShowMapB);
-    compact::fitField(ui.Energy, QStringLiteral("0000.000"), QStringLiteral("0000.000000"));
+    compact::fitField(ui.Energy, QStringLiteral("0000.000"), QStringLiteral("00000.000"));
     for (QLineEdit *const field : {ui.MutT, ui.Mut1, ui.Mut2, ui.Mut3, ui.Mut4})
-        compact::fitField(field, QStringLiteral("-0.000"), QStringLiteral("-0.000000"));
+        compact::fitField(field, QStringLiteral("-0.0000"), QStringLiteral("-0.00000"));
     ui.NumDisp->setMinimumWidth(fontMetrics().horizontalAdvance(QStringLiteral("00")));
     // Rows with and without titles are as wide, so that their columns line up.
     for (QLabel *const title : titles()) {
@@ -146,6 +146,7 @@ void AEPoint::clearReferenceValue(int reference)
 void AEPoint::setNumber(int place)
 {
     ui.NumDisp->setText(QString::number(place));
+    ui.FileSelect->setDialogTitle(tr("Energy %1: choose a map").arg(place));
 }
 
 void AEPoint::warnOfSize(bool isOther)

@@ -7,6 +7,7 @@
 #include <QDragEnterEvent>
 #include <QDropEvent>
 #include <QFileInfo>
+#include <QFont>
 #include <QLineEdit>
 #include <QList>
 #include <QMessageBox>
@@ -55,8 +56,12 @@ AFileSelect::AFileSelect(QWidget *parent)
     ui.setupUi(this);
     compact::fitButton(ui.SelectB);
     compact::fitButton(ui.ClearB);
-    ui.FileName->setMinimumWidth(fontMetrics().averageCharWidth() * 12);
-    compact::fitField(ui.dE, QStringLiteral("-00.00"), QStringLiteral("-000.000"));
+    ui.FileName->setMinimumWidth(fontMetrics().averageCharWidth() * 14);
+    compact::fitColumn(ui.dE, ui.dELabel, QStringLiteral("-00.00"));
+    QFont small = font();
+    small.setPointSizeF(qMax(8.0, 0.9 * small.pointSizeF()));
+    ui.ExInfo->setFont(small);
+    ui.ExInfo->hide();
     setMode(Read);
     m_mayReplace = [this](const QString &path) {
         const QString question = tr("%1 exists already.\nDo you want to replace it?").arg(QFileInfo(path).fileName());
@@ -74,6 +79,7 @@ QFileDialog *AFileSelect::dialog()
     if (m_dialog)
         return m_dialog;
     m_dialog = new CheckedFileDialog(this, [this](const QString &path) { return mayWrite(path); });
+    m_dialog->setWindowModality(Qt::WindowModal);
     m_dialog->setNameFilters({tr("All (* *.*)"), tr("Data Files (*.dat)")});
     if (!m_dir.isEmpty())
         m_dialog->setDirectory(m_dir);
@@ -90,6 +96,7 @@ void AFileSelect::setMode(int mode)
     m_mode = mode;
     const bool isRead = mode == Read;
     ui.FileName->setReadOnly(isRead);
+    ui.FileName->setFocusPolicy(isRead ? Qt::ClickFocus : Qt::StrongFocus);
     ui.FileName->setStyleSheet(isRead ? QStringLiteral("background-color: rgb(255, 255, 220);")
                                       : QStringLiteral("background-color: rgb(255, 255, 255);"));
     updateDialogMode();
@@ -107,14 +114,21 @@ void AFileSelect::updateDialogMode()
         return;
     m_dialog->setDefaultSuffix(m_mode == Write ? m_suffix : QString()); // a name to read is taken as it is typed
     if (m_mode == Write) {
-        m_dialog->setWindowTitle(tr("Name a file to write"));
+        m_dialog->setWindowTitle(m_dialogTitle.isEmpty() ? tr("Name a file to write") : m_dialogTitle);
         m_dialog->setAcceptMode(QFileDialog::AcceptSave);
         m_dialog->setFileMode(QFileDialog::AnyFile);
         return;
     }
-    m_dialog->setWindowTitle(m_multiple ? tr("Choose files") : tr("Choose a file"));
+    const QString kind = m_multiple ? tr("Choose files") : tr("Choose a file");
+    m_dialog->setWindowTitle(m_dialogTitle.isEmpty() ? kind : m_dialogTitle);
     m_dialog->setAcceptMode(QFileDialog::AcceptOpen);
     m_dialog->setFileMode(m_multiple ? QFileDialog::ExistingFiles : QFileDialog::ExistingFile);
+}
+
+void AFileSelect::setDialogTitle(const QString &title)
+{
+    m_dialogTitle = title;
+    updateDialogMode();
 }
 
 void AFileSelect::setDefaultSuffix(const QString &suffix)
@@ -151,6 +165,7 @@ void AFileSelect::setExInfo(const QString &text, bool isWarning)
         colours.setColor(QPalette::WindowText, QColor(190, 50, 0));
     ui.ExInfo->setPalette(colours);
     ui.ExInfo->setText(text);
+    ui.ExInfo->setVisible(m_isSingleLine || !text.isEmpty());
     ui.ExInfo->setToolTip(text); // the whole of a text that the label cuts
 }
 
@@ -159,13 +174,21 @@ QString AFileSelect::exInfo() const
     return ui.ExInfo->text();
 }
 
+void AFileSelect::showTitles(bool areShown)
+{
+    ui.FileLabel->setVisible(areShown);
+    ui.dELabel->setVisible(areShown);
+}
+
 void AFileSelect::setSingleLine()
 {
-    ui.FileLabel->hide();
-    ui.gridLayout->addWidget(ui.ExInfo, 0, 5);
-    ui.ExInfo->setMinimumWidth(fontMetrics().horizontalAdvance(QStringLiteral("2048 x 2048")));
-    ui.gridLayout->setColumnStretch(1, 3);
-    ui.gridLayout->setColumnStretch(5, 2);
+    m_isSingleLine = true;
+    showTitles(false);
+    ui.ExInfo->show();
+    ui.gridLayout->addWidget(ui.ExInfo, 1, 4);
+    ui.ExInfo->setMinimumWidth(ui.ExInfo->fontMetrics().horizontalAdvance(QStringLiteral("2048 x 2048")));
+    ui.gridLayout->setColumnStretch(0, 3);
+    ui.gridLayout->setColumnStretch(4, 2);
 }
 
 void AFileSelect::newFiles(const QStringList &paths)

@@ -53,9 +53,13 @@ public:
     /// Information about the file; as a warning in a colour that warns.
     void setExInfo(const QString &text, bool isWarning = false);
     QString exInfo() const;
-    /// One line: no label before the name, the information behind the buttons. At first it stands below them.
+    /// Titles above the fields, for the first row of a list; the columns are as wide without them. On at first.
+    void showTitles(bool areShown);
+    /// No titles, and the information behind the buttons, always. At first it stands below them while there is some.
     void setSingleLine();
 
+    /// The title of the dialog, which says what is chosen. At first it says that a file is.
+    void setDialogTitle(const QString &title);
     /// The dialog behind the "Sel." button. In write mode it asks before it takes an existing file: the one that will
     /// be written, suffix included. Refused, it stays open. Made when first asked for: making one takes milliseconds,
     /// and closing one writes to the user's settings.
@@ -95,6 +99,8 @@ private:
     Ui_AFileSelect ui;
     int m_mode = Read;
     bool m_multiple = false;
+    bool m_isSingleLine = false;
+    QString m_dialogTitle;
     QString m_dir;
     QString m_fileName;
     QString m_suffix = QStringLiteral("dat");

@@ -5,14 +5,16 @@
 
 #include <QDragEnterEvent>
 #include <QDropEvent>
+#include <QLabel>
 #include <QRadioButton>
 
 ARefFile::ARefFile(QWidget *parent)
     : QFrame(parent)
 {
     ui.setupUi(this);
+    compact::fitColumn(ui.Valence, ui.ValenceLabel, QStringLiteral("-0.00"));
     for (QLineEdit *const field : {ui.RatioDisp, ui.AmountDisp})
-        compact::fitField(field, QStringLiteral("-0.0000"), QStringLiteral("-0.00000e-00"));
+        compact::fitColumn(field, ui.RatioLabel, QStringLiteral("-0.000000"));
 
     connect(ui.UseCB, &QRadioButton::toggled, this, &ARefFile::changedUse);
     connect(ui.XafsFS, &AFileSelect::selectedFile, this, &ARefFile::selectedFile);
@@ -47,6 +49,20 @@ void ARefFile::setValenceText(const QString &text)
 void ARefFile::setTitle(const QString &title)
 {
     ui.RefName->setText(title);
+    ui.XafsFS->setDialogTitle(tr("%1: choose a spectrum").arg(title));
+}
+
+void ARefFile::showTitles(bool areShown)
+{
+    for (QLabel *const title : {ui.ValenceLabel, ui.RatioLabel, ui.AmountLabel})
+        title->setVisible(areShown);
+    ui.XafsFS->showTitles(areShown);
+}
+
+int ARefFile::widthBeforeFile() const
+{
+    const int gaps = 2 * ui.gridLayout->horizontalSpacing();
+    return ui.RefName->sizeHint().width() + ui.UseCB->sizeHint().width() + ui.Valence->minimumWidth() + gaps;
 }
 
 void ARefFile::setRatio(double ratio)

@@ -27,6 +27,12 @@ public:
 
     /// The title of the row, such as "Ref 2".
     void setTitle(const QString &title);
+    /// Titles above the fields, for the first row of a list; the columns are as wide without them. On at first.
+    void showTitles(bool areShown);
+    /// The widths, pixels, of what stands before the spectrum's file and of each of the two results behind it: a row
+    /// of another kind that lines up with this one needs them.
+    int widthBeforeFile() const;
+    int resultWidth() const { return ui.RatioDisp->minimumWidth(); }
     /// Six significant digits.
     void setRatio(double ratio);
     void setAmount(double amount);

@@ -83,7 +83,7 @@ void comparePixels(const QRectF &real)
     QPainter painter(&image);
     counting.picture.draw(&painter, cc);
     painter.end();
-    const bool outlined = std::abs(cc.r2sdx(1)) >= 3 && std::abs(cc.r2sdy(1)) >= 3;
+    const bool outlined = std::abs(cc.r2sdx(1)) >= 10 && std::abs(cc.r2sdy(1)) >= 10;
     for (int y = 0; y < image.height(); ++y) {
         for (int x = 0; x < image.width(); ++x) {
             const double i = std::floor(cc.s2rx(x + 0.5)); // real y grows upwards
@@ -121,7 +121,7 @@ private slots:
                          {"right to left, upside down", {700, 300, -700, -300}},
                          {"within one cell", {333.2, 42.6, 1e-7, 1e-7}},
                          {"edge between columns, deep", {332.9999, 41.9, 1e-3, 200}},
-                         {"cells with outlines", {332.9, 41.9, 30, 11}}},
+                         {"cells with outlines", {332.9, 41.9, 16, 6}}},
                         [](const QRectF &real) { comparePixels(real); });
     }
 
@@ -179,10 +179,10 @@ private slots:
     void outlines()
     {
         // size: for 10 x 10 cells
-        forRows<QSize, bool>({{"3 x 3 pixels", {30, 30}, true},
-                              {"2.9 pixels wide", {29, 30}, false},
-                              {"2.9 pixels high", {30, 29}, false},
-                              {"7 x 4 pixels", {70, 40}, true}},
+        forRows<QSize, bool>({{"10 x 10 pixels", {100, 100}, true},
+                              {"9.9 pixels wide", {99, 100}, false},
+                              {"9.9 pixels high", {100, 99}, false},
+                              {"17 x 14 pixels", {170, 140}, true}},
                              [](const QSize &size, bool isOutlined) {
                                  CountingMap counting(10, 10);
                                  const QImage image = drawn(&counting.picture, size, QRectF(0, 0, 10, 10));

@@ -146,15 +146,6 @@ private slots:
         QCOMPARE(results.record(0).values[valence], before);
     }
 
-    void valencePlane()
-    {
-        std::vector<double> a = {0, 1, 0.25, -2, infinity, 1e9, 0.1};
-        const std::vector<double> before = a;
-        mixedValences(2, 3, a.data(), a.size(), a.data());
-        for (std::size_t i = 0; i < a.size(); ++i)
-            QVERIFY(sameNumber(a[i], mixedValence(2, 3, before[i])));
-    }
-
 private:
     static NonEquivalentMapInput inputOf(const std::vector<A2DData> &maps, const std::vector<double> &energies,
                                          std::size_t references, NonEquivalentBackground background)

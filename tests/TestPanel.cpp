@@ -15,8 +15,15 @@ namespace
 QString stateOf(const QWidget *control, const QWidget *panel)
 {
     const bool isGroup = qobject_cast<const QGroupBox *>(control);
-    const QVariant text = control->property(isGroup ? "title" : "text");
-    if (!text.isValid() || control->objectName().isEmpty() || control->objectName().startsWith("qt_"))
+    QVariant text = control->property(isGroup ? "title" : "text");
+    if (const auto *const pages = qobject_cast<const QTabWidget *>(control)) {
+        QStringList titles;
+        for (int i = 0; i < pages->count(); ++i)
+            titles << pages->tabText(i);
+        text = titles.join(" | ");
+    }
+    if (!text.isValid() || qobject_cast<const QTabBar *>(control->parentWidget()) || control->objectName().isEmpty() ||
+        control->objectName().startsWith("qt_"))
         return QString();
     QString name = control->objectName();
     for (const QWidget *row = control->parentWidget(); row != panel; row = row->parentWidget()) {
@@ -320,6 +327,10 @@ private slots:
                 user.click(button);
                 QVERIFY(isShown());
                 QCOMPARE(window->windowTitle(), title);
+                QApplication::setActiveWindow(&user.panel);
+                user.click(button);
+                QVERIFY(isShown()); // it was open, but behind
+                QApplication::setActiveWindow(window);
                 isClosedByItsFrame ? void(window->close()) : user.click(button);
             }
             QVERIFY(!window->isVisible() && !user.find<QAbstractButton>(button)->isChecked());

@@ -1,3 +1,4 @@
+#include "controls/NumberField.h"
 #include "mapdata/AEPoint.h"
 #include "mapdata/AFileSelect.h"
 #include "tests/RowTools.h"
@@ -266,15 +267,18 @@ private slots:
         AEPoint row;
         row.resize(row.minimumSizeHint());
         row.grab(); // lays it out
-        QLineEdit *const shown = field(&row, "Mut1");
-        const int width = shown->width();
-        const QFont font = shown->font();
-        row.setReferenceValue(0, -4.07114e-05);
-        row.grab();
-        QCOMPARE(shown->width(), width); // the columns stay where they are
-        QVERIFY(QFontMetrics(shown->font()).horizontalAdvance(shown->text()) < width);
-        row.setReferenceValue(0, 1);
-        QCOMPARE(shown->font(), font);
+        auto *const field = row.findChild<NumberField *>("Mut1");
+        const int width = field->width();
+        for (const double value : {-4.07114e-05, 1.0, 0.863028, 123456.0, -9.87654e+123}) {
+            row.setReferenceValue(0, value);
+            row.grab();
+            QCOMPARE(field->width(), width); // the columns stay where they are
+            QCOMPARE(field->text(), QString::number(value, 'g', 6));
+            const NumberField::Fit shown = field->shown();
+            QVERIFY2(QFontMetrics(shown.font).horizontalAdvance(shown.text) < width, qPrintable(shown.text));
+            QVERIFY(shown.font.pointSizeF() >= 8);
+            QVERIFY2(std::abs(shown.text.toDouble() / value - 1) < 0.05, qPrintable(shown.text));
+        }
     }
 
     void ticksAreAnnouncedWhenClicked()

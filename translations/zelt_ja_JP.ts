@@ -33,7 +33,7 @@
     </message>
     <message>
         <source>Energy[eV]</source>
-        <translation>エネルギー[eV]</translation>
+        <translation>E [eV]</translation>
     </message>
     <message>
         <source>Energy of this map in eV; taken from the file when it has one</source>
@@ -53,11 +53,11 @@
     </message>
     <message>
         <source>Target</source>
-        <translation>試料</translation>
+        <translation>全体試料</translation>
     </message>
     <message>
         <source>Absorption of the target at this energy, less its background line</source>
-        <translation>このエネルギーでの試料の吸収（バックグラウンドを引いた値）</translation>
+        <translation>このエネルギーでの全体試料の吸収（バックグラウンドを引いた値）</translation>
     </message>
     <message>
         <source>Ref 1</source>
@@ -107,6 +107,10 @@
         <source>%1 points, not %2</source>
         <translation>%1 点（%2 ではない）</translation>
     </message>
+    <message>
+        <source>Energy %1: choose a map</source>
+        <translation>エネルギー %1：マップを選択</translation>
+    </message>
 </context>
 <context>
     <name>AFileSelect</name>
@@ -132,7 +136,7 @@
     </message>
     <message>
         <source>Clear</source>
-        <translation>消去</translation>
+        <translation>クリア</translation>
     </message>
     <message>
         <source>dE[eV]</source>
@@ -197,7 +201,7 @@ Do you want to replace it?</source>
     </message>
     <message>
         <source>Fraction of this reference in the target, from 0 to 1</source>
-        <translation>試料中のこの標準試料の割合 (0～1)</translation>
+        <translation>全体試料中のこの標準試料の割合 (0～1)</translation>
     </message>
     <message>
         <source>dMut</source>
@@ -205,7 +209,11 @@ Do you want to replace it?</source>
     </message>
     <message>
         <source>Edge jump of this reference in the target (dMut), dimensionless</source>
-        <translation>試料中のこの標準試料のエッジジャンプ (dMut、無次元)</translation>
+        <translation>全体試料中のこの標準試料のエッジジャンプ (dMut、無次元)</translation>
+    </message>
+    <message>
+        <source>%1: choose a spectrum</source>
+        <translation>%1：スペクトルを選択</translation>
     </message>
 </context>
 <context>
@@ -224,7 +232,7 @@ Do you want to replace it?</source>
     </message>
     <message>
         <source>Eng.[eV]</source>
-        <translation>エネルギー[eV]</translation>
+        <translation>E [eV]</translation>
     </message>
     <message>
         <source>mut</source>
@@ -232,7 +240,7 @@ Do you want to replace it?</source>
     </message>
     <message>
         <source>Edge Jump : %1</source>
-        <translation>ジャンプ : %1</translation>
+        <translation>エッジジャンプ : %1</translation>
     </message>
 </context>
 <context>
@@ -417,23 +425,23 @@ Do you want to replace it?</source>
     </message>
     <message>
         <source>Ref1</source>
-        <translation>標準1</translation>
+        <translation>標準 1</translation>
     </message>
     <message>
         <source>Ref2</source>
-        <translation>標準2</translation>
+        <translation>標準 2</translation>
     </message>
     <message>
         <source>Ref3</source>
-        <translation>標準3</translation>
+        <translation>標準 3</translation>
     </message>
     <message>
         <source>Ref4</source>
-        <translation>標準4</translation>
+        <translation>標準 4</translation>
     </message>
     <message>
         <source>Target</source>
-        <translation>試料</translation>
+        <translation>全体試料</translation>
     </message>
     <message>
         <source>Muts</source>
@@ -467,12 +475,8 @@ Do you want to replace it?</source>
         <translation>フレーム</translation>
     </message>
     <message>
-        <source>Spectra</source>
-        <translation>スペクトル</translation>
-    </message>
-    <message>
         <source>Target</source>
-        <translation>試料</translation>
+        <translation>全体試料</translation>
     </message>
     <message>
         <source>dMut</source>
@@ -480,11 +484,7 @@ Do you want to replace it?</source>
     </message>
     <message>
         <source>Total edge jump of the target found by the non-equivalent method</source>
-        <translation>非等価法で求めた試料の全エッジジャンプ</translation>
-    </message>
-    <message>
-        <source>Energies and maps</source>
-        <translation>エネルギーとマップ</translation>
+        <translation>非等価法で求めた全体試料の全エッジジャンプ</translation>
     </message>
     <message>
         <source>Several maps</source>
@@ -624,15 +624,15 @@ Do you want to replace it?</source>
     </message>
     <message>
         <source>Target: Sub.</source>
-        <translation>試料：</translation>
+        <translation>全体試料：</translation>
     </message>
     <message>
         <source>Subtract the pre-edge line from the target</source>
-        <translation>試料からプリエッジ線を引く</translation>
+        <translation>全体試料からプリエッジ線を引く</translation>
     </message>
     <message>
         <source>Subtract the post-edge line from the target</source>
-        <translation>試料からポストエッジ線を引く</translation>
+        <translation>全体試料からポストエッジ線を引く</translation>
     </message>
     <message>
         <source>When drawing all mut</source>
@@ -736,7 +736,7 @@ Do you want to replace it?</source>
     </message>
     <message>
         <source>per reference</source>
-        <translation>標準別</translation>
+        <translation>標準試料別</translation>
     </message>
     <message>
         <source>Outline in the histogram of valence the pixels in which a reference makes up half or more (non-equivalent method)</source>
@@ -760,7 +760,7 @@ Do you want to replace it?</source>
     </message>
     <message>
         <source>Fit the target by the references over the energies marked LCF</source>
-        <translation>LCF を付けたエネルギーの範囲で試料を標準試料の和でフィットする</translation>
+        <translation>LCF を付けたエネルギーの範囲で全体試料を標準試料の和でフィットする</translation>
     </message>
     <message>
         <source>More Conds</source>
@@ -972,7 +972,7 @@ Do you want to replace it?</source>
     </message>
     <message>
         <source>Target File1 is not valid.</source>
-        <translation>試料ファイル 1 は有効ではありません。</translation>
+        <translation>全体試料ファイル 1 は有効ではありません。</translation>
     </message>
     <message>
         <source>Number of selected data sets %1 is not %2.</source>
@@ -1004,7 +1004,7 @@ Do you want to replace it?</source>
     </message>
     <message>
         <source>Eng.[eV]</source>
-        <translation>エネルギー[eV]</translation>
+        <translation>E [eV]</translation>
     </message>
     <message>
         <source>mut</source>
@@ -1169,6 +1169,26 @@ Do you want to replace it?</source>
     <message>
         <source>Map Select</source>
         <translation>マップの選択</translation>
+    </message>
+    <message>
+        <source>Close this window</source>
+        <translation>このウィンドウを閉じる</translation>
+    </message>
+    <message>
+        <source>Target: choose a spectrum</source>
+        <translation>全体試料：スペクトルを選択</translation>
+    </message>
+    <message>
+        <source>Several maps: choose their files</source>
+        <translation>複数のマップ：ファイルを選択</translation>
+    </message>
+    <message>
+        <source>Spectra for display: choose their files</source>
+        <translation>表示用スペクトル：ファイルを選択</translation>
+    </message>
+    <message>
+        <source>Results: name a file to write</source>
+        <translation>結果：書き込むファイル名</translation>
     </message>
     <message>
         <source>%1: the pre-edge range holds %2 points (data %3)</source>

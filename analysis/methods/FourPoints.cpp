@@ -77,9 +77,3 @@ FourPointsResult solveFourPoints(FourPointsVariant variant, const FourPointsRefe
     }
     return result;
 }
-
-void mixedValences(double valenceA, double valenceB, const double *a, std::size_t count, double *valences)
-{
-    for (std::size_t i = 0; i < count; ++i)
-        valences[i] = mixedValence(valenceA, valenceB, a[i]);
-}

@@ -76,5 +76,3 @@ struct ValencePair {
     /// The mean valence at the fraction `a` of the first.
     double mixed(double a) const { return known ? mixedValence(first, second, a) : 0.0; }
 };
-/// mixedValence() of a plane of fractions; `valences` may be `a` itself.
-void mixedValences(double valenceA, double valenceB, const double *a, std::size_t count, double *valences);

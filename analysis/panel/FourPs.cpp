@@ -3,6 +3,7 @@
 #include "analysis/drawing/PlottedText.h"
 #include "analysis/panel/FieldMarkers.h"
 #include "analysis/results/ResultQuantities.h"
+#include "controls/CompactControls.h"
 #include "controls/WindowButton.h"
 #include "display/DispABase.h"
 #include "display/HeaderMenu.h"
@@ -15,6 +16,7 @@ namespace
 {
 
 constexpr QSize separateWindow(560, 500);
+constexpr QSize comfortable(1356, 690); // pixels, for a screen of 1366 x 768
 
 /// The displays of single spectra, in the order of the selectors.
 constexpr Displays::DispId spectrumDisplays[] = {Displays::Ref1, Displays::Ref2, Displays::Ref3, Displays::Ref4,
@@ -28,6 +30,14 @@ QVector<Control *> quantityControls(const QWidget *panel, const char *ResultQuan
     for (const ResultQuantity &quantity : resultQuantities)
         controls.append(panel->findChild<Control *>(QLatin1String(quantity.*name)));
     return controls;
+}
+
+/// A display that has a window of its own cannot be popped out of another one: its button closes the window.
+void standAlone(QPushButton *popDock, QWidget *display)
+{
+    popDock->disconnect(display);
+    popDock->setToolTip(FourPs::tr("Close this window"));
+    QObject::connect(popDock, &QPushButton::clicked, display, &QWidget::close);
 }
 
 } // namespace
@@ -70,6 +80,11 @@ FourPs::~FourPs()
         child->disconnect(this);
 }
 
+QSize FourPs::sizeHint() const
+{
+    return ui.Contents->minimumSizeHint().expandedTo(comfortable);
+}
+
 const Ui_FourPs &FourPs::setUpForm()
 {
     ui.setupUi(this);
@@ -81,7 +96,14 @@ void FourPs::placeControls()
     for (int i = 0; i < m_inputs.references().size(); ++i) {
         m_inputs.references()[i]->setTitle(tr("Ref %1").arg(i + 1));
         m_inputs.references()[i]->setUsed(i < 2);
+        m_inputs.references()[i]->showTitles(i == 0);
     }
+    const ARefFile *const above = m_inputs.references().first();
+    ui.TargetName->setFixedWidth(above->widthBeforeFile());
+    for (QWidget *const field : {static_cast<QWidget *>(ui.TargetDMutLabel), static_cast<QWidget *>(ui.TargetDMut)})
+        field->setFixedWidth(above->resultWidth());
+    ui.TargetFS->showTitles(false);
+    ui.TargetFS->setDialogTitle(tr("Target: choose a spectrum"));
     for (int i = 0; i < m_inputs.points().size(); ++i)
         m_inputs.points()[i]->setNumber(i + 1);
     m_inputs.points().first()->showTitles(true);
@@ -91,9 +113,14 @@ void FourPs::placeControls()
         several->showDE(false);
         several->setSingleLine();
     }
+    ui.MapFsSelect->setDialogTitle(tr("Several maps: choose their files"));
+    ui.DispFSelect->setDialogTitle(tr("Spectra for display: choose their files"));
     ui.SaveFSelect->setMode(AFileSelect::Write);
+    ui.SaveFSelect->setDialogTitle(tr("Results: name a file to write"));
+    ui.SaveFSelect->showTitles(false);
     ui.SaveFSelect->setDefaultSuffix(QStringLiteral("dat"));
     ui.SaveFSelect->showDE(false);
+    compact::fitButton(ui.ClearMessages);
     ui.MoreConds->hide();
     ui.Messages->setFont(QFontDatabase::systemFont(QFontDatabase::FixedFont)); // numbers stand below each other
 }
@@ -104,6 +131,8 @@ void FourPs::setUpDisplays()
     m_dataMapDisplay->setAttribute(Qt::WA_QuitOnClose, false);
     m_dataMapDisplay->setWindowTitle(tr("Data map"));
     m_dataMapDisplay->resize(separateWindow);
+    standAlone(m_dataMapDisplay->ui.PopDockB, m_dataMapDisplay.get());
+    connect(ui.ShowDMap, &QPushButton::clicked, this, &FourPs::showSomeDataMap);
     new WindowButton(ui.ShowDAB, m_displays.get(), this);
     new WindowButton(ui.ShowDMap, m_dataMapDisplay.get(), this);
     for (int i = 0; i < m_inputs.selectors().size(); ++i)
@@ -112,6 +141,7 @@ void FourPs::setUpDisplays()
     steps->resize(separateWindow);
     steps->setWindowTitle(steps->ui.Title->text());
     steps->setAttribute(Qt::WA_QuitOnClose, false);
+    standAlone(steps->ui.PopDockB, steps);
     new WindowButton(ui.ShowM2M3, steps, this);
 }
 

@@ -32,6 +32,9 @@ public:
     explicit FourPs(QWidget *parent = nullptr);
     ~FourPs() override;
 
+    /// Where nothing has to be scrolled and the map is large enough to be read.
+    QSize sizeHint() const override;
+
     /// Everything as it is set now.
     AnalysisInput input() const { return m_inputs.gather(); }
     /// What was calculated, and how each step went.
@@ -166,6 +169,7 @@ private:
     void showEnergyWindow(bool full);
     void chooseHistograms();
     void showDataMapOf(AEPoint *row, bool isShown);
+    void showSomeDataMap();
     void saveMapText(const ShownMap &map);
     QStringList edgeTexts() const;
 

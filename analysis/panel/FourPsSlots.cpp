@@ -202,6 +202,19 @@ void FourPs::showDataMapOf(AEPoint *row, bool isShown)
     }
 }
 
+/// The first map that there is, rather than an empty frame.
+void FourPs::showSomeDataMap()
+{
+    if (!ui.ShowDMap->isChecked() || (m_dataMap.row() && m_dataMap.row()->loaded()))
+        return;
+    for (AEPoint *const row : m_inputs.points()) {
+        if (row->loaded()) {
+            row->showMapButton()->setChecked(true);
+            return;
+        }
+    }
+}
+
 void FourPs::saveMapText(const ShownMap &map)
 {
     const QString path = askMapFile();
@@ -239,9 +252,8 @@ void FourPs::newColorLCFvs4PS(MouseC *)
 
 void FourPs::dispCalcConditions(bool f)
 {
+    ui.Conditions->setVisible(!f);
     ui.MoreConds->setVisible(f);
-    layout()->activate(); // the message area has another height from here on
-    ui.Messages->ensureCursorVisible();
 }
 
 // --- inputs ---
