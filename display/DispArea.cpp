@@ -1,6 +1,7 @@
 #include "display/DispArea.h"
 
 #include "display/GraphBoxes.h"
+#include "display/MarkLine.h"
 #include "display/MouseRecording.h"
 #include "numeric/RealToInt.h"
 
@@ -118,8 +119,10 @@ void DispArea::mouseMoveEvent(QMouseEvent *event)
 {
     mouserecording::move(&mouse, *event);
     emit nowPos(cc.s2rx(mouse.nowX), cc.s2ry(mouse.nowY));
-    if (!mouse.pressed)
+    if (!mouse.pressed) {
+        showMarkers();
         return;
+    }
     if (mouserecording::isPlainLeftPress(mouse)) {
         if (markLines)
             markLines->drag(cc, mouse);
@@ -127,6 +130,16 @@ void DispArea::mouseMoveEvent(QMouseEvent *event)
     } else if (mouserecording::isShiftLeftPress(mouse)) {
         pan();
     }
+}
+
+/// By the cursor: where a press would pick one.
+void DispArea::showMarkers()
+{
+    const int marker = markLines ? markLines->nearest(cc, mouse.nowX, mouse.nowY) : -1;
+    if (marker < 0)
+        unsetCursor();
+    else
+        setCursor(markLines->marks.at(marker)->isVertical() ? Qt::SplitHCursor : Qt::SplitVCursor);
 }
 
 void DispArea::pan()

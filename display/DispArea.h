@@ -64,6 +64,7 @@ protected:
     void wheelEvent(QWheelEvent *event) override;
 
 private:
+    void showMarkers();
     void pan();
 
     std::optional<RealRange> m_offered; // the last natural range

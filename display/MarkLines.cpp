@@ -36,24 +36,30 @@ double MarkLines::position(int i) const
     return marks.at(i)->fieldNumber() + baseNumber(*marks.at(i));
 }
 
-void MarkLines::pick(const ChCoord &cc, const MouseC &mouse)
+int MarkLines::nearest(const ChCoord &cc, double x, double y) const
 {
-    int nearest = -1;
+    int found = -1;
     double least = std::numeric_limits<double>::infinity();
     for (int i = 0; i < marks.size(); ++i) {
-        const double distance = marks.at(i)->isVertical() ? std::abs(cc.r2sx(position(i)) - mouse.pressX)
-                                                          : std::abs(cc.r2sy(position(i)) - mouse.pressY);
+        const double distance =
+            marks.at(i)->isVertical() ? std::abs(cc.r2sx(position(i)) - x) : std::abs(cc.r2sy(position(i)) - y);
         if (distance < least) {
             least = distance;
-            nearest = i;
+            found = i;
         }
     }
-    if (least >= pickDistance)
+    return least < pickDistance ? found : -1;
+}
+
+void MarkLines::pick(const ChCoord &cc, const MouseC &mouse)
+{
+    const int picked = nearest(cc, mouse.pressX, mouse.pressY);
+    if (picked < 0)
         return;
     if (isMoving)
         emit newPos();
     isMoving = true;
-    selected = nearest;
+    selected = picked;
 }
 
 void MarkLines::drag(const ChCoord &cc, const MouseC &mouse)

@@ -21,8 +21,9 @@ public:
     /// The real coordinate of marker i: its number, plus for a relative marker its base's own number.
     double position(int i) const;
 
-    /// Selects the marker nearest to the press if it is less than 20 pixels away, of equals the one added first. A
-    /// marker that was still moving is thereby done with.
+    /// The marker nearest to a pixel if it is less than 20 pixels away, of equals the one added first; -1 for none.
+    int nearest(const ChCoord &cc, double x, double y) const;
+    /// Selects the marker nearest to the press, if there is one. A marker that was still moving is thereby done with.
     void pick(const ChCoord &cc, const MouseC &mouse);
     /// Moves the selected marker to the mouse.
     void drag(const ChCoord &cc, const MouseC &mouse);

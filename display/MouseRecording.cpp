@@ -72,6 +72,12 @@ bool mouserecording::isPlainLeftPress(const MouseC &mouse)
     return leftPressWith(mouse, Qt::NoModifier);
 }
 
+bool mouserecording::isBesidePress(const MouseC &mouse)
+{
+    constexpr int slack = 2;
+    return std::abs(mouse.nowX - mouse.pressX) <= slack && std::abs(mouse.nowY - mouse.pressY) <= slack;
+}
+
 bool mouserecording::isShiftLeftPress(const MouseC &mouse)
 {
     return leftPressWith(mouse, Qt::ShiftModifier);

@@ -15,6 +15,8 @@ void doubleClick(MouseC *mouse, const QMouseEvent &event);
 
 /// Whether the last press was the left button with none of Shift, Control and Alt held.
 bool isPlainLeftPress(const MouseC &mouse);
+/// Whether the mouse is within two pixels of the last press, as far as a hand may move in a click.
+bool isBesidePress(const MouseC &mouse);
 /// Whether the last press was the left button with Shift, but neither Control nor Alt held.
 bool isShiftLeftPress(const MouseC &mouse);
 

@@ -3,6 +3,10 @@
 #include "AnalystTools.h"
 #include "DisplayHelpers.h"
 
+#include <QLabel>
+
+#include <functional>
+
 using namespace paneltools;
 
 namespace
@@ -136,20 +140,48 @@ private slots:
         QCOMPARE(comparisons.records.size(), 0);
     }
 
-    /// Beside the markers: the energy and the values of the spectra there.
-    void pressAmongAllSpectra()
+    /// A click tells the values there and leaves all fields to the last digit, at a marker too; what becomes a double
+    /// click or a drag tells nothing.
+    void clicksAmongAllSpectra()
     {
+        QApplication::setDoubleClickInterval(20);
         User user;
         user.load(m_files, "1");
+        user.tick("1", "UseCB");
+        user.typeEnergy(1, "8600.125678");
+        user.type("EdgeE", "8345.123456");
         DispArea *const area = shownArea(&user, Displays::Muts);
-        const QPoint place(qRound(area->cc.r2sx(8900)), area->height() / 2);
-        user.takeMessages();
-        QTest::mouseClick(area, Qt::LeftButton, Qt::NoModifier, place);
-        const double energy = area->cc.s2rx(place.x());
-        const double value = user.reference(1)->selector()->spectrum().valueAtEnergy(AMutE::Raw, energy);
-        QCOMPARE(user.takeMessages(),
-                 QString("%1 eV: %2 %3\n")
-                     .arg(sixDigits(energy), QFileInfo(m_files.reference(1)).fileName(), sixDigits(value)));
+        using Gesture = std::function<void(const QPoint &)>;
+        const Gesture click = [area](const QPoint &at) {
+            QTest::mousePress(area, Qt::LeftButton, Qt::NoModifier, at);
+            moveTo(area, at + QPoint(1, 1), Qt::LeftButton);
+            QTest::mouseRelease(area, Qt::LeftButton, Qt::NoModifier, at + QPoint(1, 1));
+        };
+        const Gesture doubleClick = [area](const QPoint &at) {
+            QTest::mouseDClick(area, Qt::LeftButton, Qt::NoModifier, at);
+        };
+        const Gesture dragAway = [area](const QPoint &at) {
+            drag(area, at, at + QPoint(30, 0));
+        };
+        forRows<double, Gesture, bool>(
+            {{"beside the markers", 8900, click, true},
+             {"at the edge", 8346, click, true},
+             {"at an energy in use", 8599, click, true},
+             {"twice", 8346, doubleClick, false},
+             {"drag beside the markers", 8900, dragAway, false}},
+            [&](double energy, const Gesture &gesture, bool isReported) {
+                const QPoint place(qRound(area->cc.r2sx(energy)), area->height() / 2);
+                const double exact = area->cc.s2rx(place.x());
+                const double value = user.reference(1)->selector()->spectrum().valueAtEnergy(AMutE::Raw, exact);
+                const QString values =
+                    QString("%1 eV: %2 %3\n")
+                        .arg(sixDigits(exact), QFileInfo(m_files.reference(1)).fileName(), sixDigits(value));
+                user.takeMessages();
+                gesture(place);
+                QTest::qWait(60);
+                QCOMPARE(user.takeMessages(), isReported ? values : QString());
+                QCOMPARE(user.text("EdgeE") + ' ' + user.rowText(1, "Energy"), QString("8345.123456 8600.125678"));
+            });
     }
 
     // --- the edge and the energies in the graphs ---
@@ -184,6 +216,8 @@ private slots:
         User user;
         user.load(m_files, "1", true);
         user.typeEnergy(1, "8400");
+        QLabel line(&user.panel);
+        line.setObjectName("StatusLine");
         const AMutE &spectrum = user.reference(1)->selector()->spectrum();
         for (const auto id : {Displays::Ref1, Displays::Target}) {
             user.type("EdgeE", "8345");
@@ -198,6 +232,7 @@ private slots:
             user.takeMessages();
             QTest::mouseRelease(area, Qt::LeftButton, Qt::NoModifier, to);
             QCOMPARE(user.failedMapRuns(), 1);
+            QCOMPARE(line.text(), "edge 8345 -> " + edge);
             QCOMPARE(user.text("EdgeE"), edge);
             QCOMPARE(user.field("EdgeE")->cursorPosition(), 0);
             QCOMPARE(spectrum.edgeJump(), spectrumOf(m_files.reference(1), edge.toDouble()).edgeJump());
@@ -228,6 +263,12 @@ private slots:
             drag(area, QPoint(qRound(area->cc.r2sx(from)), y), QPoint(qRound(area->cc.r2sx(to)), y));
             return user.text(field).toDouble();
         };
+        const auto cursorAt = [&](double energy) {
+            moveTo(area, QPointF(area->cc.r2sx(energy), 20));
+            return area->cursor().shape();
+        };
+        QCOMPARE(cursorAt(8600), Qt::SplitHCursor);
+        QCOMPARE(cursorAt(8800), Qt::ArrowCursor);
         QCOMPARE(dragged(8800, 8700, "Energy2/Energy"), 8800.0); // not in use: no marker
         QCOMPARE(user.row(1)->energy(), 8600.0);
         const double energy = dragged(8600, 8500, "Energy1/Energy");
@@ -236,6 +277,10 @@ private slots:
         const double edge = dragged(8345, 8300, "EdgeE");
         QVERIFY(qAbs(edge - 8300) < 5);
         QCOMPARE(user.rowText(1, "Mut1"), shownValue(spectrumOf(m_files.reference(1), edge), energy));
+        user.load(user.row(1), m_files.map(7)); // whose energy is a fact
+        QCOMPARE(dragged(user.row(1)->energy(), 8500, "Energy1/Energy"), user.row(1)->energy());
+        user.click("Energy1/FileSelect/ClearB");
+        QVERIFY(qAbs(dragged(user.row(1)->energy(), 8500, "Energy1/Energy") - 8500) < 5);
     }
 
     /// While a marker moves only the spectra are drawn again, for an energy only the picture of all of them.
@@ -243,6 +288,7 @@ private slots:
     {
         Analyst user(m_files);
         user.tick("345", "UseCB"); // whose markers are close to the edge's
+        user.click("Energy8/FileSelect/ClearB");
         user.panel.show();
         Displays *const displays = user.panel.displays();
         displays->resize(1600, 1200);
@@ -274,7 +320,7 @@ private slots:
                             Displays::Ref4, Displays::Target, Displays::Muts};
         forEach<Case>({{"edge among all spectra", Displays::Muts, 8345, all},
                        {"edge of one spectrum", Displays::Ref2, 8345, all},
-                       {"an energy", Displays::Muts, 8459.7, {Displays::Muts}}},
+                       {"an energy without a map", Displays::Muts, 8459.7, {Displays::Muts}}},
                       check);
     }
 };

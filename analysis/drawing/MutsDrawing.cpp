@@ -72,6 +72,8 @@ void resultdrawing::drawMuts(DispABase *display, QStylePainter *p, const MutsInp
             plot::drawVertical(p, cc, markedEnergyColour, energy, markedWidth);
         for (const double energy : input.pointEnergies)
             plot::drawVertical(p, cc, pointEnergyColour, energy);
+        if (input.edgeEnergy)
+            plot::drawVertical(p, cc, edgeEnergyColour, *input.edgeEnergy);
 
         QVector<LegendEntry> names;
         QVector<QPolygonF> curves;

@@ -4,6 +4,7 @@
 #include "display/MarkLines.h"
 
 #include <QObject>
+#include <QString>
 
 #include <memory>
 #include <vector>
@@ -11,7 +12,8 @@
 class DispArea;
 class QLineEdit;
 
-/// The markers of one display, whose positions stand in fields of the panel: dragging one moves the field's number.
+/// The markers of one display, whose positions stand in fields of the panel: dragging one moves the field's number. A
+/// click moves none.
 class FieldMarkers : public QObject
 {
     Q_OBJECT
@@ -28,10 +30,17 @@ public:
 signals:
     /// A marker is being dragged; its field has a new number.
     void moving();
-    /// A marker was let go: the user has edited this field.
-    void edited(QLineEdit *field);
+    /// A dragged marker was let go: the user has edited this field, which said `before` until then.
+    void edited(QLineEdit *field, const QString &before);
 
 private:
+    void noteText();
+    void follow();
+    void finish();
+
+    const DispArea *m_area;
     MarkLines m_lines;
     std::vector<std::unique_ptr<MarkLine>> m_marks;
+    QString m_before;         ///< of the field whose marker was picked
+    bool m_isDragged = false; ///< the mouse has left the place of the press
 };

@@ -225,7 +225,10 @@ void FourPs::connectEnergyRows()
             repaintDisplays();
         });
         connect(row->showMapButton(), &QPushButton::toggled, this, [this, row](bool on) { showDataMapOf(row, on); });
-        connect(row->fileSelect(), &AFileSelect::newFilePath, this, &FourPs::updateDMap); // also when cleared
+        connect(row->fileSelect(), &AFileSelect::newFilePath, this, [this] { // also when cleared
+            updateDMap();
+            placeEnergyMarkers();
+        });
         connect(row->energyEdit(), &QLineEdit::textChanged, this, [this] { m_dataMap.showTitle(); });
     }
 }
@@ -245,7 +248,7 @@ void FourPs::connectConditions()
 void FourPs::connectResults()
 {
     connect(m_displays.get(), &Displays::draw, this, &FourPs::draw);
-    connect(m_displays->display(Displays::Muts), &DispABase::mPressed, this, &FourPs::mPressedInAllMut);
+    connectClicks(m_displays->display(Displays::Muts));
     DispABase *const comparison = m_displays->display(Displays::LcfVsMps);
     connect(comparison, &DispABase::mReleased, this, &FourPs::newColorLCFvs4PS);
     connect(comparison, &DispABase::mDClicked, this, &FourPs::clearLCFvs4PS);

@@ -15,10 +15,12 @@
 
 #include <QFrame>
 #include <QStylePainter>
+#include <QTimer>
 #include <QVector>
 
 #include <functional>
 #include <memory>
+#include <optional>
 
 class FieldMarkers;
 
@@ -123,7 +125,8 @@ public slots:
     void receiveNowPosInMap(double x, double y) { m_resultMap.showValueAt(x, y); }
     void receiveNowPosInDMap(double x, double y) { m_dataMap.showValueAt(x, y); }
     void dClickedInMap(MouseC *m) { m_resultMap.doubleClick(*m); }
-    /// A press beside the markers: reports the energy and the values of the spectra there.
+    /// A press among all spectra: a click reports the energy and the values of the spectra there, unless it becomes a
+    /// double click; a drag reports nothing.
     void mPressedInAllMut(MouseC *m);
     void clearLCFvs4PS(MouseC *m);
     /// Later fits get the next colour.
@@ -141,12 +144,15 @@ private:
     void connectEnergyRows();
     void connectConditions();
     void connectResults();
+    void connectClicks(DispABase *all);
     void connectButtons();
     void connectFileLists();
     void connectStaleMark();
 
     /// Writes one line into the message area.
     void message(const QString &text);
+    /// Shows one line that lasts until the next one.
+    void showStatus(const QString &text);
     /// Tells what a step has to say.
     const StepOutcome &report(const StepOutcome &outcome);
     void calculateAll();
@@ -163,8 +169,12 @@ private:
     void receiveUpdatedRef(int i);
     void receiveUpdatedTarget();
     void receiveNewMap();
-    void receiveMarker(QLineEdit *field);
+    void receiveMarker(QLineEdit *field, const QString &before);
+    QString markerName(const QLineEdit *field) const;
     void showMovingMarker();
+    void receiveReleaseInAllMut(const MouseC &mouse);
+    void forgetClick();
+    void reportValues();
     void placeEnergyMarkers();
     void showEnergyWindow(bool full);
     void chooseHistograms();
@@ -188,6 +198,9 @@ private:
     Recalculation m_recalculation;
     RefFiles m_refFiles;                     ///< whichever reference row something happens in
     FieldMarkers *m_energyMarkers = nullptr; ///< of the display of all spectra
+    QTimer m_clickTimer;                     ///< until a click among all spectra cannot become a double click
+    std::optional<double> m_clickedEnergy;   ///< eV
+    QString m_status;                        ///< what showStatus() shows
     QStringList m_appliedEdge;               ///< what the fields of the edge said when it was applied
     QStringList m_shownEdge;                 ///< and when the spectra were drawn with it, while a marker moves
 };

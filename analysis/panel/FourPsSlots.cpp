@@ -4,19 +4,18 @@
 #include "analysis/model/ResultText.h"
 #include "analysis/model/Staleness.h"
 #include "analysis/model/TakingPart.h"
-#include "analysis/panel/FieldMarkers.h"
 #include "analysis/panel/FourPs.h"
 #include "analysis/panel/PanelJob.h"
 #include "analysis/results/ResultQuantities.h"
 #include "controls/Field.h"
 #include "controls/WaitCursor.h"
 #include "display/DispABase.h"
-#include "display/MouseC.h"
 #include "numeric/OutputFile.h"
 
 #include <QApplication>
 #include <QClipboard>
 #include <QFileInfo>
+#include <QLabel>
 #include <QTextCursor>
 #include <QTime>
 
@@ -100,6 +99,13 @@ void FourPs::message(const QString &text)
     ui.Messages->moveCursor(QTextCursor::End);
     ui.Messages->insertPlainText(text.simplified() + QLatin1Char('\n'));
     ui.Messages->ensureCursorVisible();
+}
+
+void FourPs::showStatus(const QString &text)
+{
+    m_status = text;
+    if (auto *const line = findChild<QLabel *>(QStringLiteral("StatusLine")))
+        line->setText(text);
 }
 
 const StepOutcome &FourPs::report(const StepOutcome &outcome)
@@ -230,15 +236,6 @@ void FourPs::saveMapText(const ShownMap &map)
         message(tr("Can't write the file [%1]").arg(path));
 }
 
-void FourPs::mPressedInAllMut(MouseC *m)
-{
-    const DispArea *const area = m_displays->display(Displays::Muts)->area();
-    if (area->markLines && area->markLines->isMoving)
-        return;
-    const double energy = area->cc.s2rx(m->pressX);
-    message(tr("%1 eV: %2").arg(fieldText(energy), m_graphs.valuesAt(energy)));
-}
-
 void FourPs::clearLCFvs4PS(MouseC *)
 {
     m_analysis.comparisons.clear();
@@ -363,6 +360,7 @@ void FourPs::receiveNewMap()
 {
     if (auto *const row = qobject_cast<AEPoint *>(sender()))
         m_inputs.noteMap(row);
+    placeEnergyMarkers();
     calcBoth();
     repaintDisplays();
 }
@@ -425,42 +423,6 @@ void FourPs::changedSubBGTypeForTarget(bool f)
     m_inputs.target()->setSubtractPostLine(f);
     receiveNewTarget();
     calcBoth();
-}
-
-// --- markers ---
-
-/// The edge and the energies in use can be moved in the display of all spectra.
-void FourPs::placeEnergyMarkers()
-{
-    m_energyMarkers->clear();
-    m_energyMarkers->add(ui.EdgeE);
-    for (AEPoint *const row : m_inputs.points()) {
-        if (row->isUsed())
-            m_energyMarkers->add(row->energyEdit());
-    }
-}
-
-/// While a marker is dragged the ranges follow it; the lines are fitted anew when it is let go.
-void FourPs::showMovingMarker()
-{
-    repaintGraphs({Displays::Muts});
-    if (edgeTexts() == m_shownEdge) // an energy is moving
-        return;
-    m_shownEdge = edgeTexts();
-    m_inputs.applyEdgeToRows();
-    repaintGraphs({Displays::Ref1, Displays::Ref2, Displays::Ref3, Displays::Ref4, Displays::Target});
-}
-
-/// A marker was let go: the same as if its field had been edited.
-void FourPs::receiveMarker(QLineEdit *field)
-{
-    for (AEPoint *const row : m_inputs.points()) {
-        if (row->energyEdit() == field) {
-            row->inNewEnergy();
-            return;
-        }
-    }
-    receiveEditedEdge();
 }
 
 void FourPs::showEnergyWindow(bool full)

@@ -166,6 +166,7 @@ MutsInput Graphs::spectra() const
     for (const int row : used.all)
         input.pointEnergies.append(now.points[row].energy);
     const EdgeSettings &edge = now.conditions.edge;
+    input.edgeEnergy = edge.edge;
     input.markedEnergies = {edge.edge + edge.preEnd, edge.edge + edge.postStart};
     if (used.vPoint >= 0)
         input.markedEnergies.append(now.points[used.vPoint].energy);
