@@ -158,7 +158,8 @@ private slots:
         const char *const cannotOpen = "Can't open the file [%1]";
         const char *const noHistogram = "Can't write the histograms of [%1]";
         Analysis analysis;
-        analysis.runMap(m_sample.input());
+        const AnalysisInput input = m_sample.input();
+        analysis.runMap(input);
         // blocked: a folder in the way; message, problem: %1: the path
         forRows<const char *, QString, QString, const char *>(
             {{"nothing in the way", "other", "", "", all},
@@ -166,15 +167,43 @@ private slots:
              {"first histogram", "r_HGAlpha.dat", "", noHistogram, "r.dat r_HGThick.dat"},
              {"second histogram", "r_HGThick.dat", "", noHistogram, "r.dat r_HGAlpha.dat"},
              {"nothing again", "other", "", "", all}},
-            [&analysis](const char *blocked, const QString &message, const QString &problem, const char *written) {
+            [&analysis, &input](const char *blocked, const QString &message, const QString &problem, const char *written) {
                 const QTemporaryDir folder;
                 const QString path = folder.filePath("r.dat");
                 QVERIFY(QDir(folder.path()).mkdir(blocked));
-                const StepOutcome outcome = analysis.write(path, {true, 2, 3}, RecordSelection());
+                const StepOutcome outcome = analysis.write(path, input, RecordSelection());
                 QCOMPARE(outcome.isDone, problem.isEmpty());
                 QCOMPARE(outcome.message, QString(message).replace("%1", path));
                 QCOMPARE(analysis.writeProblem(), QString(problem).replace("%1", path));
                 QCOMPARE(QDir(folder.path()).entryList(QDir::Files, QDir::Name).join(' '), QString(written));
+            });
+    }
+
+    /// A file that is loaded is not overwritten, however its path is spelt.
+    void inputsAreKept()
+    {
+        using Load = void (*)(AnalysisInput *, const QString &);
+        Analysis analysis;
+        analysis.runMap(m_sample.input());
+        forRows<Load, bool>(
+            {{"reference", [](AnalysisInput *in, const QString &path) { in->references[1].file = path; }, true},
+             {"target", [](AnalysisInput *in, const QString &path) { in->target.file = path; }, true},
+             {"map", [](AnalysisInput *in, const QString &path) { in->points[2].mapFile.path = path; }, true},
+             {"chosen, not loaded",
+              [](AnalysisInput *in, const QString &path) {
+                  in->target = {path, AMutE()};
+              },
+              false}},
+            [&](Load load, bool isKept) {
+                const QTemporaryDir folder;
+                QVERIFY(QDir(folder.path()).mkdir("sub") && tables::writeBytes(folder.filePath("in.dat"), "data"));
+                AnalysisInput input = m_sample.input();
+                load(&input, folder.filePath("in.dat"));
+                const QString path = folder.filePath("sub/../in.dat");
+                const StepOutcome outcome = analysis.write(path, input, RecordSelection());
+                QCOMPARE(outcome.message, isKept ? QString("Can't open the file [%1]").arg(path) : QString());
+                QCOMPARE(tables::bytesOf(folder.filePath("in.dat")) == "data", isKept);
+                QVERIFY(QFile::exists(folder.filePath("in_HGAlpha.dat")));
             });
     }
 

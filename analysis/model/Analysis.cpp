@@ -1,5 +1,6 @@
 #include "analysis/model/Analysis.h"
 
+#include "analysis/model/InputFiles.h"
 #include "analysis/model/ResultText.h"
 #include "analysis/model/TakingPart.h"
 #include "analysis/results/MapRecords.h"
@@ -92,13 +93,15 @@ const StepOutcome &Analysis::runFit(const AnalysisInput &input)
     return note(Step::Fit, true, linearCombinationText(m_fit->fractions, m_fit->valence, m_fit->base));
 }
 
-const StepOutcome &Analysis::write(const QString &path, const ValencePair &valences, const RecordSelection &selection)
+const StepOutcome &Analysis::write(const QString &path, const AnalysisInput &now, const RecordSelection &selection)
 {
     const auto problem = [&path](const char *text) {
         return QCoreApplication::translate("FourPs", text).arg(path);
     };
     m_writeProblem.clear();
-    const WriteOutcome outcome = writeResultFile(path, m_results, valences, selection);
+    const WriteOutcome outcome = isInputFile(path, now)
+                                     ? WriteOutcome::CannotOpen
+                                     : writeResultFile(path, m_results, fileValences(takingPart(now)), selection);
     if (outcome == WriteOutcome::CannotOpen)
         m_writeProblem = problem(QT_TRANSLATE_NOOP("FourPs", "Can't open the file [%1]"));
     else if (outcome == WriteOutcome::CannotWrite)

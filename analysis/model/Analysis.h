@@ -45,9 +45,10 @@ public:
     /// Fits the target by the references and compares the valence with that of the four-points method.
     const StepOutcome &runFit(const AnalysisInput &input);
     /// Writes the results of the last map calculation, and the two histograms beside them whatever became of the
-    /// result file. Their failure alone has no place in the message area: `isDone` is false then and the message
-    /// empty; see writeProblem().
-    const StepOutcome &write(const QString &path, const ValencePair &valences, const RecordSelection &selection);
+    /// result file. A four-points result gets the valences of the references as they are now. A path that leads to one
+    /// of the files in `now` counts as one that cannot be opened. The failure of the histograms alone has no place in
+    /// the message area: `isDone` is false then and the message empty; see writeProblem().
+    const StepOutcome &write(const QString &path, const AnalysisInput &now, const RecordSelection &selection);
 
     const StepOutcome &outcome(Step step) const { return m_outcomes.at(static_cast<std::size_t>(step)); }
     /// Why the last write failed; empty when it did not.

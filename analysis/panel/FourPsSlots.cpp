@@ -84,7 +84,7 @@ void FourPs::write()
     RecordSelection selection = {};
     for (int position = 0; position < ResultPosition::count; ++position)
         selection.at(static_cast<std::size_t>(position)) = recordsQuantity(position);
-    const bool isDone = report(m_analysis.write(path, fileValences(takingPart(m_inputs.gather())), selection)).isDone;
+    const bool isDone = report(m_analysis.write(path, m_inputs.gather(), selection)).isDone;
     ui.SaveFSelect->setExInfo(
         isDone ? tr("%1: wrote %2, _HGAlpha and _HGThick")
                      .arg(QTime::currentTime().toString(QStringLiteral("HH:mm:ss")), QFileInfo(path).fileName())

@@ -1,0 +1,27 @@
+#include "analysis/model/InputFiles.h"
+
+#include "analysis/model/AnalysisInput.h"
+
+#include <QFileInfo>
+#include <QString>
+
+#include <algorithm>
+
+bool isInputFile(const QString &path, const AnalysisInput &input)
+{
+    const QString wanted = QFileInfo(path).canonicalFilePath();
+    if (wanted.isEmpty()) // there is no such file yet
+        return false;
+    const auto isWanted = [&wanted](const QString &file) {
+        return !file.isEmpty() && QFileInfo(file).canonicalFilePath() == wanted;
+    };
+    const auto isReference = [&](const ReferenceInput &reference) {
+        return reference.spectrum.pointCount() > 0 && isWanted(reference.file);
+    };
+    const auto isMap = [&](const PointInput &point) {
+        return point.map && isWanted(point.mapFile.path);
+    };
+    return std::any_of(input.references.begin(), input.references.end(), isReference) ||
+           std::any_of(input.points.begin(), input.points.end(), isMap) ||
+           (input.target.spectrum.pointCount() > 0 && isWanted(input.target.file));
+}

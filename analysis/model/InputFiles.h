@@ -1,0 +1,7 @@
+#pragma once
+
+struct AnalysisInput;
+class QString;
+
+/// Whether a path, in whatever spelling, leads to a spectrum or map that is loaded: a result must not take its place.
+bool isInputFile(const QString &path, const AnalysisInput &input);
