@@ -26,6 +26,7 @@ DispABase::DispABase(QWidget *parent)
                                   }};
         },
         this);
+    ui.DispA->hasTicks = true;
     connectArea();
     connect(this, &DispABase::draw, pop, &PopBase::updateAround);
     connect(ui.PopDockB, &QPushButton::clicked, this, &DispABase::popDock);

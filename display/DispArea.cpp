@@ -3,6 +3,7 @@
 #include "display/GraphBoxes.h"
 #include "display/MarkLine.h"
 #include "display/MouseRecording.h"
+#include "display/PlotFrame.h"
 #include "numeric/RealToInt.h"
 
 #include <QMouseEvent>
@@ -87,6 +88,8 @@ void DispArea::drawScale(QStylePainter *p, bool clearMargins)
     p->setBrush(Qt::NoBrush);
     p->drawRect(truncToInt(cc.isx0()), truncToInt(cc.isy1()), truncToInt(std::abs(cc.isx1() - cc.isx0())),
                 truncToInt(std::abs(cc.isy1() - cc.isy0())));
+    if (hasTicks)
+        plot::drawTicks(p, cc);
 
     p->setPen(Qt::black);
     const QFont font;

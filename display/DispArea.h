@@ -43,6 +43,7 @@ public:
 
     MouseC mouse;
     ChCoord cc;
+    bool hasTicks = false;   ///< the scale has ticks between its ends
     bool scaleFixed = false; ///< the range was set once, or by the user: drawing routines leave it
     DrawText dt;
     QPointer<MarkLines> markLines; ///< not owned, may be null

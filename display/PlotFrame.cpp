@@ -93,6 +93,37 @@ QVector<double> plot::visibleLines(const GridLines &lines, double pixelsPerUnit,
     return values;
 }
 
+double plot::tickStep(double pixels, const ValueRange &range, double minPixels)
+{
+    const double span = std::abs(range.max - range.min);
+    if (!(span > 0) || !std::isfinite(span) || !(pixels > 0))
+        return 0;
+    ChCoord axis; // along x, as the step rule measures
+    axis.setInnerArea(0, 0, pixels, 1);
+    axis.setRealX(0, span);
+    constexpr int finest = 4; // decades below the range: four digits of pixels
+    return axis.calcStep(std::pow(10.0, std::floor(std::log10(span)) - finest), minPixels);
+}
+
+void plot::drawTicks(QPainter *p, const ChCoord &cc)
+{
+    if (!isDrawable(cc))
+        return;
+    constexpr int length = 4; // pixels
+    const QRectF inner = innerRect(cc);
+    const auto ends = [](double a, double b) {
+        return ValueRange{std::min(a, b), std::max(a, b)};
+    };
+    const ValueRange x = ends(cc.rx0(), cc.rx1());
+    const ValueRange y = ends(cc.ry0(), cc.ry1());
+    const int left = truncToInt(inner.left());
+    const int bottom = truncToInt(inner.bottom());
+    for (const double at : visibleLines({0, tickStep(inner.width(), x)}, cc.r2sdx(1), x.min, x.max))
+        p->drawLine(truncToInt(cc.r2sx(at)), bottom, truncToInt(cc.r2sx(at)), bottom - length);
+    for (const double at : visibleLines({0, tickStep(inner.height(), y)}, cc.r2sdy(1), y.min, y.max))
+        p->drawLine(left, truncToInt(cc.r2sy(at)), left + length, truncToInt(cc.r2sy(at)));
+}
+
 void plot::drawVerticals(QPainter *p, const ChCoord &cc, const QColor &colour, const GridLines &lines)
 {
     const double lowest = std::min(cc.rx0(), cc.rx1());

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "display/ValueRange.h"
+
 #include <QColor>
 #include <QLineF>
 #include <QPolygonF>
@@ -39,6 +41,14 @@ struct GridLines {
 /// Where they are drawn: the real values within lowest ... highest, lines less than 3 pixels apart being thinned out to
 /// every 2nd, 5th, 10th, ... that makes them at least 20 pixels apart. `pixelsPerUnit` may be negative.
 QVector<double> visibleLines(const GridLines &lines, double pixelsPerUnit, double lowest, double highest);
+
+/// The step of ticks or lines that are more than `minPixels` apart along an axis of that length, on which the range is
+/// drawn: 1, 2 or 5 times a power of ten, as the transformer's step rule goes. 0 for no range or no length.
+double tickStep(double pixels, const ValueRange &range, double minPixels = 20);
+
+/// Short marks inwards from the lower and the left edge, between the ends of both ranges. Nothing in a plot that is not
+/// drawable.
+void drawTicks(QPainter *p, const ChCoord &cc);
 
 /// Lines across the plot, one pixel wide. The plot must be drawable.
 void drawVerticals(QPainter *p, const ChCoord &cc, const QColor &colour, const GridLines &lines);

@@ -146,6 +146,7 @@ private slots:
 
     void mutsCurves()
     {
+        const QColor outlineColour(150, 150, 150);
         Graph graph;
         MutsInput input = mutsOf(QVector<QPointF>{{0, 1}, {50, 1}, {60, notANumber}, {70, 1}, {100, 1}});
         const QColor magenta(Qt::magenta), green(Qt::green);
@@ -154,18 +155,26 @@ private slots:
                          {QStringLiteral("other"), blue, QVector<QPointF>{{0, 0}, {100, 0}}}};
         input.pointEnergies = {33};
         input.markedEnergies = {78};
+        input.edgeEnergy = 44;
         graph.draw(input);
         QCOMPARE(graph.range(), QString("0 100 -0.05 1.05"));
         QCOMPARE(graph.wrong({{25, 1, red},
                               {85, 1, red},
-                              {55, 1, white}, // a gap where there is no value
-                              {65, 1, white},
+                              {65, 1, mutsGridColour}, // a gap where there is no value
                               {45, 0, blue},
                               {33, 0.25, pointEnergyColour},
                               {78, 0.25, markedEnergyColour},
+                              {44, 0.25, red},           // the edge
+                              {25, 0.7, mutsGridColour}, // every tenth
+                              {25, 0.75, white},
                               {50, 0.25, mutsGridColour}, // every 10 eV
                               {55, 0.25, white}}),
                  QString());
+        QVERIFY(graph.at(55, 1).green() > 200);
+        const auto tick = [&](int dx, int dy, double x, double y) {
+            return graph.image.pixelColor(graph.pixelOf(x, y) + QPoint(dx, dy)) == outlineColour;
+        };
+        QVERIFY(tick(3, 0, 0, 0.6) && !tick(3, 0, 0, 0.65) && tick(0, -3, 60, -0.05) && !tick(0, -3, 65, -0.05));
         const int dashes = graph.count(magenta);
         QVERIFY(dashes > 200 && dashes < 320); // of 340 pixels in a row and those of the legend
         QCOMPARE(graph.count(green), 0);

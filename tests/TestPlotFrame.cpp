@@ -34,6 +34,21 @@ private slots:
             });
     }
 
+    /// 1, 2 or 5 times a power of ten, the first more than 20 pixels apart.
+    void tickSteps()
+    {
+        forRows<double, ValueRange, double>({{"energies", 340, {8145, 9145}, 100},
+                                             {"absorption", 255, {-0.02, 0.31}, 0.05},
+                                             {"just 20 pixels are too close", 200, {0, 10}, 2},
+                                             {"downwards", 255, {2, 0}, 0.2},
+                                             {"tiny", 300, {1e-9, 4e-9}, 5e-10},
+                                             {"no range", 300, {1, 1}, 0},
+                                             {"no number", 300, {0, notANumber}, 0}},
+                                            [](double pixels, const ValueRange &range, double step) {
+                                                QVERIFY(tables::isClose(plot::tickStep(pixels, range), step));
+                                            });
+    }
+
     void cutLines()
     {
         // line, cut: to (0, 0) ... (10, 5); null when nothing remains

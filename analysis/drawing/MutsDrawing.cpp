@@ -67,7 +67,8 @@ void resultdrawing::drawMuts(DispABase *display, QStylePainter *p, const MutsInp
     const ChCoord &cc = area->cc;
     if (plot::isDrawable(cc)) {
         plot::drawVerticals(p, cc, mutsGridColour, {0, cc.calcStep(0.1, 20)});
-        plot::drawHorizontals(p, cc, mutsGridColour, {0, cc.calcStepY(10.0, 20)});
+        const double height = plot::innerRect(cc).height();
+        plot::drawHorizontals(p, cc, mutsGridColour, {0, plot::tickStep(height, area->shownRange().y)});
         for (const double energy : input.markedEnergies)
             plot::drawVertical(p, cc, markedEnergyColour, energy, markedWidth);
         for (const double energy : input.pointEnergies)
