@@ -17,8 +17,6 @@
 namespace
 {
 
-constexpr double scale = 2; // as pictures saved by hand
-
 /// A display out of its window, in the size that its picture is to have, for as long as this lives. Nothing comes up
 /// on the screen.
 template <class Display>
@@ -72,7 +70,8 @@ public:
     bool save(const HeaderMenu &menu, const QString &name)
     {
         const QString path = QDir(m_folder).filePath(m_stem + QLatin1Char('_') + name + QLatin1String(".png"));
-        const QString problem = menu.picture().save(path, scale);
+        const DisplayPicture picture = menu.picture();
+        const QString problem = picture.save(path, picture.printScale());
         return problem.isEmpty() || fail(QStringLiteral("cannot write the picture %1: %2").arg(path, problem));
     }
     QString error() const { return m_error; }

@@ -1,7 +1,5 @@
 #include "display/ColourBarMenu.h"
 
-#include "display/ColourTable.h"
-
 #include <QActionGroup>
 #include <QImage>
 #include <QPixmap>
@@ -23,10 +21,10 @@ public:
     }
 };
 
-/// The colours of a type, the low end at the left, or at the right when inverted.
-QIcon pictureOf(int type, bool inverted, qreal ratio)
+/// The colours of an offered scale, the low end at the left, or at the right when inverted.
+QIcon pictureOf(int position, bool inverted, qreal ratio)
 {
-    const ColourTable colours = colourTable(type);
+    const ColourTable colours = offeredScale(position);
     QImage line(colours.size(), 1, QImage::Format_RGB32);
     for (int i = 0; i < colours.size(); ++i)
         line.setPixel(i, 0, colours.at(i));
@@ -38,16 +36,23 @@ QIcon pictureOf(int type, bool inverted, qreal ratio)
 
 } // namespace
 
+ColourTable offeredScale(int position)
+{
+    if (position == colourTableTypes)
+        return evenColours();
+    return position == colourTableTypes + 1 ? greyColours() : colourTable(position);
+}
+
 ColourBarMenu::ColourBarMenu(QWidget *parent)
     : QMenu(parent)
-    , m_types(new QActionGroup(this))
+    , m_scales(new QActionGroup(this))
     , m_inverted(new QAction(tr("Inverted"), this))
 {
     auto *const wide = new WidePictureStyle;
     wide->setParent(this);
     setStyle(wide);
 
-    const QString names[colourTableTypes] = {
+    const QString names[offeredScales] = {
         tr("Black, red, yellow, white"),
         tr("Black, green, cyan, white"),
         tr("Black, blue, magenta, white"),
@@ -60,25 +65,31 @@ ColourBarMenu::ColourBarMenu(QWidget *parent)
         tr("Red, cyan"),
         tr("Green, magenta"),
         tr("Blue, yellow"),
+        tr("Even steps, dark blue to yellow (colour-blind safe)"),
+        tr("Grey, black to white"),
     };
-    for (int type = 0; type < colourTableTypes; ++type) {
-        QAction *const action = addAction(pictureOf(type, false, devicePixelRatioF()), names[type]);
+    for (int position = 0; position < offeredScales; ++position) {
+        QAction *const action = addAction(pictureOf(position, false, devicePixelRatioF()), names[position]);
         action->setCheckable(true);
-        action->setData(type);
-        m_types->addAction(action);
+        action->setData(position);
+        m_scales->addAction(action);
     }
     addSeparator();
     m_inverted->setCheckable(true);
     addAction(m_inverted);
+    addSeparator();
+    connect(addAction(tr("Limits by percentile (2nd to 98th)")), &QAction::triggered, this,
+            &ColourBarMenu::percentilesChosen);
 
-    connect(m_types, &QActionGroup::triggered, this,
-            [this](const QAction *action) { emit typeChosen(action->data().toInt()); });
+    connect(m_scales, &QActionGroup::triggered, this,
+            [this](const QAction *action) { emit scaleChosen(action->data().toInt()); });
     connect(m_inverted, &QAction::triggered, this, &ColourBarMenu::invertedChosen);
 }
 
-void ColourBarMenu::setChosen(int type, bool inverted)
+void ColourBarMenu::setChosen(int position, bool inverted)
 {
-    m_types->actions().at(type)->setChecked(true);
+    m_scales->actions().at(position)->setChecked(true);
     m_inverted->setChecked(inverted);
-    m_inverted->setIcon(pictureOf(type, true, devicePixelRatioF())); // also: without one the tick is as wide as an icon
+    m_inverted->setIcon(
+        pictureOf(position, true, devicePixelRatioF())); // also: without one the tick is as wide as an icon
 }

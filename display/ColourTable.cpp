@@ -1,5 +1,7 @@
 #include "display/ColourTable.h"
 
+#include <algorithm>
+#include <cmath>
 #include <initializer_list>
 
 namespace
@@ -72,6 +74,32 @@ ColourTable colourTable(int type)
         for (int i = 0; i < segmentColours; ++i)
             colours.append(between(*corner, *(corner + 1), i));
     }
+    return colours;
+}
+
+ColourTable evenColours()
+{
+    // Every 32nd colour of "viridis" by S. van der Walt and N. Smith (2015, CC0), whose lightness rises evenly.
+    const quint32 knots[] = {0x440154, 0x472d7b, 0x3b528b, 0x2c728e, 0x21918c, 0x28ae80, 0x5ec962, 0xaddc30, 0xfde725};
+    constexpr double segments = 8;
+    ColourTable colours;
+    for (int i = 0; i < segmentColours; ++i) {
+        const double at = i * segments / (segmentColours - 1);
+        const int knot = std::min(static_cast<int>(at), static_cast<int>(segments) - 1);
+        const auto mix = [&](int shift) {
+            const int start = channel(knots[knot], shift);
+            return static_cast<int>(std::lround(start + (channel(knots[knot + 1], shift) - start) * (at - knot)));
+        };
+        colours.append(pixel(mix(16), mix(8), mix(0)));
+    }
+    return colours;
+}
+
+ColourTable greyColours()
+{
+    ColourTable colours;
+    for (int i = 0; i < segmentColours; ++i)
+        colours.append(pixel(i, i, i));
     return colours;
 }
 

@@ -12,6 +12,11 @@ constexpr int colourTableTypes = 12;
 /// primary colours in each order (512), 9 to 11 from a primary colour to its complement (256). Any other type is 0.
 ColourTable colourTable(int type);
 
+/// Scales besides the types, 256 colours each. From dark blue over green to yellow in steps that look even, to the
+/// colour-blind and in grey print, too; and from black to white.
+ColourTable evenColours();
+ColourTable greyColours();
+
 /// The 45 colours of curves: 15 that tell well apart, three times. The light green stands twice among the 15; the
 /// numbering of the curves depends on it.
 ColourTable lineColours();

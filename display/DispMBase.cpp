@@ -5,6 +5,7 @@
 #include "display/MouseC.h"
 #include "display/PlacedItem.h"
 #include "display/PopBase.h"
+#include "display/ScaleBar.h"
 
 #include <QEvent>
 #include <QStylePainter>
@@ -53,6 +54,7 @@ DispMBase::DispMBase(QWidget *parent)
     connect(ui.CBar, &cBar::newScale, this, QOverload<>::of(&QWidget::update));
     connect(ui.CBar, &cBar::newScale, ui.DispA, QOverload<>::of(&QWidget::update)); // it may be popped out
     connect(ui.CBar, &cBar::newScale, this, &DispMBase::showLimits);
+    connect(ui.CBar, &cBar::percentilesWanted, this, &DispMBase::takePercentiles);
     showLimits();
 }
 
@@ -113,6 +115,22 @@ void DispMBase::setCells(const QSize &cells)
     m_cells = cells;
     ui.gridLayout_3->invalidate();
     ui.gridLayout_3->activate();
+}
+
+void DispMBase::setCellWidth(double width, const QString &unit)
+{
+    m_cellWidth = width;
+    m_unit = unit;
+}
+
+void DispMBase::takePercentiles()
+{
+    const std::optional<ValueRange> limits = percentiles ? percentiles() : std::nullopt;
+    if (!limits)
+        return;
+    chooseLimits(*limits);
+    ui.CBar->update();
+    ui.DispA->update();
 }
 
 void DispMBase::setTitle(const QString &title)
@@ -261,6 +279,7 @@ void DispMBase::renderPicture(QStylePainter *p)
     p->save();
     p->setClipRect(ui.DispA->rect(), Qt::IntersectClip);
     ui.DispA->renderArea(p);
+    drawScaleBar(p, ui.DispA->cc, m_cellWidth, m_unit);
     p->restore();
     p->setPen(Qt::black);
     const QFont font = ui.MaxV->font();

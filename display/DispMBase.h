@@ -10,7 +10,9 @@
 #include "ui_DispMBase.h"
 
 #include <QFrame>
+#include <QString>
 
+#include <functional>
 #include <optional>
 
 class HeaderMenu;
@@ -43,6 +45,8 @@ public:
     /// Limits that the user chose. They stay until other natural ones are offered or taken, or until a double click on
     /// the map with the left button and no modifier.
     void chooseLimits(const ValueRange &chosen);
+    /// How wide a cell is, for the scale bar of pictures; no width or unit: none is drawn.
+    void setCellWidth(double width, const QString &unit);
     /// The header's title, which makes room for the read-outs where both do not fit, and the window's.
     void setTitle(const QString &title);
     /// Shows the value under the mouse.
@@ -54,6 +58,9 @@ public:
     cBar *bar() const { return ui.CBar; }
     /// The context menu of the header row.
     HeaderMenu *headerMenu() const { return m_menu; }
+
+    /// Who gives the limits that leave out the outermost values; none: there are no values.
+    std::function<std::optional<ValueRange>()> percentiles;
 
     MapPicture picture; ///< for the drawing routine: what it drew last
     Ui_DispMBase ui;
@@ -87,9 +94,12 @@ private:
     void forgetChosenLimits(const MouseC *m);
     void renderPicture(QStylePainter *p);
     QSize pictureSize() const;
+    void takePercentiles();
 
     HeaderMenu *m_menu;
     QSize m_cells;
+    double m_cellWidth = 0.0;
+    QString m_unit;                            // of the cell's width
     std::optional<ValueRange> m_naturalLimits; // offered or taken last
     std::optional<ValueRange> m_chosenLimits;
 };

@@ -10,6 +10,8 @@
 #include <QStylePainter>
 #include <QWidget>
 
+#include <algorithm>
+
 namespace
 {
 
@@ -53,6 +55,12 @@ bool DisplayPicture::paintOn(QPaintDevice *device) const
     p.setClipRect(QRect(QPoint(), size));
     paint(&p);
     return p.end();
+}
+
+double DisplayPicture::printScale() const
+{
+    constexpr double leastWidth = 1500;
+    return std::max({2.0, widget->devicePixelRatioF(), leastWidth / std::max(1, size.width())});
 }
 
 QImage DisplayPicture::toImage(double scale) const

@@ -19,6 +19,8 @@ struct DisplayPicture {
 
     /// The size with the title; an empty title takes no room.
     QSize fullSize() const;
+    /// The scale of saved and copied pictures: at least 1500 pixels wide, and twice as fine as on screen.
+    double printScale() const;
     /// The picture with `scale` pixels for each pixel on screen; null when it has no size.
     QImage toImage(double scale) const;
     /// Writes a PNG of that scale, or where the name ends in ".pdf" vectors. On failure returns why and leaves the

@@ -4,10 +4,11 @@
 #include <QClipboard>
 #include <QDir>
 #include <QFileDialog>
+#include <QGridLayout>
 #include <QMenu>
 #include <QMessageBox>
+#include <QToolButton>
 
-#include <algorithm>
 #include <utility>
 
 namespace
@@ -24,7 +25,7 @@ QString &pictureDirectory()
 QString asFileName(QString title)
 {
     for (QChar &c : title) {
-        if (!c.isLetterOrNumber() && c != QLatin1Char('-'))
+        if (!c.isLetterOrNumber() && c != QLatin1Char('-') && c != QLatin1Char('.'))
             c = QLatin1Char('_');
     }
     return title.isEmpty() ? QStringLiteral("picture") : title;
@@ -50,6 +51,9 @@ HeaderMenu::HeaderMenu(QWidget *header, std::function<DisplayPicture()> picture,
     m_valuesAction = menu->addAction(tr("Copy values"));
     connect(m_valuesAction, &QAction::triggered, this, &HeaderMenu::copyValues);
     m_valuesAction->setEnabled(false);
+    m_howToAction = menu->addAction(tr("How to..."));
+    connect(m_howToAction, &QAction::triggered, this, &HeaderMenu::showHowTo);
+    addButton();
 
     header->setContextMenuPolicy(Qt::CustomContextMenu);
     connect(header, &QWidget::customContextMenuRequested, this,
@@ -67,31 +71,78 @@ void HeaderMenu::hideValues()
     m_valuesAction->setVisible(false);
 }
 
-double HeaderMenu::pictureScale() const
+QAction *HeaderMenu::add(const QString &text)
 {
-    return std::max(2.0, m_header->devicePixelRatioF());
+    auto *const action = new QAction(text, menu);
+    menu->insertAction(m_howToAction, action);
+    return action;
+}
+
+void HeaderMenu::addButton()
+{
+    auto *const row = qobject_cast<QGridLayout *>(m_header->layout());
+    if (!row)
+        return;
+    auto *const button = new QToolButton(m_header);
+    button->setObjectName(QStringLiteral("HeaderMenuB"));
+    button->setText(QString(QChar(0x2261))); // three bars
+    button->setToolTip(tr("Picture, values, and what the mouse does"));
+    button->setAutoRaise(true);
+    button->setPopupMode(QToolButton::InstantPopup);
+    button->setStyleSheet(QStringLiteral("QToolButton::menu-indicator { image: none; }"));
+    button->setMenu(menu);
+    row->addWidget(button, 0, row->columnCount());
+}
+
+void HeaderMenu::showHowTo()
+{
+    const std::pair<QString, QString> gestures[] = {
+        {tr("Wheel"), tr("zooms about the mouse")},
+        {tr("Wheel over an axis"), tr("zooms along that axis")},
+        {tr("Shift and drag"), tr("moves the picture")},
+        {tr("Double click"), tr("shows everything again; in a result map in the quantity's own colours")},
+        {tr("Shift and double click"), tr("result map: colours from the smallest to the largest value shown")},
+        {tr("Control and double click"), tr("result map: colours from the 2nd to the 98th percentile of them")},
+        {tr("Drag an end of the colour bar"), tr("stretches the colours; a double click on the bar undoes it")},
+        {tr("Right click on the colour bar"), tr("other colours, limits by percentile")},
+        {tr("Drag a marker"), tr("moves the edge, a range or an energy without a map; a click moves nothing")},
+        {tr("Click in \"Muts\""), tr("writes the values of all spectra there into the message area")},
+    };
+    QString rows;
+    for (const auto &[gesture, effect] : gestures)
+        rows += QStringLiteral("<tr><td><b>%1</b>&nbsp;&nbsp;</td><td>%2</td></tr>")
+                    .arg(gesture.toHtmlEscaped(), effect.toHtmlEscaped());
+    auto *const box = new QMessageBox(QMessageBox::NoIcon, tr("How to"), QStringLiteral("<table>%1</table>").arg(rows),
+                                      QMessageBox::Close, m_header->window());
+    box->setAttribute(Qt::WA_DeleteOnClose);
+    box->setModal(false); // to be read while trying
+    box->show();
 }
 
 void HeaderMenu::copyPicture()
 {
-    QApplication::clipboard()->setImage(m_picture().toImage(pictureScale()));
+    const DisplayPicture picture = m_picture();
+    QApplication::clipboard()->setImage(picture.toImage(picture.printScale()));
 }
 
 void HeaderMenu::savePicture()
 {
     const DisplayPicture picture = m_picture();
-    const QString path = askFileName(asFileName(picture.title) + QStringLiteral(".png"));
+    const QString name = proposedName ? proposedName() : QString();
+    const QString path = askFileName(asFileName(name.isEmpty() ? picture.title : name) + QStringLiteral(".png"));
     if (path.isEmpty())
         return;
-    const QString failure = picture.save(path, pictureScale());
+    const QString failure = picture.save(path, picture.printScale());
     if (!failure.isEmpty())
         showFailure(tr("The picture could not be saved as %1: %2").arg(QDir::toNativeSeparators(path), failure));
 }
 
 void HeaderMenu::copyValues()
 {
-    if (m_values)
-        QApplication::clipboard()->setText(m_values());
+    if (!m_values)
+        return;
+    QApplication::clipboard()->setText(m_values());
+    emit copiedValues();
 }
 
 QString HeaderMenu::askWithDialog(const QString &proposal)

@@ -10,8 +10,8 @@ class QAction;
 class QMenu;
 class QWidget;
 
-/// The context menu on the header row of a display: its picture to the clipboard or into a file, and its values as
-/// text. Displays add actions of their own to `menu`.
+/// The menu of a display, by a button at the end of its header row and by a right click on the row: its picture to the
+/// clipboard or into a file, its values as text, and what the mouse does. Others add actions of their own with add().
 class HeaderMenu : public QObject
 {
     Q_OBJECT
@@ -28,22 +28,34 @@ public:
     /// Takes "Copy values" out of the menu, for displays that have other means.
     void hideValues();
 
+    /// One more action, before "How to...".
+    QAction *add(const QString &text);
+
     QMenu *const menu; ///< goes with the header
+
+    /// What a picture file is named, without suffix; an empty function or answer: after the title.
+    std::function<QString()> proposedName;
 
     /// Asks for the name of a picture file, with a proposal; an empty answer is a change of mind.
     std::function<QString(const QString &proposal)> askFileName;
     /// Tells the user one sentence about a failure.
     std::function<void(const QString &text)> showFailure;
 
+signals:
+    /// The values are on the clipboard.
+    void copiedValues();
+
 private:
+    void addButton();
+    void showHowTo();
     void copyPicture();
     void savePicture();
     void copyValues();
-    double pictureScale() const;
     QString askWithDialog(const QString &proposal);
 
     QWidget *m_header;
     std::function<DisplayPicture()> m_picture;
     std::function<QString()> m_values;
     QAction *m_valuesAction;
+    QAction *m_howToAction;
 };

@@ -37,8 +37,9 @@ cBar::cBar(QWidget *parent)
 {
     ui.setupUi(this);
     setCBarType(0);
-    connect(m_menu, &ColourBarMenu::typeChosen, this, &cBar::chooseType);
+    connect(m_menu, &ColourBarMenu::scaleChosen, this, &cBar::chooseScale);
     connect(m_menu, &ColourBarMenu::invertedChosen, this, &cBar::chooseInverted);
+    connect(m_menu, &ColourBarMenu::percentilesChosen, this, &cBar::percentilesWanted);
 }
 
 QColor cBar::getColor(double v) const
@@ -53,8 +54,12 @@ double cBar::valueAt(double index) const
 
 void cBar::setCBarType(int type)
 {
-    m_type = type >= 0 && type < colourTableTypes ? type : 0;
-    const ColourTable table = colourTable(m_type);
+    m_scale = type >= 0 && type < colourTableTypes ? type : 0;
+    setColours(colourTable(m_scale));
+}
+
+void cBar::setColours(const ColourTable &table)
+{
     colors.clear();
     colors.reserve(table.size());
     for (const quint32 colour : table)
@@ -127,9 +132,10 @@ void cBar::setInvertCBar(bool inverted)
     invert = inverted;
 }
 
-void cBar::chooseType(int type)
+void cBar::chooseScale(int position)
 {
-    setCBarType(type);
+    m_scale = position;
+    setColours(offeredScale(position));
     emit newScale();
 }
 
@@ -218,6 +224,6 @@ void cBar::mouseDoubleClickEvent(QMouseEvent *event)
 void cBar::contextMenuEvent(QContextMenuEvent *event)
 {
     mouse.pressed = false; // the menu takes the release of the button that opened it
-    m_menu->setChosen(m_type, invert);
+    m_menu->setChosen(m_scale, invert);
     m_menu->popup(event->globalPos());
 }

@@ -27,7 +27,8 @@ public:
     double valueAt(double index) const;
     /// Replaces the colours by those of type 0 ... maxCBarTypes() - 1 (any other is 0) and undoes the stretch.
     void setCBarType(int type);
-    int cBarType() const { return m_type; }
+    /// Beyond the types: one of the further scales of the menu.
+    int cBarType() const { return m_scale; }
     /// Exchanges the limits when they stand the wrong way round, then announces the scale.
     void checkZOrder();
     /// Sets both limits and announces nothing: for the drawing routine, which runs within a paint.
@@ -60,6 +61,8 @@ public:
 
 signals:
     void newScale();
+    /// The user wants the limits to leave out the outermost values.
+    void percentilesWanted();
 
 public slots:
     void setAutoScale(bool f);
@@ -79,13 +82,14 @@ protected:
     void contextMenuEvent(QContextMenuEvent *event) override;
 
 private:
-    void chooseType(int type);
+    void chooseScale(int position);
     void chooseInverted(bool inverted);
+    void setColours(const ColourTable &table);
     const QColor &shownColor(int index) const { return colors.at(invert ? nColors - 1 - index : index); }
 
     Ui_cBar ui;
     ColourBarMenu *m_menu;
-    int m_type = 0;
+    int m_scale = 0; // among the offered scales
     double m_zmax = 1.0, m_zmin = 0.0;
     bool m_autoScale = true;
 };

@@ -206,25 +206,40 @@ private slots:
         QVERIFY(menu && menu->isVisible());
         QVERIFY(!bar.mouse.pressed); // the release goes to the menu: nothing is being dragged
         const QList<QAction *> actions = menu->actions();
-        QCOMPARE(actions.size(), 14); // twelve types, a line, the inversion
-        QVERIFY(actions.first()->isChecked() && actions.last()->isChecked());
+        QCOMPARE(actions.size(), 18); // twelve types, two more, a line, the inversion, a line, percentiles
+        QAction *const inversion = actions.at(15);
+        QVERIFY(actions.first()->isChecked() && inversion->isChecked());
         const QImage picture = actions.at(3)->icon().pixmap(72, 14).toImage();
         QVERIFY(picture.pixelColor(0, 5).red() > 240); // red, green, blue
         QVERIFY(picture.pixelColor(picture.width() / 2, 5).green() > 240);
         QVERIFY(picture.pixelColor(picture.width() - 1, 5).blue() > 240);
 
-        const QImage inverse = actions.last()->icon().pixmap(72, 14).toImage(); // of what the bar shows
-        QVERIFY(inverse.pixelColor(0, 5).blue() > 240);                         // white
+        const QImage inverse = inversion->icon().pixmap(72, 14).toImage(); // of what the bar shows
+        QVERIFY(inverse.pixelColor(0, 5).blue() > 240);                    // white
         QCOMPARE(inverse.pixelColor(inverse.width() - 1, 5).green(), 0);
 
         actions.at(9)->trigger();
         QCOMPARE(newScale.count(), 1);
         QCOMPARE(bar.nColors, 256);
         QCOMPARE(bar.getColor(1.0), QColor(255, 0, 0)); // inverted still
-        actions.last()->trigger();
+        inversion->trigger();
         QCOMPARE(newScale.count(), 2);
         QVERIFY(!bar.invert);
         QCOMPARE(shown.wrongRows({{20, bar.colors.at(238)}}), QString());
+
+        actions.at(12)->trigger();
+        QCOMPARE(newScale.count(), 3);
+        QCOMPARE(bar.getColor(1.0), QColor(0xfde725));
+        actions.at(13)->trigger();
+        QCOMPARE(bar.getColor(0.25), QColor(64, 64, 64));
+        QApplication::sendEvent(&bar, &ask);
+        QVERIFY(actions.at(13)->isChecked());
+        bar.setCBarType(12); // no number of theirs
+        QCOMPARE(bar.nColors, 768);
+        QCOMPARE(bar.maxCBarTypes(), 12);
+        QSignalSpy percentiles(&bar, &cBar::percentilesWanted);
+        actions.last()->trigger();
+        QCOMPARE(percentiles.count(), 1);
     }
 };
 

@@ -29,6 +29,24 @@ class TestColours : public QObject
     Q_OBJECT
 
 private slots:
+    /// Every sixteenth of the scale is as much lighter as the others (CIE 1976 L*), so that no step seems an edge.
+    void evenScale()
+    {
+        const auto lightness = [](quint32 colour) {
+            const auto linear = [colour](int shift) {
+                const double part = double(colour >> shift & 0xff) / 255;
+                return part <= 0.04045 ? part / 12.92 : std::pow((part + 0.055) / 1.055, 2.4);
+            };
+            return 116 * std::cbrt(0.2126 * linear(16) + 0.7152 * linear(8) + 0.0722 * linear(0)) - 16;
+        };
+        const ColourTable table = evenColours();
+        QCOMPARE(table.size(), 256);
+        const double rise = (lightness(table[255]) - lightness(table[0])) / 17;
+        QVERIFY(rise > 4);
+        for (int i = 0; i < 255; i += 15)
+            QVERIFY(qAbs(lightness(table[i + 15]) - lightness(table[i]) - rise) < 0.3 * rise);
+    }
+
     void colourTables()
     {
         const quint32 black = rgb(0, 0, 0), red = rgb(255, 0, 0), green = rgb(0, 255, 0), blue = rgb(0, 0, 255);

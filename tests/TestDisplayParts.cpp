@@ -1,14 +1,18 @@
 #include "DisplayHelpers.h"
 #include "Tables.h"
 #include "display/DispABase.h"
+#include "display/DispMBase.h"
 #include "display/HeaderMenu.h"
 #include "display/Histgram.h"
 #include "display/MarkLine.h"
+#include "display/ScaleBar.h"
 
 #include <QCheckBox>
 #include <QClipboard>
 #include <QMenu>
+#include <QMessageBox>
 #include <QTemporaryDir>
+#include <QToolButton>
 
 namespace
 {
@@ -268,7 +272,7 @@ private slots:
     void pictureToClipboard()
     {
         DispABase dab;
-        dab.resize(420, 330);
+        dab.resize(820, 660);
         dab.ui.Title->clear();
         connect(&dab, &DispABase::draw, this, [&](QStylePainter *p) { paintRedPlot(dab.area(), p, true); });
         dab.show();
@@ -290,6 +294,41 @@ private slots:
         QCOMPARE(titled.copy(0, line, bare.width(), bare.height()), bare);
     }
 
+    /// Below a map of 34 pixels a cell, at most 68 pixels long.
+    void scaleBar()
+    {
+        const Plot plot;
+        forRows<double, QString, int>({{"half a micrometre", 0.3, "um", 57},
+                                       {"just a round length", 0.25, "um", 68},
+                                       {"from right to left", -0.3, "um", 57},
+                                       {"millimetres", 1e-3, "mm", 68},
+                                       {"no unit", 0.3, "", 0},
+                                       {"no width", 0, "um", 0}},
+                                      [&plot](double width, const QString &unit, int pixels) {
+                                          QImage image(400, 300, QImage::Format_RGB32);
+                                          image.fill(Qt::white);
+                                          QPainter p(&image);
+                                          drawScaleBar(&p, plot.area.cc, width, unit);
+                                          const QRect ink = inkIn(image);
+                                          int longest = 0;
+                                          for (int y = ink.top(); y <= ink.bottom(); ++y) {
+                                              int run = 0;
+                                              while (image.pixelColor(ink.left() + run, y) == Qt::black)
+                                                  ++run;
+                                              longest = std::max(longest, run);
+                                          }
+                                          QVERIFY(qAbs(longest - pixels) <= 1);
+                                          QVERIFY(ink.isNull() ||
+                                                  (ink.top() > 270 && ink.left() > 116 && ink.right() < 304));
+                                      });
+        DispMBase map;
+        connect(&map, &DispMBase::draw, this, [&](QStylePainter *p) { paintRedPlot(map.area(), p, true); });
+        map.area()->grab();
+        const QImage before = map.headerMenu()->picture().toImage(1);
+        map.setCellWidth(2, "um");
+        QVERIFY(map.headerMenu()->picture().toImage(1) != before);
+    }
+
     void pictureToFile()
     {
         forRows<QString, QByteArray>(
@@ -302,13 +341,17 @@ private slots:
                 const SavedPicture saved(&dab, directory.filePath(name));
                 QCOMPARE(saved.failures, QStringList());
                 QCOMPARE(saved.proposed, QString("M2_M3.png"));
+                dab.headerMenu()->proposedName = [] {
+                    return QString("cell 1_M2");
+                };
+                QCOMPARE(SavedPicture(&dab, QString()).proposed, QString("cell_1_M2.png"));
                 const QByteArray bytes = tables::bytesOf(directory.filePath(name));
                 QVERIFY(bytes.startsWith(start));
                 if (start.startsWith('%'))
                     // Text and lines, not pixels.
                     QVERIFY(bytes.contains("/FontFile2") && !bytes.contains("/Subtype /Image"));
                 else
-                    QCOMPARE(QImage::fromData(bytes).width(), 2 * dab.area()->width());
+                    QCOMPARE(QImage::fromData(bytes).width(), std::max(1500, 2 * dab.area()->width()));
             });
     }
 
@@ -332,14 +375,33 @@ private slots:
                               });
     }
 
+    /// By the button as well as by a right click; its last entry tells what the mouse does.
+    void headerMenuButton()
+    {
+        DispABase graph;
+        DispMBase map;
+        for (const auto &[display, menu] : {std::pair<QWidget *, HeaderMenu *>(&graph, graph.headerMenu()),
+                                            std::pair<QWidget *, HeaderMenu *>(&map, map.headerMenu())}) {
+            const auto *const button = display->findChild<QToolButton *>("HeaderMenuB");
+            QVERIFY(button && button->menu() == menu->menu);
+            menu->add("more");
+            menu->menu->actions().last()->trigger();
+            const auto *const box = display->findChild<QMessageBox *>();
+            QVERIFY(box && box->isVisible() && !box->isModal());
+            QVERIFY(box->text().contains("Shift") && box->text().contains("Wheel over an axis"));
+        }
+    }
+
     void valuesToClipboard()
     {
         DispABase dab;
         QVERIFY(!menuAction(&dab, copyValues)->isEnabled());
         dab.headerMenu()->setValues([] { return QString("1\t2\n"); });
         QVERIFY(menuAction(&dab, copyValues)->isEnabled());
+        QSignalSpy copied(dab.headerMenu(), &HeaderMenu::copiedValues);
         menuAction(&dab, copyValues)->trigger();
         QCOMPARE(QApplication::clipboard()->text(), QString("1\t2\n"));
+        QCOMPARE(copied.count(), 1);
         dab.headerMenu()->setValues(nullptr);
         QVERIFY(!menuAction(&dab, copyValues)->isEnabled());
     }

@@ -277,8 +277,9 @@ private slots:
     {
         ShownMap shown;
         DispMBase &display = shown.display;
+        display.resize(900, 700);
         display.ui.Title->clear(); // no line for it
-        display.area()->grab();
+        display.grab();
         display.headerMenu()->menu->actions().first()->trigger();
         const QImage image = QApplication::clipboard()->image();
         QCOMPARE(image.width(), 2 * (display.area()->width() + display.ui.frame_2->width()));

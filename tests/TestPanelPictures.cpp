@@ -3,6 +3,7 @@
 #include "AnalystTools.h"
 #include "DisplayHelpers.h"
 #include "analysis/drawing/MapDrawing.h"
+#include "analysis/results/QuantityRange.h"
 #include "analysis/results/ResultQuantities.h"
 #include "numeric/RealToInt.h"
 
@@ -128,6 +129,10 @@ private slots:
             QCOMPARE(doubleClick(Qt::NoModifier, Qt::RightButton), all);
             QCOMPARE(doubleClick(Qt::NoModifier), own);
             QCOMPARE(doubleClick(Qt::ControlModifier), most);
+            doubleClick(Qt::NoModifier);
+            emit user.map()->bar()->percentilesWanted();
+            shot(user.map());
+            QCOMPARE(user.limits(), most);
             ranges << all << most;
         }
         QCOMPARE(ranges.size(), 4);
@@ -141,6 +146,30 @@ private slots:
             shot(other.map());
             QCOMPARE(other.limits(), QString("1.5 to 3.5"));
         }
+        emit other.map()->bar()->percentilesWanted();
+        QVERIFY(other.limits() != "1.5 to 3.5");
+        DispMBase *const measured = other.panel.dataMap();
+        other.click("Energy4/ShowMapB");
+        emit measured->bar()->percentilesWanted();
+        const double *const values = other.row(4)->data().absorptions().data();
+        QCOMPARE(measured->bar()->zmax(), percentileRange(values, 24)->max);
+    }
+
+    void proposedPictureName()
+    {
+        Analyst user(m_files);
+        QString proposed;
+        user.map()->headerMenu()->askFileName = [&proposed](const QString &name) {
+            proposed = name;
+            return QString();
+        };
+        forRows<const char *, const char *>(
+            {{"before", "", "Result_map__Valence.png"}, {"result", "/tmp/cell1.a.dat", "cell1.a_Valence.png"}},
+            [&](const char *path, const char *name) {
+                user.type("SaveFSelect/FileName", path);
+                user.map()->headerMenu()->menu->actions().at(1)->trigger();
+                QCOMPARE(proposed, QString(name));
+            });
     }
 
     // --- cells of the result map ---
@@ -257,7 +286,7 @@ private slots:
         DispMBase *const map = user.panel.dataMap();
         user.click("Energy3/ShowMapB");
         shot(map);
-        map->chooseLimits({-7, 7}); // the user's own, of this map
+        map->chooseLimits({-7, 7});              // the user's own, of this map
         map->area()->cc.setRealArea(1, 1, 2, 2); // and a zoom
         map->area()->scaleFixed = true;
         struct Case {

@@ -3,6 +3,8 @@
 #include "AnalystTools.h"
 #include "analysis/results/ResultQuantities.h"
 
+#include <QLabel>
+
 using namespace paneltools;
 
 class TestPanelResults : public QObject
@@ -217,22 +219,36 @@ private slots:
     {
         Analyst user(m_files);
         user.click("Energy4/ShowMapB");
+        user.field("MaskBelow")->setText("0.6");
+        QLabel line(&user.panel);
+        line.setObjectName("StatusLine");
         const auto saveTo = [&](DispMBase *map, const QString &path) {
             user.panel.askMapFile = [path] {
                 return path;
             };
-            map->headerMenu()->menu->actions().last()->trigger();
+            for (QAction *const action : map->headerMenu()->menu->actions()) {
+                if (action->text().startsWith("Save shown map"))
+                    action->trigger();
+            }
             return user.takeMessages();
         };
         const QString path = m_files.path("map.txt"), missing = m_files.path("missing/map.txt");
         for (const auto &[map, values] : {std::pair(user.map(), user.results().quantity(ResultPosition::valence)),
                                           std::pair(user.panel.dataMap(), user.row(4)->data().absorptions().data())}) {
             QByteArray expected;
-            for (int i = 0; i < 24; ++i)
-                expected += sixDigits(values[i]).toLatin1() + (i % 6 == 5 ? '\n' : ' ');
+            int hidden = 0;
+            for (int i = 0; i < 24; ++i) {
+                const bool isHidden = map == user.map() && user.results().t()[i] < 0.6;
+                hidden += isHidden;
+                expected += (isHidden ? QString("nan") : sixDigits(values[i])).toLatin1() + (i % 6 == 5 ? '\n' : ' ');
+            }
+            QCOMPARE(hidden > 0 && hidden < 24, map == user.map());
             QVERIFY(rowtools::write(path, QByteArray(10000, 'x')));
-            QCOMPARE(saveTo(map, path), QString());
+            QCOMPARE(saveTo(map, m_files.path("map")), QString("saved map.txt\n"));
             QCOMPARE(bytesOf(path), expected);
+            user.copied(map->headerMenu());
+            QCOMPARE(QApplication::clipboard()->text().replace('\t', ' ').toLatin1(), expected);
+            QVERIFY(line.text().startsWith("saved the values of"));
             QCOMPARE(saveTo(map, QString()), QString()); // a change of mind
             QCOMPARE(saveTo(map, missing), "Can't open the file [" + missing + "]\n");
         }

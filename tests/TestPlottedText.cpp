@@ -9,10 +9,10 @@ namespace
 
 const double notANumber = qQNaN(), infinity = qInf();
 
-QString mapText(std::vector<double> values, int width, int height, char separator = ' ')
+QString mapText(std::vector<double> values, int width, int height, char separator = ' ', const quint8 *mask = nullptr)
 {
     const ShownMap map{values.empty() ? nullptr : values.data(), values.size(), {width, height}};
-    return QString::fromLatin1(plottedtext::ofMap(map, separator));
+    return QString::fromLatin1(plottedtext::ofMap(map, separator, mask));
 }
 
 } // namespace
@@ -78,6 +78,8 @@ private slots:
         QCOMPARE(mapText({1, 2}, 2, 1, '\t'), QString("1\t2\n"));
         QCOMPARE(mapText({1, 2, 3}, 2, 3), QString("1 2\n3\n")); // the last row is not whole
         QCOMPARE(mapText({1, 2, 3}, 1, 2), QString("1\n2\n"));
+        const quint8 mask[] = {0, 1, 0};
+        QCOMPARE(mapText({1, 2, notANumber}, 3, 1, ' ', mask), QString("1 nan nan\n"));
         QCOMPARE(mapText({}, 3, 2), QString());
         QCOMPARE(mapText({1}, 0, 1), QString());
     }

@@ -70,6 +70,12 @@ void drawWords(QPainter *p, const ChCoord &cc, const QString &words)
 
 } // namespace
 
+void showGrid(DispMBase *display, const MapGrid &grid)
+{
+    display->setCells(QSize(grid.nx, grid.ny));
+    display->setCellWidth(grid.x.step.value_or(0.0), grid.unit);
+}
+
 std::optional<RealRange> resultdrawing::naturalRange(const ShownMap &map)
 {
     if (!hasCells(map))

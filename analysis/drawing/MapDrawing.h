@@ -21,6 +21,9 @@ struct ResultMapInput {
     QString notComputed;              ///< what is said without values
 };
 
+/// Fits a display to the pixels of the map that it will show: proportions, and the scale bar of pictures.
+void showGrid(DispMBase *display, const MapGrid &grid);
+
 namespace resultdrawing
 {
 

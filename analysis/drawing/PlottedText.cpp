@@ -96,7 +96,7 @@ QString plottedtext::of(const M2M3Input &input)
     return pointsText(input, input.r.count);
 }
 
-QByteArray plottedtext::ofMap(const ShownMap &map, char separator)
+QByteArray plottedtext::ofMap(const ShownMap &map, char separator, const quint8 *mask)
 {
     QByteArray text;
     char number[numeric::g6MaxLength];
@@ -107,7 +107,10 @@ QByteArray plottedtext::ofMap(const ShownMap &map, char separator)
         for (std::size_t i = start; i < std::min(start + width, count); ++i) {
             if (i > start)
                 text += separator;
-            text.append(number, static_cast<int>(numeric::writeG6(map.values[i], number) - number));
+            if (mask && mask[i] != 0)
+                text += "nan";
+            else
+                text.append(number, static_cast<int>(numeric::writeG6(map.values[i], number) - number));
         }
         text += '\n';
     }

@@ -25,8 +25,8 @@ QString of(const LcfVsMpsInput &input);
 QString of(const ScatterInput &input);
 QString of(const M2M3Input &input);
 
-/// A plain grid without titles: one line per map row, the values separated by `separator`. Rows without values are
-/// left out; a row that is not whole ends early.
-QByteArray ofMap(const ShownMap &map, char separator);
+/// A plain grid without titles: one line per map row, the values separated by `separator`, "nan" where `mask` (one per
+/// value, or none) is not 0. Rows without values are left out; a row that is not whole ends early.
+QByteArray ofMap(const ShownMap &map, char separator, const quint8 *mask = nullptr);
 
 } // namespace plottedtext

@@ -1,5 +1,6 @@
 #include "analysis/panel/DataMapView.h"
 
+#include "analysis/results/QuantityRange.h"
 #include "analysis/results/ShownQuantity.h"
 #include "display/DispMBase.h"
 #include "mapdata/AEPoint.h"
@@ -9,6 +10,10 @@
 DataMapView::DataMapView(DispMBase *map)
     : m_map(map)
 {
+    map->percentiles = [this]() -> std::optional<ValueRange> {
+        const ShownMap values = shown();
+        return values.values ? percentileRange(values.values, values.count) : std::nullopt;
+    };
     refresh();
 }
 
@@ -28,7 +33,7 @@ void DataMapView::refresh()
 {
     showTitle();
     const ShownMap map = shown();
-    m_map->setCells(QSize(map.grid.nx, map.grid.ny));
+    showGrid(m_map, map.grid);
     m_map->picture.invalidate();
     m_map->area()->update();
 }

@@ -9,7 +9,9 @@
 #include "display/HeaderMenu.h"
 
 #include <QFileDialog>
+#include <QFileInfo>
 #include <QFontDatabase>
+#include <QLabel>
 #include <QMenu>
 
 namespace
@@ -166,21 +168,45 @@ void FourPs::setUpMarkers()
 void FourPs::offerTexts()
 {
     askMapFile = [this] {
-        return QFileDialog::getSaveFileName(this, tr("Save shown map as text..."), ui.SaveFSelect->dir(),
-                                            QStringLiteral("*.txt"));
+        QFileDialog dialog(this, tr("Save shown map as text..."), ui.SaveFSelect->dir(), QStringLiteral("*.txt"));
+        dialog.setAcceptMode(QFileDialog::AcceptSave);
+        dialog.setDefaultSuffix(QStringLiteral("txt"));
+        return dialog.exec() == QDialog::Accepted ? dialog.selectedFiles().value(0) : QString();
     };
-    for (const Displays::DispId id : qAsConst(m_displays->ids))
-        m_displays->display(id)->headerMenu()->setValues([this, id] { return m_graphs.text(id); });
-    offerMapText(ui.ResultMap, [this] { return m_resultMap.shown(); });
-    offerMapText(m_dataMapDisplay.get(), [this] { return m_dataMap.shown(); });
+    for (const Displays::DispId id : qAsConst(m_displays->ids)) {
+        const DispABase *const display = m_displays->display(id);
+        display->headerMenu()->setValues([this, id] { return m_graphs.text(id); });
+        tellOfCopies(display->headerMenu(), display->ui.Title);
+    }
+    ui.ResultMap->headerMenu()->proposedName = [this] {
+        return pictureName();
+    };
+    offerMapText(ui.ResultMap, [this](char separator) { return m_resultMap.text(separator); });
+    offerMapText(m_dataMapDisplay.get(),
+                 [this](char separator) { return plottedtext::ofMap(m_dataMap.shown(), separator); });
 }
 
-void FourPs::offerMapText(DispMBase *display, const std::function<ShownMap()> &map)
+void FourPs::offerMapText(DispMBase *display, const MapText &text)
 {
     HeaderMenu *const header = display->headerMenu();
-    header->setValues([map] { return QString::fromLatin1(plottedtext::ofMap(map(), '\t')); });
-    connect(header->menu->addAction(tr("Save shown map as text...")), &QAction::triggered, this,
-            [this, map] { saveMapText(map()); });
+    header->setValues([text] { return QString::fromLatin1(text('\t')); });
+    tellOfCopies(header, display->ui.Title);
+    connect(header->add(tr("Save shown map as text...")), &QAction::triggered, this,
+            [this, text] { saveMapText(text(' ')); });
+}
+
+void FourPs::tellOfCopies(const HeaderMenu *header, const QLabel *title)
+{
+    connect(header, &HeaderMenu::copiedValues, this,
+            [this, title] { showStatus(tr("saved the values of \"%1\" on the clipboard").arg(title->text())); });
+}
+
+/// "cell1_Valence": after the result file and the quantity.
+QString FourPs::pictureName() const
+{
+    const QString result = QFileInfo(ui.SaveFSelect->fileText()).completeBaseName();
+    const QString quantity = QLatin1String(quantityAt(m_resultMap.quantity())->name);
+    return result.isEmpty() ? QString() : result + QLatin1Char('_') + quantity;
 }
 
 void FourPs::connectSpectra()

@@ -23,6 +23,8 @@
 #include <optional>
 
 class FieldMarkers;
+class HeaderMenu;
+class QLabel;
 
 /// The analysis panel: it holds every control of the program, hands what is set to the analysis and shows what comes
 /// back. Its slots gather, run and show; no rule stands in it.
@@ -138,7 +140,10 @@ private:
     void setUpDisplays();
     void setUpMarkers();
     void offerTexts();
-    void offerMapText(DispMBase *display, const std::function<ShownMap()> &map);
+    using MapText = std::function<QByteArray(char separator)>;
+    void offerMapText(DispMBase *display, const MapText &text);
+    void tellOfCopies(const HeaderMenu *header, const QLabel *title);
+    QString pictureName() const;
     void connectSpectra();
     void connectReference(int i);
     void connectEnergyRows();
@@ -180,7 +185,7 @@ private:
     void chooseHistograms();
     void showDataMapOf(AEPoint *row, bool isShown);
     void showSomeDataMap();
-    void saveMapText(const ShownMap &map);
+    void saveMapText(const QByteArray &text);
     QStringList edgeTexts() const;
 
     Ui_FourPs ui;

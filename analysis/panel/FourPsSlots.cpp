@@ -1,6 +1,5 @@
 // The panel's slots: each gathers what is set, runs a step and shows what came of it.
 
-#include "analysis/drawing/PlottedText.h"
 #include "analysis/model/ResultText.h"
 #include "analysis/model/Staleness.h"
 #include "analysis/model/TakingPart.h"
@@ -221,18 +220,22 @@ void FourPs::showSomeDataMap()
     }
 }
 
-void FourPs::saveMapText(const ShownMap &map)
+void FourPs::saveMapText(const QByteArray &text)
 {
-    const QString path = askMapFile();
+    QString path = askMapFile();
     if (path.isEmpty())
         return;
+    if (QFileInfo(path).suffix().isEmpty())
+        path += QLatin1String(".txt");
     numeric::OutputFile file(path);
     if (!file.open()) {
         message(tr("Can't open the file [%1]").arg(path));
         return;
     }
-    file.write(plottedtext::ofMap(map, ' '));
-    if (!file.commit())
+    file.write(text);
+    if (file.commit())
+        message(tr("saved %1").arg(QFileInfo(path).fileName()));
+    else
         message(tr("Can't write the file [%1]").arg(path));
 }
 

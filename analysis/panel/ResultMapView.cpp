@@ -1,5 +1,6 @@
 #include "analysis/panel/ResultMapView.h"
 
+#include "analysis/drawing/PlottedText.h"
 #include "analysis/model/Analysis.h"
 #include "analysis/panel/PanelInputs.h"
 #include "analysis/results/QuantityRange.h"
@@ -29,6 +30,9 @@ ResultMapView::ResultMapView(DispMBase *map, const QVector<QRadioButton *> &butt
     , m_inputs(inputs)
     , m_analysis(analysis)
 {
+    map->percentiles = [this] {
+        return m_view.values() ? percentileRange(m_view.values(), m_view.count(), m_view.mask()) : std::nullopt;
+    };
 }
 
 std::optional<ValueRange> ResultMapView::ownRange() const
@@ -42,7 +46,7 @@ void ResultMapView::refresh()
     m_view.show(m_analysis.results(), quantity(), m_analysis.runValences(), limit);
     m_map->setTitle(QCoreApplication::translate("FourPs", "Result map, %1")
                         .arg(QCoreApplication::translate("FourPs", quantityAt(quantity())->name)));
-    m_map->setCells(QSize(shown().grid.nx, shown().grid.ny));
+    showGrid(m_map, shown().grid);
     m_map->picture.invalidate();
     m_map->area()->update();
 }
@@ -54,6 +58,11 @@ bool ResultMapView::select()
     refresh();
     m_map->bar()->update();
     return range.has_value();
+}
+
+QByteArray ResultMapView::text(char separator) const
+{
+    return plottedtext::ofMap(shown(), separator, m_view.mask());
 }
 
 void ResultMapView::draw(QStylePainter *p)

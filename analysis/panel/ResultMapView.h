@@ -3,6 +3,7 @@
 #include "analysis/drawing/MapDrawing.h"
 #include "analysis/results/ResultView.h"
 
+#include <QByteArray>
 #include <QVector>
 
 #include <optional>
@@ -35,6 +36,8 @@ public:
     bool select();
 
     const ShownMap &shown() const { return m_view.map(); }
+    /// The values that are shown, "nan" for hidden pixels: see plottedtext::ofMap.
+    QByteArray text(char separator) const;
     void draw(QStylePainter *p);
     /// Shows the value of the cell at (x, y) beside the map.
     void showValueAt(double x, double y);
