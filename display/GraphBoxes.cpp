@@ -31,9 +31,12 @@ GraphBoxes::GraphBoxes(const ChCoord &cc)
 
 int readableTextLines(const ChCoord &cc)
 {
-    constexpr double readable = 16; // pixels for a line
+    constexpr double readable = 16, legible = 10; // pixels for a line
     constexpr int most = 20;
     const double height = std::abs(cc.isy1() - cc.isy0());
     const int fitting = truncToInt(std::ceil(height / std::abs(cc.sy0() - cc.isy0()))); // a line stands in the margin
-    return std::min(most, std::max(fitting, truncToInt(height / readable)));
+    // The title of the y axis ends two text heights in from the left: beside the plot, not across its edge.
+    const int beside = truncToInt(std::ceil(2 * cc.textFill * height / std::abs(cc.isx0() - cc.sx0())));
+    return std::max(std::min(most, std::max(fitting, truncToInt(height / readable))),
+                    std::min(beside, truncToInt(height / legible)));
 }

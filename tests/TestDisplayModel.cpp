@@ -131,11 +131,19 @@ private slots:
 
     void linesInSmallGraphs()
     {
-        for (const auto &[height, lines] : {std::pair(600, 20), {300, 15}, {210, 11}, {60, 9}}) {
-            AreaCoord cc(400, height);
+        for (const auto &[width, height, lines] : {std::tuple(400, 600, 22),
+                                                   {600, 600, 20},
+                                                   {400, 300, 15},
+                                                   {400, 210, 11},
+                                                   {400, 60, 9},
+                                                   {200, 200, 15},
+                                                   {860, 200, 10}}) {
+            AreaCoord cc(width, height);
             QCOMPARE(readableTextLines(cc), lines);
             cc.textLines = lines;
-            QVERIFY(GraphBoxes(cc).xTitle.bottom() <= height); // not below the area
+            const GraphBoxes boxes(cc);
+            QVERIFY(boxes.xTitle.bottom() <= height);    // not below the area
+            QVERIFY(boxes.yTitle.bottom() <= cc.isx0()); // left of the plot: its coordinates are turned
         }
     }
 
