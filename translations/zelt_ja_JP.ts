@@ -304,6 +304,18 @@ Do you want to replace it?</source>
         <source>Blue, yellow</source>
         <translation>青・黄</translation>
     </message>
+    <message>
+        <source>Even steps, dark blue to yellow (colour-blind safe)</source>
+        <translation>均等な段階、紺から黄（色覚多様性対応）</translation>
+    </message>
+    <message>
+        <source>Grey, black to white</source>
+        <translation>グレー、黒から白</translation>
+    </message>
+    <message>
+        <source>Limits by percentile (2nd to 98th)</source>
+        <translation>パーセンタイルで上下限を設定（2～98）</translation>
+    </message>
 </context>
 <context>
     <name>DispABase</name>
@@ -1214,6 +1226,34 @@ Do you want to replace it?</source>
         <source>Target: energies are marked LCF, but there is no spectrum</source>
         <translation>全体試料: LCF のエネルギーが選ばれていますが、スペクトルがありません</translation>
     </message>
+    <message>
+        <source>saved the values of &quot;%1&quot; on the clipboard</source>
+        <translation>「%1」の値をクリップボードに保存しました</translation>
+    </message>
+    <message>
+        <source>edge</source>
+        <translation>吸収端</translation>
+    </message>
+    <message>
+        <source>end of the pre-edge range</source>
+        <translation>プリエッジ終端</translation>
+    </message>
+    <message>
+        <source>start of the post-edge range</source>
+        <translation>ポストエッジ始端</translation>
+    </message>
+    <message>
+        <source>energy %1</source>
+        <translation>エネルギー %1</translation>
+    </message>
+    <message>
+        <source>%1 %2 -&gt; %3</source>
+        <translation>%1 %2 -&gt; %3</translation>
+    </message>
+    <message>
+        <source>saved %1</source>
+        <translation>%1 を保存しました</translation>
+    </message>
 </context>
 <context>
     <name>HeaderMenu</name>
@@ -1244,6 +1284,98 @@ Do you want to replace it?</source>
     <message>
         <source>PDF, vectors (*.pdf)</source>
         <translation>PDF（ベクトル） (*.pdf)</translation>
+    </message>
+    <message>
+        <source>How to...</source>
+        <translation>操作方法...</translation>
+    </message>
+    <message>
+        <source>Picture, values, and what the mouse does</source>
+        <translation>画像、値、マウスの操作方法</translation>
+    </message>
+    <message>
+        <source>Wheel</source>
+        <translation>ホイール</translation>
+    </message>
+    <message>
+        <source>zooms about the mouse</source>
+        <translation>マウスの位置を中心に拡大・縮小</translation>
+    </message>
+    <message>
+        <source>Wheel over an axis</source>
+        <translation>軸の上でホイール</translation>
+    </message>
+    <message>
+        <source>zooms along that axis</source>
+        <translation>その軸の方向だけ拡大・縮小</translation>
+    </message>
+    <message>
+        <source>Shift and drag</source>
+        <translation>Shift を押しながらドラッグ</translation>
+    </message>
+    <message>
+        <source>moves the picture</source>
+        <translation>表示範囲を移動</translation>
+    </message>
+    <message>
+        <source>Double click</source>
+        <translation>ダブルクリック</translation>
+    </message>
+    <message>
+        <source>shows everything again; in a result map in the quantity&apos;s own colours</source>
+        <translation>全体表示に戻す。結果マップでは色の範囲も量に固有のものに戻る</translation>
+    </message>
+    <message>
+        <source>Shift and double click</source>
+        <translation>Shift を押しながらダブルクリック</translation>
+    </message>
+    <message>
+        <source>result map: colours from the smallest to the largest value shown</source>
+        <translation>結果マップ: 色の範囲を表示中の値の最小から最大まで</translation>
+    </message>
+    <message>
+        <source>Control and double click</source>
+        <translation>Control を押しながらダブルクリック</translation>
+    </message>
+    <message>
+        <source>result map: colours from the 2nd to the 98th percentile of them</source>
+        <translation>結果マップ: 色の範囲を表示中の値の 2～98 パーセンタイルに</translation>
+    </message>
+    <message>
+        <source>Drag an end of the colour bar</source>
+        <translation>カラーバーの端をドラッグ</translation>
+    </message>
+    <message>
+        <source>stretches the colours; a double click on the bar undoes it</source>
+        <translation>色を伸縮。バーのダブルクリックで元に戻る</translation>
+    </message>
+    <message>
+        <source>Right click on the colour bar</source>
+        <translation>カラーバーを右クリック</translation>
+    </message>
+    <message>
+        <source>other colours, limits by percentile</source>
+        <translation>別の配色、パーセンタイルによる上下限</translation>
+    </message>
+    <message>
+        <source>Drag a marker</source>
+        <translation>マーカーをドラッグ</translation>
+    </message>
+    <message>
+        <source>moves the edge, a range or an energy without a map; a click moves nothing</source>
+        <translation>吸収端、範囲、マップのないエネルギーを移動。クリックでは何も動かない</translation>
+    </message>
+    <message>
+        <source>Click in &quot;Muts&quot;</source>
+        <translation>「全スペクトル」をクリック</translation>
+    </message>
+    <message>
+        <source>writes the values of all spectra there into the message area</source>
+        <translation>その位置での全スペクトルの値をメッセージ欄に書く</translation>
+    </message>
+    <message>
+        <source>How to</source>
+        <translation>操作方法</translation>
     </message>
 </context>
 <context>
