@@ -165,7 +165,7 @@ void AFileSelect::setExInfo(const QString &text, bool isWarning)
         colours.setColor(QPalette::WindowText, QColor(190, 50, 0));
     ui.ExInfo->setPalette(colours);
     ui.ExInfo->setText(text);
-    ui.ExInfo->setVisible(m_isSingleLine || !text.isEmpty());
+    ui.ExInfo->setVisible(m_keepsInfo || !text.isEmpty());
     ui.ExInfo->setToolTip(text); // the whole of a text that the label cuts
 }
 
@@ -180,11 +180,17 @@ void AFileSelect::showTitles(bool areShown)
     ui.dELabel->setVisible(areShown);
 }
 
+void AFileSelect::keepInfoLine()
+{
+    m_keepsInfo = true;
+    ui.ExInfo->setMinimumHeight(ui.ExInfo->fontMetrics().height());
+    ui.ExInfo->show();
+}
+
 void AFileSelect::setSingleLine()
 {
-    m_isSingleLine = true;
     showTitles(false);
-    ui.ExInfo->show();
+    keepInfoLine();
     ui.gridLayout->addWidget(ui.ExInfo, 1, 4);
     ui.ExInfo->setMinimumWidth(ui.ExInfo->fontMetrics().horizontalAdvance(QStringLiteral("2048 x 2048")));
     ui.gridLayout->setColumnStretch(0, 3);

@@ -55,6 +55,8 @@ public:
     QString exInfo() const;
     /// Titles above the fields, for the first row of a list; the columns are as wide without them. On at first.
     void showTitles(bool areShown);
+    /// The line of the information keeps its place while there is none.
+    void keepInfoLine();
     /// No titles, and the information behind the buttons, always. At first it stands below them while there is some.
     void setSingleLine();
 
@@ -99,7 +101,7 @@ private:
     Ui_AFileSelect ui;
     int m_mode = Read;
     bool m_multiple = false;
-    bool m_isSingleLine = false;
+    bool m_keepsInfo = false;
     QString m_dialogTitle;
     QString m_dir;
     QString m_fileName;

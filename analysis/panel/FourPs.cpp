@@ -120,9 +120,13 @@ void FourPs::placeControls()
     ui.SaveFSelect->setMode(AFileSelect::Write);
     ui.SaveFSelect->setDialogTitle(tr("Results: name a file to write"));
     ui.SaveFSelect->showTitles(false);
+    ui.SaveFSelect->keepInfoLine(); // else every write would resize the map
     ui.SaveFSelect->setDefaultSuffix(QStringLiteral("dat"));
     ui.SaveFSelect->showDE(false);
     compact::fitButton(ui.ClearMessages);
+    const int pages = qMax(ui.Conditions->sizeHint().height(), ui.MorePages->sizeHint().height());
+    ui.Conditions->setFixedHeight(pages); // they take turns in one place
+    ui.MorePages->setFixedHeight(pages);
     ui.MoreConds->hide();
     ui.Messages->setFont(QFontDatabase::systemFont(QFontDatabase::FixedFont)); // numbers stand below each other
 }
