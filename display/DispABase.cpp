@@ -1,5 +1,6 @@
 #include "display/DispABase.h"
 
+#include "controls/CompactControls.h"
 #include "controls/Field.h"
 #include "display/GraphBoxes.h"
 #include "display/HeaderMenu.h"
@@ -27,6 +28,9 @@ DispABase::DispABase(QWidget *parent)
         },
         this);
     ui.DispA->hasTicks = true;
+    for (QLineEdit *const readOut : {ui.XPos, ui.YPos}) // the title needs the room
+        compact::fitField(readOut, QStringLiteral("-0.00"), QStringLiteral("-0.00000e+00"));
+    compact::fitButton(ui.PopDockB);
     connectArea();
     connect(this, &DispABase::draw, pop, &PopBase::updateAround);
     connect(ui.PopDockB, &QPushButton::clicked, this, &DispABase::popDock);

@@ -1,5 +1,6 @@
 #include "display/DispMBase.h"
 
+#include "controls/CompactControls.h"
 #include "controls/Field.h"
 #include "display/HeaderMenu.h"
 #include "display/MouseC.h"
@@ -44,6 +45,8 @@ DispMBase::DispMBase(QWidget *parent)
         this);
     connectArea();
     placeArea();
+    for (QLineEdit *const readOut : {ui.XPos, ui.YPos, ui.Val})
+        compact::fitField(readOut, QStringLiteral("-0.00"), QStringLiteral("-0.00000e+00"));
     for (QWidget *const watched : std::initializer_list<QWidget *>{ui.frame, ui.CBar, ui.MaxV, ui.MinV})
         watched->installEventFilter(this);
     connect(this, &DispMBase::draw, pop, &PopBase::updateAround);

@@ -88,5 +88,5 @@ inline HistogramInput histogramOf(const HistogramBins &bins, const ValueRange &r
 /// One curve in red.
 inline MutsInput mutsOf(const QPolygonF &points, double windowFrom = 0, double windowTo = 0)
 {
-    return {{{QStringLiteral("curve"), red, points}}, {}, {}, windowFrom, windowTo, {}, {}};
+    return {{{QStringLiteral("curve"), red, points}}, {}, {}, {}, windowFrom, windowTo, {}, {}};
 }

@@ -224,6 +224,7 @@ private slots:
     {
         Analyst user(m_files);
         user.panel.show();
+        QCoreApplication::processEvents(); // every part has its place
         const QImage open = shot(user.map());
         const double *const amounts = user.results().t();
         std::vector<double> sorted(amounts, amounts + 24);
