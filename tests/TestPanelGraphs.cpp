@@ -216,8 +216,7 @@ private slots:
         User user;
         user.load(m_files, "1", true);
         user.typeEnergy(1, "8400");
-        QLabel line(&user.panel);
-        line.setObjectName("StatusLine");
+        const QLabel &line = *user.find<QLabel>("StatusLine");
         const AMutE &spectrum = user.reference(1)->selector()->spectrum();
         for (const auto id : {Displays::Ref1, Displays::Target}) {
             user.type("EdgeE", "8345");

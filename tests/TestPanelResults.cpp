@@ -220,8 +220,7 @@ private slots:
         Analyst user(m_files);
         user.click("Energy4/ShowMapB");
         user.field("MaskBelow")->setText("0.6");
-        QLabel line(&user.panel);
-        line.setObjectName("StatusLine");
+        const QLabel &line = *user.find<QLabel>("StatusLine");
         const auto saveTo = [&](DispMBase *map, const QString &path) {
             user.panel.askMapFile = [path] {
                 return path;

@@ -1254,6 +1254,10 @@ Do you want to replace it?</source>
         <source>saved %1</source>
         <translation>%1 を保存しました</translation>
     </message>
+    <message>
+        <source>%1 x %2 pixels, %3 energies, %4 s</source>
+        <translation>%1 x %2 画素、%3 エネルギー、%4 秒</translation>
+    </message>
 </context>
 <context>
     <name>HeaderMenu</name>

@@ -18,7 +18,8 @@ namespace
 {
 
 constexpr QSize separateWindow(560, 500);
-constexpr QSize comfortable(1356, 690); // pixels, for a screen of 1366 x 768
+constexpr QSize graphsWindow(1340, 853); // their titles are not cut
+constexpr QSize comfortable(1356, 690);  // pixels, for a screen of 1366 x 768
 
 /// The displays of single spectra, in the order of the selectors.
 constexpr Displays::DispId spectrumDisplays[] = {Displays::Ref1, Displays::Ref2, Displays::Ref3, Displays::Ref4,
@@ -134,6 +135,7 @@ void FourPs::placeControls()
 void FourPs::setUpDisplays()
 {
     m_displays->setWindowTitle(tr("Graphs"));
+    m_displays->resize(graphsWindow);
     m_dataMapDisplay->setAttribute(Qt::WA_QuitOnClose, false);
     m_dataMapDisplay->setWindowTitle(tr("Data map"));
     m_dataMapDisplay->resize(separateWindow);

@@ -162,6 +162,7 @@ private:
     const StepOutcome &report(const StepOutcome &outcome);
     void calculateAll();
     void setAutoRanges();
+    void showMapStatus(double seconds);
     void showMapResults();
     void showTargetResults();
     void showFit();
@@ -205,7 +206,6 @@ private:
     FieldMarkers *m_energyMarkers = nullptr; ///< of the display of all spectra
     QTimer m_clickTimer;                     ///< until a click among all spectra cannot become a double click
     std::optional<double> m_clickedEnergy;   ///< eV
-    QString m_status;                        ///< what showStatus() shows
     QStringList m_appliedEdge;               ///< what the fields of the edge said when it was applied
     QStringList m_shownEdge;                 ///< and when the spectra were drawn with it, while a marker moves
 };

@@ -87,12 +87,13 @@ QString FourPs::markerName(const QLineEdit *field) const
 /// A marker was let go: the same as if its field had been edited.
 void FourPs::receiveMarker(QLineEdit *field, const QString &before)
 {
-    showStatus(tr("%1 %2 -> %3").arg(markerName(field), before, field->text()));
-    for (AEPoint *const row : m_inputs.points()) {
-        if (row->energyEdit() == field) {
-            row->inNewEnergy();
-            return;
-        }
-    }
-    receiveEditedEdge();
+    const QString moved = tr("%1 %2 -> %3").arg(markerName(field), before, field->text());
+    const QVector<AEPoint *> &rows = m_inputs.points();
+    const auto row =
+        std::find_if(rows.begin(), rows.end(), [field](const AEPoint *p) { return p->energyEdit() == field; });
+    if (row != rows.end())
+        (*row)->inNewEnergy();
+    else
+        receiveEditedEdge();
+    showStatus(moved); // last: a recalculation has something to say, too
 }

@@ -1,5 +1,6 @@
 // The panel's slots: each gathers what is set, runs a step and shows what came of it.
 
+#include "analysis/model/Findings.h"
 #include "analysis/model/ResultText.h"
 #include "analysis/model/Staleness.h"
 #include "analysis/model/TakingPart.h"
@@ -13,6 +14,7 @@
 
 #include <QApplication>
 #include <QClipboard>
+#include <QElapsedTimer>
 #include <QFileInfo>
 #include <QLabel>
 #include <QTextCursor>
@@ -46,8 +48,11 @@ void FourPs::setAutoRanges()
 void FourPs::calcMap()
 {
     const WaitCursor wait;
+    QElapsedTimer timer;
+    timer.start();
     if (report(m_analysis.runMap(m_inputs.gather())).isDone)
         showMapResults();
+    showMapStatus(static_cast<double>(timer.elapsed()) * 1e-3);
     refreshStaleMark();
 }
 
@@ -102,9 +107,29 @@ void FourPs::message(const QString &text)
 
 void FourPs::showStatus(const QString &text)
 {
-    m_status = text;
-    if (auto *const line = findChild<QLabel *>(QStringLiteral("StatusLine")))
-        line->setText(text);
+    ui.StatusLine->setText(text);
+}
+
+/// What was done, or why not; in red, with the reasons in the tool tip, where the inputs are doubtful.
+void FourPs::showMapStatus(double seconds)
+{
+    QStringList doubts;
+    for (const Finding &finding : findings(m_inputs.gather()))
+        doubts << finding.text;
+    const StepOutcome &outcome = m_analysis.outcome(Step::Map);
+    if (outcome.isDone)
+        showStatus(tr("%1 x %2 pixels, %3 energies, %4 s")
+                       .arg(m_analysis.results().width())
+                       .arg(m_analysis.results().height())
+                       .arg(m_analysis.run()->points.size())
+                       .arg(seconds, 0, 'f', 2));
+    else
+        showStatus(outcome.message);
+    QPalette colours = palette();
+    if (!doubts.isEmpty())
+        colours.setColor(QPalette::WindowText, QColor(190, 50, 0));
+    ui.StatusLine->setPalette(colours);
+    ui.StatusLine->setToolTip(doubts.join(QLatin1Char('\n')));
 }
 
 const StepOutcome &FourPs::report(const StepOutcome &outcome)
@@ -254,185 +279,6 @@ void FourPs::dispCalcConditions(bool f)
 {
     ui.Conditions->setVisible(!f);
     ui.MoreConds->setVisible(f);
-}
-
-// --- inputs ---
-
-QStringList FourPs::edgeTexts() const
-{
-    return {ui.EdgeE->text(), ui.PreEEndDE->text(), ui.PostEStartDE->text()};
-}
-
-void FourPs::noticedNewEdge(double e)
-{
-    if (!ui.EdgeFixed->isChecked())
-        showNumber(ui.EdgeE, e);
-    setEdge();
-}
-
-void FourPs::setEdge()
-{
-    m_appliedEdge = m_shownEdge = edgeTexts();
-    m_inputs.applyEdgeToAll();
-    receiveNewTarget(); // so that what is calculated belongs to the edge shown
-    for (int i = 0; i < m_inputs.references().size(); ++i)
-        receiveNewRef(i);
-    repaintDisplays();
-}
-
-/// Leaving a field as it was is no change.
-void FourPs::receiveEditedEdge()
-{
-    if (edgeTexts() != m_appliedEdge)
-        setEdge();
-}
-
-void FourPs::receiveNewFile(const QString &)
-{
-    const int position = m_inputs.selectors().indexOf(qobject_cast<AXafsFileSelect *>(sender()));
-    if (position >= 0 && m_inputs.selectors()[position] == m_inputs.target()) {
-        receiveNewTarget();
-        if (!m_inputs.target()->valid())
-            ui.TargetDMut->clear();
-    } else {
-        receiveNewRef(position);
-    }
-    calcBoth();
-}
-
-void FourPs::receiveNewRef(int i)
-{
-    if (i < 0 || i >= m_inputs.references().size() || !m_inputs.selector(i)->valid())
-        return;
-    m_inputs.refreshReference(i);
-    calcBoth();
-    repaintDisplays();
-}
-
-void FourPs::receiveNewTarget()
-{
-    m_inputs.refreshTarget();
-    repaintDisplays();
-}
-
-/// A reference without a spectrum that leaves the calculation may have been all that stopped it.
-void FourPs::receiveChangedUse(int i)
-{
-    if (m_inputs.selector(i)->valid())
-        receiveNewRef(i);
-    else if (!m_inputs.references()[i]->isUsed())
-        calcBoth();
-}
-
-/// Its energies were shifted, or its file was taken away.
-void FourPs::receiveUpdatedRef(int i)
-{
-    if (m_inputs.selector(i)->valid()) {
-        m_inputs.selector(i)->spectrum().fitLines();
-        receiveNewRef(i);
-        return;
-    }
-    m_inputs.refreshReference(i);
-    m_inputs.references()[i]->clearResults();
-    refreshStaleMark();
-    repaintDisplays();
-}
-
-void FourPs::receiveUpdatedTarget()
-{
-    AMutE &spectrum = m_inputs.target()->spectrum();
-    spectrum.fitLines();
-    receiveNewTarget();
-    if (spectrum.valid())
-        calcBoth();
-    else
-        ui.TargetDMut->clear();
-}
-
-void FourPs::receiveNewEnergy(double)
-{
-    auto *const row = qobject_cast<AEPoint *>(sender());
-    if (!row)
-        return;
-    m_inputs.refreshPoint(row);
-    placeEnergyMarkers();
-    repaintDisplays();
-}
-
-void FourPs::receiveNewMap()
-{
-    if (auto *const row = qobject_cast<AEPoint *>(sender()))
-        m_inputs.noteMap(row);
-    placeEnergyMarkers();
-    calcBoth();
-    repaintDisplays();
-}
-
-void FourPs::receiveNewDir(const QString &dir)
-{
-    for (AFileSelect *const selector : findChildren<AFileSelect *>())
-        selector->setDir(dir);
-}
-
-void FourPs::receiveNewPaths(const QStringList &paths)
-{
-    const Recalculation::Scope once(m_recalculation);
-    const int rows = m_inputs.points().size();
-    for (int i = 0; i < std::min(paths.size(), rows); ++i)
-        m_inputs.points()[i]->fileSelect()->choose(paths[i]);
-    if (paths.size() > rows)
-        message(tr("%1 map files were chosen; the first %2 were taken.").arg(paths.size()).arg(rows));
-    calcBoth();
-}
-
-void FourPs::receiveNewDispFiles(const QStringList &paths)
-{
-    const WaitCursor wait;
-    for (const QString &path : paths) {
-        auto spectrum = std::make_unique<AMutE>();
-        m_inputs.applyEdge(spectrum.get());
-        if (!spectrum->read(path)) {
-            message(tr("%1 is not a spectrum file.").arg(QFileInfo(path).fileName()));
-            continue;
-        }
-        ui.SelectedFs->addItem(spectrum->fileName());
-        ui.SelectedFs->setCurrentRow(ui.SelectedFs->count() - 1);
-        m_inputs.displaySpectra().push_back(std::move(spectrum));
-    }
-    repaintGraphs({Displays::Muts});
-}
-
-void FourPs::removeAFile()
-{
-    const int row = ui.SelectedFs->currentRow();
-    if (row < 0)
-        return;
-    delete ui.SelectedFs->takeItem(row);
-    m_inputs.displaySpectra().erase(m_inputs.displaySpectra().begin() + row);
-    repaintGraphs({Displays::Muts});
-}
-
-void FourPs::changedSubBGTypeForRef(bool f)
-{
-    const Recalculation::Scope once(m_recalculation);
-    for (int i = 0; i < m_inputs.references().size(); ++i) {
-        m_inputs.selector(i)->setSubtractPostLine(f);
-        receiveNewRef(i);
-    }
-}
-
-void FourPs::changedSubBGTypeForTarget(bool f)
-{
-    m_inputs.target()->setSubtractPostLine(f);
-    receiveNewTarget();
-    calcBoth();
-}
-
-void FourPs::showEnergyWindow(bool full)
-{
-    for (AXafsFileSelect *const selector : m_inputs.selectors())
-        selector->setFullRange(full);
-    repaintDisplays();
 }
 
 // --- jobs ---
