@@ -109,6 +109,29 @@ QJsonObject mapReport(const Analysis &analysis)
             {"quantities", quantities}};
 }
 
+/// The references that take part, with the valences and edge jumps that were calculated with.
+QJsonArray referencesReport(const AnalysisInput &input, const Analysis &analysis)
+{
+    const RunInfo *const run = analysis.run() ? analysis.run() : analysis.targetRun();
+    const QVector<RunReference> taken = run ? run->references : QVector<RunReference>();
+    QJsonArray references;
+    for (int row = 0; row < input.references.size(); ++row) {
+        const ReferenceInput &reference = input.references[row];
+        if (!reference.takesPart())
+            continue;
+        QJsonObject entry = spectrumReport(reference.file, reference.spectrum);
+        entry.insert("valence", reference.valence);
+        for (const RunReference &used : taken) {
+            if (used.row != row)
+                continue;
+            entry.insert("valence", used.valence);
+            entry.insert("edgeJump", used.edgeJump);
+        }
+        references.append(entry);
+    }
+    return references;
+}
+
 QJsonArray warningsOf(const AnalysisInput &input)
 {
     QJsonArray warnings;
@@ -131,15 +154,7 @@ QByteArray runReport(const AnalysisInput &input, const Analysis &analysis, const
                                                {"calculate", times.calculate},
                                                {"write", times.write},
                                                {"pictures", times.pictures}}}};
-    QJsonArray references;
-    for (const ReferenceInput &reference : input.references) {
-        if (!reference.takesPart())
-            continue;
-        QJsonObject entry = spectrumReport(reference.file, reference.spectrum);
-        entry.insert("valence", reference.valence);
-        references.append(entry);
-    }
-    report.insert("references", references);
+    report.insert("references", referencesReport(input, analysis));
     if (input.target.spectrum.valid())
         report.insert("target", targetReport(input.target, analysis));
     if (analysis.run())
