@@ -169,7 +169,7 @@ private slots:
                                         bounds =
                                             dt.drawText(p, box, font, Qt::AlignLeft | Qt::AlignTop, 1, text, maxSize);
                                         QCOMPARE(p->font(), before);
-                                                        });
+                                    });
                                     const QRectF room = box.normalized();
                                     QVERIFY(!inkIn(image).isEmpty());
                                     QVERIFY(room.adjusted(-2, -2, 2, 2).contains(QRectF(inkIn(image))));

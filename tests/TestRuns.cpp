@@ -167,7 +167,8 @@ private slots:
              {"first histogram", "r_HGAlpha.dat", "", noHistogram, "r.dat r_HGThick.dat"},
              {"second histogram", "r_HGThick.dat", "", noHistogram, "r.dat r_HGAlpha.dat"},
              {"nothing again", "other", "", "", all}},
-            [&analysis, &input](const char *blocked, const QString &message, const QString &problem, const char *written) {
+            [&analysis, &input](const char *blocked, const QString &message, const QString &problem,
+                                const char *written) {
                 const QTemporaryDir folder;
                 const QString path = folder.filePath("r.dat");
                 QVERIFY(QDir(folder.path()).mkdir(blocked));

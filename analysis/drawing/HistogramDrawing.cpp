@@ -1,5 +1,6 @@
 #include "analysis/drawing/HistogramDrawing.h"
 
+#include "analysis/drawing/GraphFrame.h"
 #include "display/DispABase.h"
 #include "display/HistogramBins.h"
 #include "display/Legend.h"
@@ -153,15 +154,9 @@ std::optional<RealRange> resultdrawing::naturalRange(const HistogramInput &input
 
 void resultdrawing::drawHistogram(DispABase *display, QStylePainter *p, const HistogramInput &input)
 {
-    display->setXYTitle(input.xTitle, input.yTitle);
-    DispArea *const area = display->area();
-    plot::begin(area, p);
     const std::optional<RealRange> natural = naturalRange(input);
-    if (!natural)
-        return;
-    display->offerRange(*natural, Follow::XAxis);
-    const ChCoord &cc = area->cc;
-    if (plot::isDrawable(cc)) {
+    const GraphFrame frame{input.xTitle, input.yTitle, natural.has_value(), natural, Follow::XAxis};
+    drawFramed(display, p, frame, [&](const ChCoord &cc) {
         plot::drawVerticals(p, cc, plot::gridColour, {0, cc.calcStep(0.1, 20)});
         plot::drawHorizontals(p, cc, plot::gridColour, {0, cc.calcStepY(10.0, 20)});
         const bool isWide = input.bins->n == 1 || std::abs(cc.r2sdx(input.bins->width)) >= narrowestOutlined;
@@ -171,6 +166,5 @@ void resultdrawing::drawHistogram(DispABase *display, QStylePainter *p, const Hi
             drawNarrowBoxes(p, cc, *input.bins);
         if (!input.parts.isEmpty())
             drawParts(p, cc, input);
-    }
-    area->drawScale(p, true);
+    });
 }

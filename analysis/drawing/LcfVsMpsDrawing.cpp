@@ -1,5 +1,6 @@
 #include "analysis/drawing/LcfVsMpsDrawing.h"
 
+#include "analysis/drawing/GraphFrame.h"
 #include "analysis/drawing/PointCloud.h"
 #include "display/DispABase.h"
 #include "display/PlotFrame.h"
@@ -59,23 +60,15 @@ std::optional<RealRange> resultdrawing::naturalRange(const LcfVsMpsInput &input)
 
 void resultdrawing::drawLcfVsMps(DispABase *display, QStylePainter *p, const LcfVsMpsInput &input)
 {
-    display->setXYTitle(input.xTitle, input.yTitle);
-    DispArea *const area = display->area();
-    plot::begin(area, p);
     const std::optional<RealRange> natural = naturalRange(input);
-    if (!natural)
-        return;
-    display->offerRange(*natural);
-    const ChCoord &cc = area->cc;
-    if (plot::isDrawable(cc)) {
-        const plot::GridLines grid{input.valenceA, 0.1, input.valenceA, input.valenceB + 0.05};
+    drawFramed(display, p, {input.xTitle, input.yTitle, natural.has_value(), natural}, [&](const ChCoord &cc) {
+        const double first = input.valenceA;
+        const double second = input.valenceB;
+        const plot::GridLines grid{first, 0.1, first, second + 0.05};
         plot::drawVerticals(p, cc, plot::gridColour, grid);
         plot::drawHorizontals(p, cc, plot::gridColour, grid);
         p->setPen(QPen(agreementColour, 2));
-        plot::drawCurve(
-            p, cc,
-            plot::toPixels(cc, QVector<QPointF>{{input.valenceA, input.valenceA}, {input.valenceB, input.valenceB}}));
+        plot::drawCurve(p, cc, plot::toPixels(cc, QVector<QPointF>{{first, first}, {second, second}}));
         drawRecords(p, cc, input);
-    }
-    area->drawScale(p, true);
+    });
 }

@@ -1,5 +1,6 @@
 #include "analysis/drawing/M2M3Drawing.h"
 
+#include "analysis/drawing/GraphFrame.h"
 #include "analysis/drawing/PointCloud.h"
 #include "display/DispABase.h"
 #include "display/PlotFrame.h"
@@ -86,15 +87,8 @@ std::optional<RealRange> resultdrawing::naturalRange(const M2M3Input &input, Sca
 
 void resultdrawing::drawM2M3(DispABase *display, QStylePainter *p, const M2M3Input &input, ScatterCache *cache)
 {
-    display->setXYTitle(input.xTitle, input.yTitle);
-    DispArea *const area = display->area();
-    plot::begin(area, p);
-    if (input.r.count == 0)
-        return;
-    if (const std::optional<RealRange> natural = naturalRange(input, cache))
-        display->offerRange(*natural);
-    const ChCoord &cc = area->cc;
-    if (plot::isDrawable(cc)) {
+    const GraphFrame frame{input.xTitle, input.yTitle, input.r.count > 0, naturalRange(input, cache)};
+    drawFramed(display, p, frame, [&](const ChCoord &cc) {
         plot::drawVertical(p, cc, Qt::black, 0);
         plot::drawHorizontal(p, cc, Qt::black, 0);
         drawLine(p, cc, firstReferenceColour, referenceLine(input.first));
@@ -103,6 +97,5 @@ void resultdrawing::drawM2M3(DispABase *display, QStylePainter *p, const M2M3Inp
         paintPoints(
             p, CloudPlace(*p, cc, radius), input.isBlue ? QColor(0, 0, 255) : QColor(255, 0, 0), input.r.count,
             [&input](std::size_t i) { return pointOf(input, i); }, input.revision, cache);
-    }
-    area->drawScale(p, true);
+    });
 }

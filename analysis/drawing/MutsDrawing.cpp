@@ -1,5 +1,6 @@
 #include "analysis/drawing/MutsDrawing.h"
 
+#include "analysis/drawing/GraphFrame.h"
 #include "display/DispABase.h"
 #include "display/Legend.h"
 #include "display/PlotFrame.h"
@@ -20,6 +21,22 @@ QPen penOf(const MutsCurve &curve)
 {
     const bool isSolid = curve.style == Qt::SolidLine;
     return QPen(curve.colour, curveWidth, curve.style, isSolid ? Qt::RoundCap : Qt::FlatCap, Qt::RoundJoin);
+}
+
+/// All curves, and their names where these are in nobody's way.
+void drawCurves(QPainter *p, const ChCoord &cc, const MutsInput &input)
+{
+    QVector<LegendEntry> names;
+    QVector<QPolygonF> curves;
+    for (const MutsCurve &curve : input.curves) {
+        if (curve.points.isEmpty())
+            continue;
+        names.append({curve.name, penOf(curve)});
+        curves.append(plot::toPixels(cc, curve.points));
+        p->setPen(penOf(curve));
+        plot::drawCurve(p, cc, curves.last());
+    }
+    drawLegend(p, cc, names, curves);
 }
 
 } // namespace
@@ -59,34 +76,16 @@ std::optional<RealRange> resultdrawing::naturalRange(const MutsInput &input)
 
 void resultdrawing::drawMuts(DispABase *display, QStylePainter *p, const MutsInput &input)
 {
-    display->setXYTitle(input.xTitle, input.yTitle);
-    DispArea *const area = display->area();
-    plot::begin(area, p);
-    if (const std::optional<RealRange> natural = naturalRange(input))
-        display->offerRange(*natural);
-    const ChCoord &cc = area->cc;
-    if (plot::isDrawable(cc)) {
+    drawFramed(display, p, {input.xTitle, input.yTitle, true, naturalRange(input)}, [&](const ChCoord &cc) {
         plot::drawVerticals(p, cc, mutsGridColour, {0, cc.calcStep(0.1, 20)});
-        const double height = plot::innerRect(cc).height();
-        plot::drawHorizontals(p, cc, mutsGridColour, {0, plot::tickStep(height, area->shownRange().y)});
+        const double step = plot::tickStep(plot::innerRect(cc).height(), display->area()->shownRange().y);
+        plot::drawHorizontals(p, cc, mutsGridColour, {0, step});
         for (const double energy : input.markedEnergies)
             plot::drawVertical(p, cc, markedEnergyColour, energy, markedWidth);
         for (const double energy : input.pointEnergies)
             plot::drawVertical(p, cc, pointEnergyColour, energy);
         if (input.edgeEnergy)
             plot::drawVertical(p, cc, edgeEnergyColour, *input.edgeEnergy);
-
-        QVector<LegendEntry> names;
-        QVector<QPolygonF> curves;
-        for (const MutsCurve &curve : input.curves) {
-            if (curve.points.isEmpty())
-                continue;
-            names.append({curve.name, penOf(curve)});
-            curves.append(plot::toPixels(cc, curve.points));
-            p->setPen(penOf(curve));
-            plot::drawCurve(p, cc, curves.last());
-        }
-        drawLegend(p, cc, names, curves);
-    }
-    area->drawScale(p, true);
+        drawCurves(p, cc, input);
+    });
 }

@@ -1,5 +1,6 @@
 #include "analysis/drawing/ScatterDrawing.h"
 
+#include "analysis/drawing/GraphFrame.h"
 #include "analysis/drawing/PointCloud.h"
 #include "analysis/methods/FourPoints.h"
 #include "display/DispABase.h"
@@ -24,20 +25,12 @@ std::optional<RealRange> resultdrawing::naturalRange(const ScatterInput &input)
 
 void resultdrawing::drawScatter(DispABase *display, QStylePainter *p, const ScatterInput &input, ScatterCache *cache)
 {
-    display->setXYTitle(input.xTitle, input.yTitle);
-    DispArea *const area = display->area();
-    plot::begin(area, p);
     const std::optional<RealRange> natural = naturalRange(input);
-    if (!natural)
-        return;
-    display->offerRange(*natural);
-    const ChCoord &cc = area->cc;
-    if (plot::isDrawable(cc)) {
+    drawFramed(display, p, {input.xTitle, input.yTitle, natural.has_value(), natural}, [&](const ChCoord &cc) {
         plot::drawVerticals(p, cc, plot::gridColour, {input.valenceA, 0.1, input.valenceA, input.valenceB + 0.05});
         plot::drawHorizontals(p, cc, plot::gridColour, {0.0, 0.1, 0.0, 1.05}); // 0.0, 0.1, ... 1.0
         paintPoints(
             p, CloudPlace(*p, cc, radius), Qt::black, input.count,
             [&input](std::size_t i) { return pointOf(input, i); }, input.revision, cache);
-    }
-    area->drawScale(p, true);
+    });
 }
