@@ -52,7 +52,7 @@ void FourPs::calcMap()
     timer.start();
     if (report(m_analysis.runMap(m_inputs.gather())).isDone)
         showMapResults();
-    showMapStatus(static_cast<double>(timer.elapsed()) * 1e-3);
+    showMapStatus(static_cast<double>(timer.nsecsElapsed()) * 1e-9);
     refreshStaleMark();
 }
 
@@ -122,7 +122,7 @@ void FourPs::showMapStatus(double seconds)
                        .arg(m_analysis.results().width())
                        .arg(m_analysis.results().height())
                        .arg(m_analysis.run()->points.size())
-                       .arg(seconds, 0, 'f', 2));
+                       .arg(seconds, 0, 'g', 2));
     else
         showStatus(outcome.message);
     QPalette colours = palette();
