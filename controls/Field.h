@@ -1,14 +1,21 @@
 #pragma once
 
 #include "numeric/FieldText.h"
+#include "numeric/PlainNumber.h"
 
 #include <QLineEdit>
 #include <QString>
 
+/// The number that a user means by a text, 0 when it is none.
+inline double number(const QString &text, bool *isNumber = nullptr)
+{
+    return numeric::plainNumber(text).text.toDouble(isNumber);
+}
+
 /// The number in a field, 0 when it holds none.
 inline double number(const QLineEdit *field)
 {
-    return field->text().toDouble();
+    return number(field->text());
 }
 
 /// Shows a text in a field, from its first character on.

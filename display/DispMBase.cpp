@@ -2,6 +2,7 @@
 
 #include "controls/CompactControls.h"
 #include "controls/Field.h"
+#include "controls/NumberTyping.h"
 #include "display/HeaderMenu.h"
 #include "display/MouseC.h"
 #include "display/PlacedItem.h"
@@ -24,7 +25,7 @@ constexpr int headerCharacters = 48; // of the header without its title
 double typedLimit(QLineEdit *field, double limit)
 {
     field->setModified(false);
-    return field->text() == fieldText(limit) ? limit : field->text().toDouble();
+    return field->text() == fieldText(limit) ? limit : number(field);
 }
 
 } // namespace
@@ -33,6 +34,8 @@ DispMBase::DispMBase(QWidget *parent)
     : QFrame(parent)
 {
     ui.setupUi(this);
+    for (QLineEdit *const limit : {ui.MaxV, ui.MinV})
+        new NumberTyping(limit);
     setAttribute(Qt::WA_QuitOnClose, false);
     setUpPop(this, ui.DispABFrame, ui.gridLayout, 1, 0);
     m_menu = new HeaderMenu(

@@ -2,6 +2,7 @@
 
 #include "controls/CompactControls.h"
 #include "controls/Field.h"
+#include "controls/NumberTyping.h"
 #include "controls/WaitCursor.h"
 #include "mapdata/MapFileReader.h"
 
@@ -29,6 +30,7 @@ AEPoint::AEPoint(QWidget *parent)
     : QFrame(parent)
 {
     ui.setupUi(this);
+    new NumberTyping(ui.Energy);
     m_mutFields = {ui.Mut1, ui.Mut2, ui.Mut3, ui.Mut4};
     ui.FileSelect->setSingleLine();
     ui.FileSelect->showDE(false);

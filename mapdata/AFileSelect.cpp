@@ -1,6 +1,7 @@
 #include "mapdata/AFileSelect.h"
 
 #include "controls/CompactControls.h"
+#include "controls/NumberTyping.h"
 
 #include <QColor>
 #include <QDir>
@@ -54,6 +55,7 @@ AFileSelect::AFileSelect(QWidget *parent)
     : QFrame(parent)
 {
     ui.setupUi(this);
+    new NumberTyping(ui.dE);
     compact::fitButton(ui.SelectB);
     compact::fitButton(ui.ClearB);
     ui.FileName->setMinimumWidth(fontMetrics().averageCharWidth() * 14);

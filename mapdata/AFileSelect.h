@@ -41,6 +41,7 @@ public:
     QString fileText() const;
     /// Shows a path without choosing it; nothing is announced.
     void setFileText(const QString &text);
+    QLineEdit *pathEdit() const { return ui.FileName; }
     /// The last component of the path chosen last; empty after clearing.
     QString fileName() const { return m_fileName; }
     /// The directory used last.

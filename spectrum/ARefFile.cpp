@@ -2,6 +2,7 @@
 
 #include "controls/CompactControls.h"
 #include "controls/Field.h"
+#include "controls/NumberTyping.h"
 
 #include <QDragEnterEvent>
 #include <QDropEvent>
@@ -12,6 +13,7 @@ ARefFile::ARefFile(QWidget *parent)
     : QFrame(parent)
 {
     ui.setupUi(this);
+    new NumberTyping(ui.Valence);
     compact::fitColumn(ui.Valence, ui.ValenceLabel, QStringLiteral("-0.00"));
     for (QLineEdit *const field : {ui.RatioDisp, ui.AmountDisp})
         compact::fitColumn(field, ui.RatioLabel, QStringLiteral("-0.000000"));

@@ -4,6 +4,7 @@
 
 #include <QApplication>
 #include <QDropEvent>
+#include <QInputMethodEvent>
 #include <QLineEdit>
 #include <QMimeData>
 #include <QUrl>
@@ -42,7 +43,9 @@ inline void type(QLineEdit *into, const QString &text)
     into->selectAll();
     if (text.isEmpty())
         QTest::keyClick(into, Qt::Key_Delete);
-    QTest::keyClicks(into, text);
+    QInputMethodEvent typed; // which knows more than the keys of a keyboard
+    typed.setCommitString(text);
+    QApplication::sendEvent(into, &typed);
     QTest::keyClick(into, Qt::Key_Return);
 }
 

@@ -108,6 +108,7 @@ private slots:
                       second = "The 2nd Ref File is not valid.", third = "Target File1 is not valid.";
         const auto check = [this](const Case &c) {
             User user;
+            user.panel.longestQuietMap = 0;
             user.useReferences(c.used);
             user.load(m_files, c.loaded, c.hasTarget, c.maps);
             user.tick(c.rows, "UseCB");
@@ -218,6 +219,7 @@ private slots:
         QVERIFY(beginner.find<QPushButton>("CalcMapB")->icon().isNull());
 
         Analyst user(m_files, "TypeFourPs");
+        user.panel.longestQuietMap = 0;
         const auto *const button = user.find<QPushButton>("CalcMapB");
         const QString toolTip = button->toolTip();
         const auto changes = [&]() -> QString {

@@ -122,10 +122,9 @@ private slots:
     void mouseInTheComparison()
     {
         Analyst user(m_files);
-        user.tick("26", "LCFCB");
         DispArea *const area = shownArea(&user, Displays::LcfVsMps);
         const Comparisons &comparisons = user.panel.analysis().comparisons;
-        user.click("LCFB");
+        user.tick("26", "LCFCB");
         QTest::mouseClick(area, Qt::LeftButton, Qt::NoModifier, area->rect().center());
         user.click("LCFB");
         QCOMPARE(comparisons.records.size(), 2);

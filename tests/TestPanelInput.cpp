@@ -1,6 +1,7 @@
 // How the panel follows what the user chooses and types: values of the energy rows and recalculation.
 
-#include "PanelTools.h"
+#include "AnalystTools.h"
+#include "controls/FieldMark.h"
 
 using namespace paneltools;
 
@@ -102,6 +103,69 @@ private slots:
         QCOMPARE(user.reference(3)->selector()->spectrum().edgeEnergy(), 8342.0); // for the file to come
     }
 
+    /// A change shows at once in what it can change, and what it forbids is not complained about.
+    void quietRecalculation()
+    {
+        Analyst user(m_files);
+        const auto runs = [&user] {
+            return static_cast<int>(user.panel.analysis().revision());
+        };
+        const int before = runs();
+        const QString status = user.text("StatusLine");
+        QVERIFY2(status.startsWith("6 x 4 pixels, 8 energies, "), qPrintable(status));
+        user.type("Ref1File/Valence", QString::fromUtf8("２，5"));
+        QCOMPARE(user.text("Ref1File/Valence"), QString("2.5"));
+        QCOMPARE(user.panel.analysis().run()->references[0].valence, 2.5);
+        QCOMPARE(user.takeMessages().count('\n'), 1); // the target's line; nothing was fitted
+        user.type("Ref1File/Valence", "2.5");
+        QCOMPARE(runs(), before + 1); // as it was
+        user.click("TypeFourPs");     // of any number of points, by least squares
+        QCOMPARE(runs(), before + 2);
+        QCOMPARE(user.takeMessages().count('\n'), 1);
+        user.click("Energy3/VPointCB");
+        QCOMPARE(runs(), before + 2);
+        QCOMPARE(user.takeMessages(), QString());
+        QCOMPARE(user.text("StatusLine"), QString("V Point is not selected"));
+        user.panel.longestQuietMap = 0;
+        user.click("Energy3/VPointCB");
+        user.click("TypeNonEquiv");
+        QCOMPARE(runs(), before + 2);
+        QCOMPARE(user.text("StatusLine"), QString("changed; press Calc. for a new map"));
+        QVERIFY(!user.find<QPushButton>("CalcMapB")->icon().isNull());
+    }
+
+    /// The fields to look at have a red frame until they are mended.
+    void doubtfulFields()
+    {
+        Analyst user(m_files);
+        struct Case {
+            const char *name, *typed, *mended; ///< a field, and what is typed there
+            const char *reason;                ///< begins with it
+        };
+        const auto check = [&user](const Case &c) {
+            const auto marked = [&user] {
+                QStringList names;
+                for (const QLineEdit *const field : user.panel.findChildren<QLineEdit *>()) {
+                    if (!FieldMark::reasons(field).isEmpty())
+                        names << field->objectName() + ": " + FieldMark::reasons(field);
+                }
+                return names;
+            };
+            QCOMPARE(marked(), QStringList());
+            user.type(c.name, c.typed);
+            QVERIFY2(marked().size() == 1 && marked()[0].startsWith(c.reason), qPrintable(marked().join('|')));
+            const auto *const status = user.find<QLabel>("StatusLine");
+            QVERIFY(status->toolTip().isEmpty() || marked()[0].contains(status->toolTip().section('\n', 0, 0)));
+            user.type(c.name, c.mended);
+        };
+        forEach<Case>({{"Energy1/Energy", "826", "8260", "Energy: Energy 1: 826 eV is outside of Ref 1"},
+                       {"Energy1/Energy", "8,260", "8260,0", "Energy: 8260 or 8.260? It counts as 0."},
+                       {"Ref1File/Valence", "two", "2", "Valence: This is no number; it counts as 0.\nRef 1: the val"},
+                       {"PreEEndDE", "-900", "-50", "PreEEndDE: Ref 1: the pre-edge range holds 0 points"},
+                       {"Ref2File/dE", "1..5", "0", "dE: This is no number"}},
+                      check);
+    }
+
     /// One user goes through all of it; the references 1, 2 and 4 are loaded.
     void recalculations()
     {
@@ -131,7 +195,7 @@ private slots:
                        {"leave Ref1File/dE", 0},   {"TargetFS/dE -2", 1},     {"Ref3File/dE 1", 0}, // has no spectrum
                        {"SubPostEforRef", 1},      {"SubPostEforTarget", 1},  {"Ref4File/UseCB", 1},
                        {"Ref4File/UseCB", 1},      {"Ref3File/UseCB", 0}, // stops every calculation
-                       {"Ref3File/UseCB", 1},      {"Energy1/UseCB", 0},  // rows wait for the button
+                       {"Ref3File/UseCB", 0},      {"Energy1/UseCB", 0},  // refused in silence
                        {"Energy1/Energy 8400", 0}, {"Ref1File/Valence 2", 0}, {"MapFsSelect/ClearB", 0},
                        {"Ref2File/ClearB", 1}},
                       check);

@@ -205,6 +205,7 @@ private slots:
     void valencesOfTheRun()
     {
         Analyst user(m_files, "TypeFourPs");
+        user.panel.longestQuietMap = 0;
         const auto shown = [&user] {
             user.click("MapAmount");
             user.click("MapValence");

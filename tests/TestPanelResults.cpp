@@ -75,6 +75,7 @@ private slots:
                 user.tick(rows, "UseCB");
                 user.tick("34", "LCFCB");
                 user.click(option);
+                user.takeMessages();
                 user.panel.calcTarget();
                 const FourPointsTarget target = *user.panel.analysis().fourPointsTarget();
                 QVERIFY2(tables::isClose(target.valence, 2.8, tolerance), qPrintable(QString::number(target.valence)));
@@ -89,10 +90,10 @@ private slots:
     void linearCombination()
     {
         Analyst user(m_files);
-        user.tick("26", "LCFCB");
+        user.tick("2", "LCFCB");
         auto *const text = user.find<QLineEdit>("LCFRes");
         QCOMPARE(user.comparisons().size(), 1); // the titles
-        user.click("LCFB");
+        user.tick("6", "LCFCB");
         QCOMPARE(text->text(), user.panel.analysis().outcome(Step::Fit).message);
         QCOMPARE(user.takeMessages(), text->text().simplified() + '\n');
         QCOMPARE(text->cursorPosition(), 0);
@@ -111,6 +112,9 @@ private slots:
             QCOMPARE(user.comparisons().mid(0, points.size()), points);
             points = user.comparisons();
         }
+        user.tick("45", "LCFCB"); // within the range
+        user.tick("1", "UseCB");
+        QCOMPARE(user.comparisons(), points);
         QCOMPARE(text->text().count(" : "), 1); // of two references
         QTest::keyClick(user.field("EdgeE"), Qt::Key_Return);
         QCOMPARE(user.comparisons(), points);

@@ -1,3 +1,4 @@
+#include "controls/FieldMark.h"
 #include "controls/NumberField.h"
 #include "mapdata/AEPoint.h"
 #include "mapdata/AFileSelect.h"
@@ -75,6 +76,27 @@ private slots:
         select.setMode(1);
         type(name, "typed");
         QCOMPARE(select.fileText(), QString("typed"));
+    }
+
+    void typedNumbers()
+    {
+        forRows<const char *, const char *, const char *>(
+            {{"plain", "8345.6", "8345.6", ""},
+             {"full width", "−８３４５．６ｅ２", "-8345.6e2", ""},
+             {"decimal comma", "-0,25", "-0.25", ""},
+             {"full-width comma", "８，5", "8.5", ""},
+             {"three digits", "8,345", "8,345", "8345 or 8.345? "},
+             {"two commas", "1,2,3", "1,2,3", "This is no number"},
+             {"nothing", "", "", ""}},
+            [](const char *typed, const char *text, const char *mark) {
+                AEPoint row;
+                type(row.energyEdit(), QString::fromUtf8(typed));
+                QCOMPARE(row.energyText(), QString(text));
+                const QString reasons = FieldMark::reasons(row.energyEdit());
+                QVERIFY(*mark ? reasons.startsWith(mark) : reasons.isEmpty());
+                if (*mark)
+                    QCOMPARE(row.energy(), 0.0);
+            });
     }
 
     void severalFiles()

@@ -99,6 +99,39 @@ private slots:
         QVERIFY2(sum.contains("S = 0.8.") && sum.contains("V / S = 2.75."), qPrintable(sum));
     }
 
+    /// Nothing is calculated twice from the same inputs, and nothing that a check stops.
+    void dueStepsOfAChange()
+    {
+        Analysis analysis;
+        const AnalysisInput before = m_sample.input();
+        const auto names = [&analysis](const AnalysisInput &now) {
+            const DueSteps due = dueSteps(analysis, now);
+            return QString(due.map ? "map " : "") + (due.target ? "target " : "") + (due.fit ? "fit " : "") +
+                   due.whyNoMap;
+        };
+        QCOMPARE(names(before), QString("map target fit "));
+        analysis.runMap(before);
+        analysis.runTarget(before);
+        analysis.runFit(before);
+        QCOMPARE(dueSteps(analysis, before).mapValues, 24.0);
+        forRows<const char *, double, double, const char *>(
+            {{"nothing", "", 2, 50, ""},
+             {"range of the fit", "lcf=26", 2, 50, "fit "},
+             {"within it", "lcf=3456", 2, 50, ""},
+             {"energies", "rows=12367", 2, 50, "map target "},
+             {"references", "refs=13", 2, 50, "map target fit "},
+             {"method", "exact", 2, 50, "map target "},
+             {"valence", "", 2.5, 50, "map target fit "},
+             {"histogram", "", 2, 60, "map "},
+             {"refused", "v=", 2.5, 50, "fit V Point is not selected"}},
+            [&](const char *situation, double valence, double boxes, const char *expected) {
+                AnalysisInput now = m_sample.input(situation);
+                now.references[0].valence = valence;
+                now.conditions.valences.boxes += boxes - 50;
+                QCOMPARE(names(now), QString(expected));
+            });
+    }
+
     /// Each fit stands beside the four-points result at that time, whatever the other method found meanwhile.
     void comparisons()
     {

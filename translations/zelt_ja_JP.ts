@@ -1258,6 +1258,14 @@ Do you want to replace it?</source>
         <source>%1 x %2 pixels, %3 energies, %4 s</source>
         <translation>%1 x %2 画素、%3 エネルギー、%4 秒</translation>
     </message>
+    <message>
+        <source>changed; press Calc. for a new map</source>
+        <translation>変更あり。「計算」を押すとマップを計算し直します</translation>
+    </message>
+    <message>
+        <source>(inputs changed since)</source>
+        <translation>（その後、入力が変更されています）</translation>
+    </message>
 </context>
 <context>
     <name>HeaderMenu</name>
@@ -1380,6 +1388,17 @@ Do you want to replace it?</source>
     <message>
         <source>How to</source>
         <translation>操作方法</translation>
+    </message>
+</context>
+<context>
+    <name>NumberTyping</name>
+    <message>
+        <source>This is no number; it counts as 0.</source>
+        <translation>数値ではないため 0 として扱います。</translation>
+    </message>
+    <message>
+        <source>%1 or %2? It counts as 0.</source>
+        <translation>%1 ですか、%2 ですか？ 0 として扱います。</translation>
     </message>
 </context>
 <context>

@@ -86,7 +86,9 @@ const StepOutcome &Analysis::runFit(const AnalysisInput &input)
     const auto planned = planFit(input);
     if (const auto *refusal = std::get_if<Refusal>(&planned))
         return refuse(Step::Fit, *refusal);
-    m_fit = std::make_unique<LinearCombination>(fitLinearCombination(std::get<FitPlan>(planned).work));
+    const auto &plan = std::get<FitPlan>(planned);
+    m_fit = std::make_unique<LinearCombination>(fitLinearCombination(plan.work));
+    m_fitRun = FitRun{plan.references, plan.work.energyMin, plan.work.energyMax};
     const FourPointsTarget target = m_fourPointsTarget.value_or(FourPointsTarget());
     comparisons.records.append(
         {target.result.a, target.valence, m_fit->fractions[0], m_fit->valence, comparisons.colourIndex});

@@ -75,6 +75,8 @@ public:
     /// What the target was calculated from last; null before.
     const RunInfo *targetRun() const { return m_targetRun ? &*m_targetRun : nullptr; }
     const LinearCombination *fit() const { return m_fit.get(); }
+    /// What the fit was made of last; null before.
+    const FitRun *fitRun() const { return m_fitRun ? &*m_fitRun : nullptr; }
     Comparisons comparisons; ///< one more with every fit; cleared by the user
 
 private:
@@ -91,6 +93,7 @@ private:
     std::optional<FourPointsTarget> m_fourPointsTarget;
     std::optional<NonEquivalentTarget> m_nonEquivalentTarget;
     std::unique_ptr<LinearCombination> m_fit;
+    std::optional<FitRun> m_fitRun;
     std::array<StepOutcome, stepCount> m_outcomes;
     QString m_writeProblem;
 };

@@ -10,6 +10,7 @@
 namespace
 {
 
+using Control = Finding::Control;
 using Place = Finding::Place;
 using Severity = Finding::Severity;
 
@@ -49,8 +50,10 @@ public:
             before += m_spectrum.shiftedEnergy(i) < m_spectrum.preEdgeEnd() ? 1 : 0;
             behind += m_spectrum.shiftedEnergy(i) > m_spectrum.postEdgeStart() ? 1 : 0;
         }
-        range(translated(QT_TRANSLATE_NOOP("FourPs", "%1: the pre-edge range holds %2 points (data %3)")), before);
-        range(translated(QT_TRANSLATE_NOOP("FourPs", "%1: the post-edge range holds %2 points (data %3)")), behind);
+        range(translated(QT_TRANSLATE_NOOP("FourPs", "%1: the pre-edge range holds %2 points (data %3)")), before,
+              Control::PreEdgeEnd);
+        range(translated(QT_TRANSLATE_NOOP("FourPs", "%1: the post-edge range holds %2 points (data %3)")), behind,
+              Control::PostEdgeStart);
     }
 
     void energy(int point, double energy) const
@@ -60,15 +63,16 @@ public:
             return;
         const QString text = translated(QT_TRANSLATE_NOOP("FourPs", "Energy %1: %2 eV is outside of %3 (%4)"));
         m_found->append({Severity::Error, Place::Point, point,
-                         text.arg(QString::number(point + 1), QString::number(energy), m_name, scanOf(m_spectrum))});
+                         text.arg(QString::number(point + 1), QString::number(energy), m_name, scanOf(m_spectrum)),
+                         Control::Energy});
     }
 
 private:
-    void range(const QString &text, int points) const
+    void range(const QString &text, int points, Control end) const
     {
         if (points < fewestPoints)
-            m_found->append(
-                {Severity::Warning, m_place, m_row, text.arg(m_name, QString::number(points), scanOf(m_spectrum))});
+            m_found->append({Severity::Warning, m_place, m_row,
+                             text.arg(m_name, QString::number(points), scanOf(m_spectrum)), end});
     }
 
     const AMutE &m_spectrum;
@@ -114,7 +118,8 @@ QVector<Finding> findings(const AnalysisInput &input)
         if (reference.isUsed && !reference.hasValence)
             found.append(
                 {Severity::Warning, Place::Reference, row,
-                 translated(QT_TRANSLATE_NOOP("FourPs", "%1: the valence is no number and counts as 0")).arg(name)});
+                 translated(QT_TRANSLATE_NOOP("FourPs", "%1: the valence is no number and counts as 0")).arg(name),
+                 Control::Valence});
         if (reference.takesPart())
             findInSpectrum(input, reference.spectrum, Place::Reference, row, name, &found);
     }

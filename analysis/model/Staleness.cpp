@@ -1,6 +1,6 @@
 #include "analysis/model/Staleness.h"
 
-#include "analysis/model/Plans.h"
+#include "analysis/model/Analysis.h"
 
 #include <QCoreApplication>
 
@@ -123,4 +123,49 @@ QStringList changesSince(const RunInfo &run, const AnalysisInput &now)
     if (const auto *refusal = std::get_if<Refusal>(&plan))
         return {textOf(*refusal)};
     return differences(run, std::get<MapPlan>(plan).run);
+}
+
+namespace
+{
+
+/// Histograms are made of the map alone.
+bool isTargetDue(const RunInfo *then, RunInfo now)
+{
+    if (!then)
+        return true;
+    now.valences = then->valences;
+    now.thicknesses = then->thicknesses;
+    return !differences(*then, now).isEmpty();
+}
+
+bool isFitDue(const FitRun *then, const FitPlan &now)
+{
+    const auto isSameReference = [](const RunReference &l, const RunReference &r) {
+        return l.row == r.row && l.name == r.name && isSame(l.valence, r.valence) && isSame(l.edgeJump, r.edgeJump);
+    };
+    return !then || then->energyMin != now.work.energyMin || then->energyMax != now.work.energyMax ||
+           !std::equal(then->references.begin(), then->references.end(), now.references.begin(), now.references.end(),
+                       isSameReference);
+}
+
+} // namespace
+
+DueSteps dueSteps(const Analysis &analysis, const AnalysisInput &now)
+{
+    DueSteps due;
+    const auto map = planMap(now);
+    if (const auto *refusal = std::get_if<Refusal>(&map)) {
+        due.whyNoMap = textOf(*refusal);
+    } else {
+        const auto &plan = std::get<MapPlan>(map);
+        due.map = !analysis.run() || !differences(*analysis.run(), plan.run).isEmpty();
+        due.mapValues = static_cast<double>(plan.sized->count()) * plan.run.points.size();
+    }
+    const auto target = planTarget(now);
+    if (const auto *plan = std::get_if<TargetPlan>(&target))
+        due.target = isTargetDue(analysis.targetRun(), plan->run);
+    const auto fit = planFit(now);
+    if (const auto *plan = std::get_if<FitPlan>(&fit))
+        due.fit = isFitDue(analysis.fitRun(), *plan);
+    return due;
 }

@@ -4,6 +4,7 @@
 #include "analysis/panel/FieldMarkers.h"
 #include "analysis/results/ResultQuantities.h"
 #include "controls/CompactControls.h"
+#include "controls/NumberTyping.h"
 #include "controls/WindowButton.h"
 #include "display/DispABase.h"
 #include "display/HeaderMenu.h"
@@ -57,7 +58,11 @@ FourPs::FourPs(QWidget *parent)
     , m_resultMap(ui.ResultMap, m_mapButtons, ui.MaskBelow, m_inputs, m_analysis)
     , m_dataMap(m_dataMapDisplay.get())
     , m_staleMark(ui.CalcMapB)
-    , m_recalculation([this] { calculateAll(); })
+    , m_recalculation([this](Recalculation::Wanted what) {
+        what == Recalculation::Wanted::Whole ? calculateAll() : calculateDue();
+    })
+    , m_findingMarks(ui, m_inputs)
+    , m_secondsPerValue(2e-8) // until it is measured; several times what it is
     , m_appliedEdge(edgeTexts())
     , m_shownEdge(m_appliedEdge)
 {
@@ -91,6 +96,9 @@ QSize FourPs::sizeHint() const
 const Ui_FourPs &FourPs::setUpForm()
 {
     ui.setupUi(this);
+    for (QLineEdit *const field : {ui.EdgeE, ui.PreEEndDE, ui.PostEStartDE, ui.HgAFrom, ui.HgATo, ui.HgABoxes,
+                                   ui.HgTFrom, ui.HgTTo, ui.HgTBoxes, ui.MaskBelow})
+        new NumberTyping(field);
     return ui;
 }
 
@@ -239,6 +247,7 @@ void FourPs::connectReference(int i)
     m_refFiles.add(reference);
     connect(reference, &ARefFile::changedUse, this, [this, i] { receiveChangedUse(i); });
     connect(reference->valenceEdit(), &QLineEdit::editingFinished, this, &FourPs::repaintDisplays);
+    connect(reference->valenceEdit(), &QLineEdit::editingFinished, this, &FourPs::recalculateQuietly);
     connect(selector, &AXafsFileSelect::updated, this, [this, i] { receiveUpdatedRef(i); });
     connect(selector, &AFileSelect::newFilePath, this, [this, i, selector] {
         if (!selector->valid()) // a file that is no spectrum took its place
@@ -255,12 +264,16 @@ void FourPs::connectEnergyRows()
         connect(row, &AEPoint::changedCB, this, [this] {
             placeEnergyMarkers();
             repaintDisplays();
+            recalculateQuietly();
         });
         connect(row->showMapButton(), &QPushButton::toggled, this, [this, row](bool on) { showDataMapOf(row, on); });
-        connect(row->fileSelect(), &AFileSelect::newFilePath, this, [this] { // also when cleared
+        connect(row->fileSelect(), &AFileSelect::newFilePath, this, [this, row] { // also when cleared
             updateDMap();
             placeEnergyMarkers();
+            if (!row->loaded())
+                recalculateQuietly();
         });
+        connect(row->energyEdit(), &QLineEdit::editingFinished, this, &FourPs::recalculateQuietly);
         connect(row->energyEdit(), &QLineEdit::textChanged, this, [this] { m_dataMap.showTitle(); });
     }
 }
@@ -275,6 +288,21 @@ void FourPs::connectConditions()
          std::initializer_list<QAbstractButton *>{ui.NNone, ui.NByEJ, ui.NBySubPre, ui.NBy2Vics})
         connect(button, &QAbstractButton::toggled, this, [this] { repaintGraphs({Displays::Muts}); });
     connect(ui.FullRangeCB, &QCheckBox::toggled, this, &FourPs::showEnergyWindow);
+    for (const QRadioButton *const button :
+         {ui.TypeFourPs, ui.TypeNonEquiv, ui.TypeTMKisExact, ui.TypeTMKisLS, ui.NonEquivBGLinear, ui.NonEquivBGVic}) {
+        connect(button, &QRadioButton::toggled, this, [this](bool on) {
+            if (on) // the other one of the pair is off by then
+                recalculateQuietly();
+        });
+    }
+    for (const Histgram *const histogram : {&m_inputs.valenceHistogram(), &m_inputs.thicknessHistogram()}) {
+        for (const QLineEdit *const field : {histogram->minEdit, histogram->maxEdit, histogram->numEdit})
+            connect(field, &QLineEdit::editingFinished, this, &FourPs::recalculateQuietly);
+        connect(histogram->check, &QCheckBox::toggled, this, [this] {
+            setAutoRanges();
+            recalculateQuietly();
+        });
+    }
 }
 
 void FourPs::connectResults()

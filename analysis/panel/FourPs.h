@@ -3,6 +3,7 @@
 #include "analysis/job/Job.h"
 #include "analysis/model/Analysis.h"
 #include "analysis/panel/DataMapView.h"
+#include "analysis/panel/FindingMarks.h"
 #include "analysis/panel/Graphs.h"
 #include "analysis/panel/PanelInputs.h"
 #include "analysis/panel/Recalculation.h"
@@ -67,6 +68,8 @@ public:
 
     /// Asks for the name of the file that gets a map as text; an empty answer is a change of mind.
     std::function<QString()> askMapFile;
+    /// Seconds: a map that is expected to take longer is not calculated unless it is asked for.
+    double longestQuietMap = 0.3;
 
 public slots:
     /// Automatic histogram ranges, then calcMap(), calcTarget() and lcf().
@@ -161,8 +164,10 @@ private:
     /// Tells what a step has to say.
     const StepOutcome &report(const StepOutcome &outcome);
     void calculateAll();
+    void calculateDue();
+    void recalculateQuietly() { m_recalculation.wanted(Recalculation::Wanted::Quietly); }
     void setAutoRanges();
-    void showMapStatus(double seconds);
+    void showFindings();
     void showMapResults();
     void showTargetResults();
     void showFit();
@@ -202,6 +207,8 @@ private:
     DataMapView m_dataMap;
     StaleMark m_staleMark;
     Recalculation m_recalculation;
+    FindingMarks m_findingMarks;
+    double m_secondsPerValue;                ///< that a map calculation takes, as last measured; see calculateDue()
     RefFiles m_refFiles;                     ///< whichever reference row something happens in
     FieldMarkers *m_energyMarkers = nullptr; ///< of the display of all spectra
     QTimer m_clickTimer;                     ///< until a click among all spectra cannot become a double click

@@ -71,8 +71,8 @@ void FourPs::receiveChangedUse(int i)
 {
     if (m_inputs.selector(i)->valid())
         receiveNewRef(i);
-    else if (!m_inputs.references()[i]->isUsed())
-        calcBoth();
+    else
+        recalculateQuietly();
 }
 
 /// Its energies were shifted, or its file was taken away.
@@ -87,6 +87,7 @@ void FourPs::receiveUpdatedRef(int i)
     m_inputs.references()[i]->clearResults();
     refreshStaleMark();
     repaintDisplays();
+    recalculateQuietly();
 }
 
 void FourPs::receiveUpdatedTarget()
@@ -94,10 +95,12 @@ void FourPs::receiveUpdatedTarget()
     AMutE &spectrum = m_inputs.target()->spectrum();
     spectrum.fitLines();
     receiveNewTarget();
-    if (spectrum.valid())
+    if (spectrum.valid()) {
         calcBoth();
-    else
-        ui.TargetDMut->clear();
+        return;
+    }
+    ui.TargetDMut->clear();
+    recalculateQuietly();
 }
 
 void FourPs::receiveNewEnergy(double)

@@ -91,9 +91,11 @@ void FourPs::receiveMarker(QLineEdit *field, const QString &before)
     const QVector<AEPoint *> &rows = m_inputs.points();
     const auto row =
         std::find_if(rows.begin(), rows.end(), [field](const AEPoint *p) { return p->energyEdit() == field; });
-    if (row != rows.end())
+    if (row != rows.end()) {
         (*row)->inNewEnergy();
-    else
+        recalculateQuietly();
+    } else {
         receiveEditedEdge();
+    }
     showStatus(moved); // last: a recalculation has something to say, too
 }

@@ -32,6 +32,27 @@ void FourPs::calculateAll()
     lcf();
 }
 
+/// What has changed and can be calculated, without a word about what cannot; a map that would keep the user waiting is
+/// left to the mark on "Calc.".
+void FourPs::calculateDue()
+{
+    const DueSteps due = dueSteps(m_analysis, m_inputs.gather());
+    if (due.map && due.mapValues * m_secondsPerValue < longestQuietMap) {
+        setAutoRanges();
+        calcMap();
+    } else {
+        showFindings();
+        if (due.map)
+            showStatus(tr("changed; press Calc. for a new map"));
+        else if (!due.whyNoMap.isEmpty())
+            showStatus(due.whyNoMap);
+    }
+    if (due.target)
+        calcTarget();
+    if (due.fit)
+        lcf();
+}
+
 void FourPs::setAutoRanges()
 {
     const TakingPart references = takingPart(m_inputs.gather());
@@ -50,9 +71,22 @@ void FourPs::calcMap()
     const WaitCursor wait;
     QElapsedTimer timer;
     timer.start();
-    if (report(m_analysis.runMap(m_inputs.gather())).isDone)
+    const StepOutcome &outcome = report(m_analysis.runMap(m_inputs.gather()));
+    if (outcome.isDone) {
         showMapResults();
-    showMapStatus(static_cast<double>(timer.nsecsElapsed()) * 1e-9);
+        const ResultRecords &results = m_analysis.results();
+        const int energies = m_analysis.run()->points.size();
+        const double seconds = static_cast<double>(timer.nsecsElapsed()) * 1e-9;
+        m_secondsPerValue = seconds / std::max(1.0, static_cast<double>(results.count()) * energies);
+        showStatus(tr("%1 x %2 pixels, %3 energies, %4 s")
+                       .arg(results.width())
+                       .arg(results.height())
+                       .arg(energies)
+                       .arg(seconds, 0, 'g', 2));
+    } else {
+        showStatus(outcome.message);
+    }
+    showFindings();
     refreshStaleMark();
 }
 
@@ -88,11 +122,15 @@ void FourPs::write()
     RecordSelection selection = {};
     for (int position = 0; position < ResultPosition::count; ++position)
         selection.at(static_cast<std::size_t>(position)) = recordsQuantity(position);
-    const bool isDone = report(m_analysis.write(path, m_inputs.gather(), selection)).isDone;
-    ui.SaveFSelect->setExInfo(
-        isDone ? tr("%1: wrote %2, _HGAlpha and _HGThick")
-                     .arg(QTime::currentTime().toString(QStringLiteral("HH:mm:ss")), QFileInfo(path).fileName())
-               : QString());
+    const AnalysisInput now = m_inputs.gather();
+    QString written;
+    if (report(m_analysis.write(path, now, selection)).isDone) {
+        written = tr("%1: wrote %2, _HGAlpha and _HGThick")
+                      .arg(QTime::currentTime().toString(QStringLiteral("HH:mm:ss")), QFileInfo(path).fileName());
+        if (m_analysis.run() && !changesSince(*m_analysis.run(), now).isEmpty())
+            written += QLatin1Char(' ') + tr("(inputs changed since)");
+    }
+    ui.SaveFSelect->setExInfo(written);
 }
 
 // --- what is shown of them ---
@@ -110,26 +148,9 @@ void FourPs::showStatus(const QString &text)
     ui.StatusLine->setText(text);
 }
 
-/// What was done, or why not; in red, with the reasons in the tool tip, where the inputs are doubtful.
-void FourPs::showMapStatus(double seconds)
+void FourPs::showFindings()
 {
-    QStringList doubts;
-    for (const Finding &finding : findings(m_inputs.gather()))
-        doubts << finding.text;
-    const StepOutcome &outcome = m_analysis.outcome(Step::Map);
-    if (outcome.isDone)
-        showStatus(tr("%1 x %2 pixels, %3 energies, %4 s")
-                       .arg(m_analysis.results().width())
-                       .arg(m_analysis.results().height())
-                       .arg(m_analysis.run()->points.size())
-                       .arg(seconds, 0, 'g', 2));
-    else
-        showStatus(outcome.message);
-    QPalette colours = palette();
-    if (!doubts.isEmpty())
-        colours.setColor(QPalette::WindowText, QColor(190, 50, 0));
-    ui.StatusLine->setPalette(colours);
-    ui.StatusLine->setToolTip(doubts.join(QLatin1Char('\n')));
+    m_findingMarks.show(findings(m_inputs.gather()));
 }
 
 const StepOutcome &FourPs::report(const StepOutcome &outcome)

@@ -59,7 +59,7 @@ AnalysisInput PanelInputs::gather() const
     AnalysisInput input;
     for (const ARefFile *const reference : m_references) {
         bool isNumber = false;
-        const double valence = reference->valenceText().toDouble(&isNumber);
+        const double valence = number(reference->valenceText(), &isNumber);
         input.references.append({reference->selector()->fileText(), reference->selector()->spectrum(),
                                  reference->isUsed(), valence, isNumber});
     }

@@ -8,15 +8,22 @@
 class Recalculation
 {
 public:
-    explicit Recalculation(std::function<void()> run)
+    /// What was asked for; the whole includes what is quiet about it.
+    enum class Wanted {
+        Nothing,
+        Quietly, ///< only what has changed and can be calculated
+        Whole    ///< every step, each with its message
+    };
+
+    explicit Recalculation(std::function<void(Wanted)> run)
         : m_run(std::move(run))
     {
     }
 
     /// Runs now, or at the end of the outermost open scope.
-    void wanted()
+    void wanted(Wanted what = Wanted::Whole)
     {
-        m_isWanted = true;
+        m_wanted = what > m_wanted ? what : m_wanted;
         runIfDue();
     }
     /// Whether a scope is open: what is shown now may be half of a change.
@@ -39,7 +46,7 @@ public:
         Scope &operator=(const Scope &) = delete;
 
         /// Nothing that was wanted so far is run.
-        void drop() { m_recalculation.m_isWanted = false; }
+        void drop() { m_recalculation.m_wanted = Wanted::Nothing; }
 
     private:
         Recalculation &m_recalculation;
@@ -48,13 +55,12 @@ public:
 private:
     void runIfDue()
     {
-        if (m_scopes > 0 || !m_isWanted)
+        if (m_scopes > 0 || m_wanted == Wanted::Nothing)
             return;
-        m_isWanted = false;
-        m_run();
+        m_run(std::exchange(m_wanted, Wanted::Nothing));
     }
 
-    std::function<void()> m_run;
+    std::function<void(Wanted)> m_run;
     int m_scopes = 0;
-    bool m_isWanted = false;
+    Wanted m_wanted = Wanted::Nothing;
 };

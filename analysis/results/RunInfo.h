@@ -60,6 +60,13 @@ struct RunInfo {
     NonEquivalentReferences nonEquivalent; ///< the same for the non-equivalent method
 };
 
+/// What a linear combination fit was made of, besides the spectra themselves.
+struct FitRun {
+    QVector<RunReference> references;
+    double energyMin = 0.0; ///< eV
+    double energyMax = 0.0;
+};
+
 /// Equality of measured numbers: a NaN equals a NaN.
 inline bool isSame(double l, double r)
 {
