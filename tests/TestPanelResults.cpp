@@ -152,10 +152,13 @@ private slots:
         Analyst user(m_files, "TypeFourPs");
         QCOMPARE(user.writeTo(m_files.path("four.points.dat")), QString());
         const QString info = user.text("SaveFSelect/ExInfo");
-        QVERIFY2(QRegularExpression("^\\d\\d:\\d\\d:\\d\\d: wrote four.points.dat, _HGAlpha and _HGThick$")
+        QVERIFY2(QRegularExpression("^\\d\\d:\\d\\d:\\d\\d: wrote four.points.dat and its histograms$")
                      .match(info)
                      .hasMatch(),
                  qPrintable(info));
+        user.click("Energy3/VPointCB"); // nothing can be calculated
+        QCOMPARE(user.writeTo(m_files.path("later.dat")), QString());
+        QVERIFY(user.text("SaveFSelect/ExInfo").endsWith(": wrote later.dat (inputs changed since)"));
         for (const char *const tag : {"Alpha", "Thick"}) {
             const auto lines = bytesOf(m_files.path(QString("four.points_HG%1.dat").arg(tag))).split('\n');
             QCOMPARE(lines.size(), 51 + 2 + 1); // after the last line feed there is nothing

@@ -1043,10 +1043,6 @@ Do you want to replace it?</source>
         <translation>ファイル [%1] に書き込めません</translation>
     </message>
     <message>
-        <source>%1: wrote %2, _HGAlpha and _HGThick</source>
-        <translation>%1：%2、_HGAlpha、_HGThick を書き込みました</translation>
-    </message>
-    <message>
         <source>3ps: a = %1, Valence = %2</source>
         <translation>3点法：a = %1, 価数 = %2</translation>
     </message>
@@ -1263,8 +1259,12 @@ Do you want to replace it?</source>
         <translation>変更あり。「計算」を押すとマップを計算し直します</translation>
     </message>
     <message>
-        <source>(inputs changed since)</source>
-        <translation>（その後、入力が変更されています）</translation>
+        <source>%1: wrote %2 (inputs changed since)</source>
+        <translation>%1：%2 を保存（その後、入力が変更されています）</translation>
+    </message>
+    <message>
+        <source>%1: wrote %2 and its histograms</source>
+        <translation>%1：%2 とヒストグラムを保存しました</translation>
     </message>
 </context>
 <context>

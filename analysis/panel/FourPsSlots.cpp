@@ -125,10 +125,9 @@ void FourPs::write()
     const AnalysisInput now = m_inputs.gather();
     QString written;
     if (report(m_analysis.write(path, now, selection)).isDone) {
-        written = tr("%1: wrote %2, _HGAlpha and _HGThick")
+        const bool areOld = m_analysis.run() && !changesSince(*m_analysis.run(), now).isEmpty();
+        written = (areOld ? tr("%1: wrote %2 (inputs changed since)") : tr("%1: wrote %2 and its histograms"))
                       .arg(QTime::currentTime().toString(QStringLiteral("HH:mm:ss")), QFileInfo(path).fileName());
-        if (m_analysis.run() && !changesSince(*m_analysis.run(), now).isEmpty())
-            written += QLatin1Char(' ') + tr("(inputs changed since)");
     }
     ui.SaveFSelect->setExInfo(written);
 }
