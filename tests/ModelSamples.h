@@ -76,7 +76,7 @@ public:
                 const double a = 0.1 * static_cast<double>(pixel);
                 return a * of(0) + (1 - a) * of(1) + 0.1;
             };
-            maps.push_back(makeMap(3, 2, value, static_cast<double>(k)));
+            maps.push_back(makeMap(3, 2, value, 0.01 * static_cast<double>(k)));
             maps.back().setHeaderText(QStringLiteral("# map %1").arg(k + 1));
         }
     }

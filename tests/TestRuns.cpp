@@ -48,7 +48,7 @@ private slots:
         QCOMPARE(analysis.runValences().mixed(1), 2.0);
         QCOMPARE(analysis.runValences().mixed(0), 0.0); // of reference 3
         QCOMPARE(analysis.results().headerLines, QStringList("# map 1"));
-        QCOMPARE(analysis.results().record(4).x, 2.0); // of map 2: pixel (1, 1), shifted by 1
+        QCOMPARE(analysis.results().record(4).x, 1.01); // of map 2: pixel (1, 1), shifted by 0.01
         QCOMPARE(analysis.histograms().thickness().n, 51);
     }
 

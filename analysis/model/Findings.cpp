@@ -1,16 +1,21 @@
 #include "analysis/model/Findings.h"
 
 #include "analysis/model/AnalysisInput.h"
+#include "analysis/model/EnergyFindings.h"
+#include "analysis/model/InputFiles.h"
+#include "analysis/model/MapFindings.h"
 #include "analysis/model/UsedPoints.h"
 
 #include <QCoreApplication>
+#include <QHash>
 
 #include <algorithm>
+#include <cmath>
 
 namespace
 {
 
-using Control = Finding::Control;
+using Calculations = Finding::Calculations;
 using Place = Finding::Place;
 using Severity = Finding::Severity;
 
@@ -33,13 +38,28 @@ QString scanOf(const AMutE &spectrum)
 class SpectrumCheck
 {
 public:
-    SpectrumCheck(const AMutE &spectrum, Place place, int row, const QString &name, QVector<Finding> *found)
+    /// `concerns`: the calculations that it takes part in.
+    SpectrumCheck(const AMutE &spectrum, Place place, int row, Calculations concerns, QVector<Finding> *found)
         : m_spectrum(spectrum)
         , m_place(place)
         , m_row(row)
-        , m_name(name)
+        , m_name(nameOf(place, row))
+        , m_concerns(concerns)
         , m_found(found)
     {
+    }
+
+    static QString nameOf(Place place, int row)
+    {
+        return place == Place::Target ? translated(QT_TRANSLATE_NOOP("FourPs", "Target"))
+                                      : translated(QT_TRANSLATE_NOOP("FourPs", "Ref %1")).arg(row + 1);
+    }
+
+    void unit() const
+    {
+        if (looksLikeKev(m_spectrum.energyMax() - m_spectrum.dE()))
+            warn(translated(QT_TRANSLATE_NOOP("FourPs", "%1: the energies look like keV (data %2)"))
+                     .arg(m_name, scanOf(m_spectrum)));
     }
 
     void ranges() const
@@ -50,61 +70,120 @@ public:
             before += m_spectrum.shiftedEnergy(i) < m_spectrum.preEdgeEnd() ? 1 : 0;
             behind += m_spectrum.shiftedEnergy(i) > m_spectrum.postEdgeStart() ? 1 : 0;
         }
-        range(translated(QT_TRANSLATE_NOOP("FourPs", "%1: the pre-edge range holds %2 points (data %3)")), before,
-              Control::PreEdgeEnd);
-        range(translated(QT_TRANSLATE_NOOP("FourPs", "%1: the post-edge range holds %2 points (data %3)")), behind,
-              Control::PostEdgeStart);
+        range(translated(QT_TRANSLATE_NOOP("FourPs", "%1: the pre-edge range holds %2 points (data %3)")), before);
+        range(translated(QT_TRANSLATE_NOOP("FourPs", "%1: the post-edge range holds %2 points (data %3)")), behind);
     }
 
-    void energy(int point, double energy) const
+    /// The calculations take the value of the spectrum at the energies in use.
+    void energy(const AnalysisInput &input, int point) const
     {
         double value = 0.0;
-        if (m_spectrum.valueMinusLine(energy, false, &value))
+        const double energy = input.points[point].energy;
+        const bool isInside = m_spectrum.valueMinusLine(energy, false, &value);
+        if (isInside && std::isfinite(m_spectrum.muAt(energy)))
             return;
-        const QString text = translated(QT_TRANSLATE_NOOP("FourPs", "Energy %1: %2 eV is outside of %3 (%4)"));
+        Calculations concerns = m_concerns & (Finding::Map | Finding::Target);
+        concerns.setFlag(Finding::Map, concerns.testFlag(Finding::Map) && input.points[point].map);
+        const QString text =
+            isInside ? translated(QT_TRANSLATE_NOOP("FourPs", "Energy %1: at %2 eV %3 has no finite value (%4)"))
+                     : translated(QT_TRANSLATE_NOOP("FourPs", "Energy %1: %2 eV is outside of %3 (%4)"));
         m_found->append({Severity::Error, Place::Point, point,
                          text.arg(QString::number(point + 1), QString::number(energy), m_name, scanOf(m_spectrum)),
-                         Control::Energy});
+                         concerns});
     }
 
 private:
-    void range(const QString &text, int points, Control end) const
+    void range(const QString &text, int points) const
     {
         if (points < fewestPoints)
-            m_found->append({Severity::Warning, m_place, m_row,
-                             text.arg(m_name, QString::number(points), scanOf(m_spectrum)), end});
+            warn(text.arg(m_name, QString::number(points), scanOf(m_spectrum)));
     }
+    void warn(const QString &text) const { m_found->append({Severity::Warning, m_place, m_row, text, m_concerns}); }
 
     const AMutE &m_spectrum;
     Place m_place;
     int m_row;
     QString m_name;
+    Calculations m_concerns;
     QVector<Finding> *m_found;
 };
 
-void findInSpectrum(const AnalysisInput &input, const AMutE &spectrum, Place place, int row, const QString &name,
+void findInSpectrum(const AnalysisInput &input, const AMutE &spectrum, Place place, int row, Calculations concerns,
                     QVector<Finding> *found)
 {
-    const SpectrumCheck check(spectrum, place, row, name, found);
+    const SpectrumCheck check(spectrum, place, row, concerns, found);
+    check.unit();
     check.ranges();
     for (const int point : usedPoints(input, false).all)
-        check.energy(point, input.points[point].energy);
+        check.energy(input, point);
 }
 
-void findInMaps(const AnalysisInput &input, QVector<Finding> *found)
+/// What the valid reference number `order`, counted from 0, takes part in: the four-points method knows two.
+Calculations calculationsWith(const AnalysisInput &input, int order)
 {
-    const QVector<int> rows = usedPoints(input, true).all;
-    for (const int row : rows) {
-        const A2DData &first = *input.points[rows.first()].map;
-        const A2DData &map = *input.points[row].map;
-        if (map.nx() == first.nx() && map.ny() == first.ny())
+    Calculations concerns = Finding::Fit;
+    if (input.conditions.isNonEquivalent || order < 2)
+        concerns |= Finding::Map;
+    if (concerns.testFlag(Finding::Map) && input.target.spectrum.valid())
+        concerns |= Finding::Target;
+    return concerns;
+}
+
+void findInReferences(const AnalysisInput &input, QVector<Finding> *found)
+{
+    int valid = 0;
+    for (int row = 0; row < input.references.size(); ++row) {
+        const ReferenceInput &reference = input.references[row];
+        const Calculations concerns = calculationsWith(input, valid);
+        const QString name = SpectrumCheck::nameOf(Place::Reference, row);
+        if (reference.isUsed && !reference.hasValence)
+            found->append(
+                {Severity::Warning, Place::Reference, row,
+                 translated(QT_TRANSLATE_NOOP("FourPs", "%1: the valence is no number and counts as 0")).arg(name),
+                 concerns});
+        if (!reference.takesPart())
             continue;
-        const QString text =
-            translated(QT_TRANSLATE_NOOP("FourPs", "Energy %1: the map has %2 x %3 pixels, that of energy %4 %5 x %6"));
-        found->append(
-            {Severity::Error, Place::Point, row,
-             text.arg(row + 1).arg(map.nx()).arg(map.ny()).arg(rows.first() + 1).arg(first.nx()).arg(first.ny())});
+        findInSpectrum(input, reference.spectrum, Place::Reference, row, concerns, found);
+        ++valid;
     }
+}
+
+void findInTarget(const AnalysisInput &input, QVector<Finding> *found)
+{
+    const bool isFitWanted =
+        std::any_of(input.points.begin(), input.points.end(), [](const PointInput &point) { return point.isForLcf; });
+    if (input.target.spectrum.valid())
+        findInSpectrum(input, input.target.spectrum, Place::Target, 0, Finding::Target | Finding::Fit, found);
+    else if (isFitWanted)
+        found->append(
+            {Severity::Warning, Place::Target, 0,
+             translated(QT_TRANSLATE_NOOP("FourPs", "Target: energies are marked LCF, but there is no spectrum")),
+             Finding::Fit});
+}
+
+/// The same file twice, among spectra and among maps.
+void findSameFiles(const AnalysisInput &input, QVector<Finding> *found)
+{
+    QHash<QString, QString> names; // of who has a file first
+    const auto look = [&names, found](const QString &file, Place place, int row, const QString &name) {
+        const QString path = identityOf(file);
+        if (!names.contains(path)) {
+            names.insert(path, name);
+            return;
+        }
+        const QString text = translated(QT_TRANSLATE_NOOP("FourPs", "%1: the same file as %2"));
+        found->append({Severity::Warning, place, row, text.arg(name, names.value(path)),
+                       Finding::Map | Finding::Target | Finding::Fit});
+    };
+    for (int row = 0; row < input.references.size(); ++row) {
+        if (input.references[row].takesPart())
+            look(input.references[row].file, Place::Reference, row, SpectrumCheck::nameOf(Place::Reference, row));
+    }
+    if (input.target.spectrum.valid())
+        look(input.target.file, Place::Target, 0, SpectrumCheck::nameOf(Place::Target, 0));
+    for (const int row : usedPoints(input, true).all)
+        look(input.points[row].mapFile.path, Place::Point, row,
+             translated(QT_TRANSLATE_NOOP("FourPs", "Energy %1")).arg(row + 1));
 }
 
 } // namespace
@@ -112,26 +191,10 @@ void findInMaps(const AnalysisInput &input, QVector<Finding> *found)
 QVector<Finding> findings(const AnalysisInput &input)
 {
     QVector<Finding> found;
-    for (int row = 0; row < input.references.size(); ++row) {
-        const ReferenceInput &reference = input.references[row];
-        const QString name = translated(QT_TRANSLATE_NOOP("FourPs", "Ref %1")).arg(row + 1);
-        if (reference.isUsed && !reference.hasValence)
-            found.append(
-                {Severity::Warning, Place::Reference, row,
-                 translated(QT_TRANSLATE_NOOP("FourPs", "%1: the valence is no number and counts as 0")).arg(name),
-                 Control::Valence});
-        if (reference.takesPart())
-            findInSpectrum(input, reference.spectrum, Place::Reference, row, name, &found);
-    }
-    const bool isFitWanted =
-        std::any_of(input.points.begin(), input.points.end(), [](const PointInput &point) { return point.isForLcf; });
-    if (input.target.spectrum.valid())
-        findInSpectrum(input, input.target.spectrum, Place::Target, 0,
-                       translated(QT_TRANSLATE_NOOP("FourPs", "Target")), &found);
-    else if (isFitWanted)
-        found.append(
-            {Severity::Warning, Place::Target, 0,
-             translated(QT_TRANSLATE_NOOP("FourPs", "Target: energies are marked LCF, but there is no spectrum"))});
+    findInReferences(input, &found);
+    findInTarget(input, &found);
+    findInEnergies(input, &found);
     findInMaps(input, &found);
+    findSameFiles(input, &found);
     return found;
 }

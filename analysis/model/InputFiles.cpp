@@ -25,3 +25,10 @@ bool isInputFile(const QString &path, const AnalysisInput &input)
            std::any_of(input.points.begin(), input.points.end(), isMap) ||
            (input.target.spectrum.pointCount() > 0 && isWanted(input.target.file));
 }
+
+QString identityOf(const QString &path)
+{
+    const QFileInfo info(path);
+    const QString canonical = info.canonicalFilePath();
+    return canonical.isEmpty() ? info.absoluteFilePath() : canonical;
+}
