@@ -1,6 +1,7 @@
 #include "analysis/job/Job.h"
 
 #include "analysis/job/JobReader.h"
+#include "analysis/job/JsonScan.h"
 
 #include <QDir>
 #include <QFile>
@@ -16,22 +17,17 @@ QString inDirectory(const QDir &directory, const QString &path)
     return path.isEmpty() ? path : QDir::cleanPath(directory.filePath(path));
 }
 
-QString entryName(const char *list, int index)
-{
-    return QStringLiteral("%1[%2]").arg(QLatin1String(list)).arg(index);
-}
-
 /// Reads every entry of a list of objects with `readEntry(reader)`.
 template <class ReadEntry>
-void readList(JobReader *reader, const char *key, int atMost, QStringList *errors, ReadEntry readEntry)
+void readList(JobReader *reader, const QString &key, int atMost, QStringList *errors, ReadEntry readEntry)
 {
-    const QJsonArray entries = reader->array(QLatin1String(key), atMost);
+    const QJsonArray entries = reader->array(key, atMost);
     for (int i = 0; i < entries.size(); ++i) {
         if (!entries.at(i).isObject()) {
-            errors->append(entryName(key, i) + QLatin1String(" must be an object { }"));
+            errors->append(entryOf(key, i) + QLatin1String(" must be an object { }"));
             continue;
         }
-        JobReader entry(entries.at(i).toObject(), entryName(key, i), errors);
+        JobReader entry(entries.at(i).toObject(), entryOf(key, i), errors);
         readEntry(&entry);
     }
 }
@@ -40,7 +36,7 @@ Job readContents(const QJsonObject &root, const QDir &directory, QStringList *er
 {
     Job job;
     JobReader reader(root, QString(), errors);
-    reader.allowOnly({"references", "target", "energies", "settings", "output"});
+    reader.allowOnly({"references", "target", "energies", "settings", "output", "lenient"});
     reader.require({"references", "energies"});
     readList(&reader, "references", Job::maxReferences, errors, [&job, &directory](JobReader *entry) {
         entry->allowOnly({"file", "use", "valence", "dE"});
@@ -61,6 +57,7 @@ Job readContents(const QJsonObject &root, const QDir &directory, QStringList *er
         job.target = {inDirectory(directory, target.text("file")), target.number("dE")};
     }
     job.settings = reader.object("settings");
+    job.lenient = reader.truth("lenient", false);
     JobReader output(reader.object("output"), "output", errors);
     output.allowOnly({"result", "pictures", "report"});
     job.resultFile = inDirectory(directory, output.text("result"));
@@ -78,24 +75,35 @@ QString placeOf(const QByteArray &text, int offset)
 
 } // namespace
 
-JobOrErrors readJob(const QString &path)
+JobOrErrors parseJob(const QByteArray &text, const QString &folder)
 {
     JobOrErrors result;
-    result.job.fileName = path;
-    QFile file(path);
-    if (!QFileInfo(path).isFile() || !file.open(QIODevice::ReadOnly)) {
-        result.errors << QStringLiteral("the job file cannot be read");
-        return result;
-    }
-    const QByteArray text = file.readAll();
     QJsonParseError outcome;
     const QJsonDocument document = QJsonDocument::fromJson(text, &outcome);
-    if (outcome.error != QJsonParseError::NoError)
+    if (text.contains('\0'))
+        result.errors << QStringLiteral("the job must be UTF-8 (this seems to be UTF-16)");
+    else if (outcome.error != QJsonParseError::NoError)
         result.errors << QStringLiteral("not JSON: %1 at %2").arg(outcome.errorString(), placeOf(text, outcome.offset));
     else if (!document.isObject())
         result.errors << QStringLiteral("the job must be an object { }");
+    if (!result.errors.isEmpty())
+        return result;
+    result.errors = doubtfulJson(text);
+    result.job = readContents(document.object(), QDir(folder), &result.errors);
+    return result;
+}
+
+JobOrErrors readJob(const QString &path)
+{
+    JobOrErrors result;
+    const QFileInfo info(path);
+    QFile file(path);
+    if (!info.exists())
+        result.errors << QStringLiteral("no such file");
+    else if (!info.isFile() || !file.open(QIODevice::ReadOnly))
+        result.errors << QStringLiteral("the job file cannot be read");
     else
-        result.job = readContents(document.object(), QFileInfo(path).absoluteDir(), &result.errors);
+        result = parseJob(file.readAll(), info.absolutePath());
     result.job.fileName = path;
     return result;
 }
@@ -127,5 +135,7 @@ QByteArray Job::toJson() const
         {"references", referenceList}, {"energies", energyList}, {"settings", settings}, {"output", output}};
     if (!target.file.isEmpty())
         root.insert("target", QJsonObject{{"file", target.file}, {"dE", target.dE}});
+    if (lenient)
+        root.insert("lenient", true);
     return QJsonDocument(root).toJson();
 }

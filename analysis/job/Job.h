@@ -37,6 +37,7 @@ struct Job {
     QString resultFile;   ///< empty: none is written
     QString pictures;     ///< folder; empty: no pictures
     QString report;       ///< file; empty: none is written
+    bool lenient = false; ///< calculates with inputs that cannot be right, too
 
     /// The contents of a job file. The paths stand in it as they are.
     QByteArray toJson() const;
@@ -48,7 +49,10 @@ struct JobOrErrors {
     QStringList errors; ///< one sentence per mistake, without the name of the job file; empty when the job is good
 };
 
-/// Reads a job file. Relative paths in it are taken from its own directory. Every mistake is named with its key (or
-/// with line and column, where the file is no JSON), and for a misspelt key the nearest known one. The names of the
+/// Takes the contents of a job file whose relative paths start from `folder`. Every mistake is named with its key (or
+/// with line and column, where the text is no JSON), and for a misspelt key the nearest known one. The names of the
 /// settings are not checked here.
+JobOrErrors parseJob(const QByteArray &text, const QString &folder);
+
+/// Reads a job file. Relative paths in it are taken from its own directory.
 JobOrErrors readJob(const QString &path);

@@ -1,5 +1,7 @@
 #include "analysis/job/JobReader.h"
 
+#include "analysis/job/JsonScan.h"
+
 #include <QJsonArray>
 #include <QVector>
 
@@ -49,7 +51,7 @@ JobReader::JobReader(const QJsonObject &object, const QString &where, QStringLis
 
 QString JobReader::nameOf(const QString &key) const
 {
-    return m_where.isEmpty() ? key : m_where + QLatin1Char('.') + key;
+    return keyWithin(m_where, key);
 }
 
 bool JobReader::check(bool good, const QString &message)

@@ -19,10 +19,12 @@ QString exactText(double value)
 QString problem(const QString &key, const QString &file, const char *kind)
 {
     const QFileInfo info(file);
-    const QString what = info.isFile() && info.isReadable()
-                             ? QStringLiteral("%1 is no %2 file")
-                             : QStringLiteral("%1 cannot be read, a %2 file is expected");
-    return key + QLatin1String(": ") + what.arg(file, QLatin1String(kind));
+    QString what = QStringLiteral("%1 is no %2 file");
+    if (!info.exists())
+        what = QStringLiteral("%1: no such file");
+    else if (!info.isFile() || !info.isReadable())
+        what = QStringLiteral("%1 cannot be read, a %2 file is expected");
+    return key + QLatin1String(": ") + what.replace(QLatin1String("%2"), QLatin1String(kind)).arg(file);
 }
 
 QString pathOf(const AFileSelect *selector)
