@@ -30,6 +30,7 @@ QVector<JobOrErrors> readJobs(const BatchOptions &options)
             job.job.pictures = options.pictures;
         if (!options.report.isEmpty())
             job.job.report = reportOf(options, file);
+        job.job.lenient = job.job.lenient || options.lenient;
         jobs.append(job);
     }
     return jobs;

@@ -13,7 +13,7 @@ QString mistake(const BatchOptions &options, bool isNumber)
         return QStringLiteral("no job file is named");
     if (options.show && options.jobs.size() != 1)
         return QStringLiteral("--show opens one job");
-    if (options.show && (options.check || !options.pictures.isEmpty() || !options.report.isEmpty()))
+    if (options.show && (options.check || options.lenient || !options.pictures.isEmpty() || !options.report.isEmpty()))
         return QStringLiteral("--show goes with no other option than -j or -e");
     return QString();
 }
@@ -39,11 +39,13 @@ BatchOptions parseBatchOptions(const QStringList &arguments)
     const QCommandLineOption processes(QStringLiteral("jobs"), QStringLiteral("Run N jobs at once."),
                                        QStringLiteral("N"), QStringLiteral("1"));
     const QCommandLineOption check(QStringLiteral("check"), QStringLiteral("Only look for mistakes in the jobs."));
+    const QCommandLineOption lenient(QStringLiteral("lenient"),
+                                     QStringLiteral("Calculate with inputs that cannot be right, too."));
     const QCommandLineOption show(QStringLiteral("show"), QStringLiteral("Open the window with one job loaded."));
     const QCommandLineOption japanese(QStringLiteral("j"), QStringLiteral("Japanese texts."));
     const QCommandLineOption english(QStringLiteral("e"), QStringLiteral("English texts (default)."));
     const QCommandLineOption help({QStringLiteral("h"), QStringLiteral("help")}, QStringLiteral("Show this help."));
-    parser.addOptions({pictures, report, processes, check, show, japanese, english, help});
+    parser.addOptions({pictures, report, processes, check, lenient, show, japanese, english, help});
     const QCommandLineOption version = parser.addVersionOption();
 
     BatchOptions options;
@@ -62,6 +64,7 @@ BatchOptions parseBatchOptions(const QStringList &arguments)
     bool isNumber = false;
     options.processes = parser.value(processes).toInt(&isNumber);
     options.check = parser.isSet(check);
+    options.lenient = parser.isSet(lenient);
     options.show = parser.isSet(show);
     const QStringList names = parser.optionNames();
     options.japanese = names.lastIndexOf(QStringLiteral("j")) > names.lastIndexOf(QStringLiteral("e"));

@@ -11,6 +11,7 @@ struct BatchOptions {
     int processes = 1; ///< jobs that run at once
     bool check = false;
     bool show = false;
+    bool lenient = false; ///< errors in the inputs are warnings, whatever the jobs say
     bool japanese = false;
 
     QString answer; ///< help or version, to be printed instead of running anything

@@ -3,6 +3,7 @@
 #include "analysis/model/Findings.h"
 #include "analysis/panel/FourPs.h"
 #include "analysis/panel/PanelSettings.h"
+#include "batch/OutputFolders.h"
 #include "batch/PanelPictures.h"
 #include "batch/Progress.h"
 #include "batch/RunReport.h"
@@ -37,7 +38,7 @@ bool wantsFit(const Job &job)
     return !job.target.file.isEmpty() && hasEnergy(job, [](const Job::Energy &energy) { return energy.lcf; });
 }
 
-/// A refusal counts only where the job asks for the step: the panel always tries them all.
+/// A step counts only where the job asks for it: the panel always tries them all.
 bool wants(const Job &job, Step step)
 {
     switch (step) {
@@ -98,10 +99,11 @@ public:
 private:
     void loadAndCalculate();
     void load();
+    void judgeInputs();
     void writeResult();
     void writePictures();
     void writeReport();
-    void noteRefusal(Step step);
+    void noteOutcome(Step step);
     void fail(JobOutcome outcome, const QString &text);
     double lap();
 
@@ -109,6 +111,7 @@ private:
     const Job &m_job;
     const RunOptions &m_options;
     FourPs m_panel;
+    bool m_isCalculated = false;
     Progress m_progress;
     JobResult m_result;
     RunTimes m_times;
@@ -121,11 +124,15 @@ void Run::fail(JobOutcome outcome, const QString &text)
     m_result.errors << m_job.fileName + QLatin1String(": ") + text;
 }
 
-/// A step that the job asks for and that was not done.
-void Run::noteRefusal(Step step)
+/// What a step that the job asks for has to say; a refusal counts.
+void Run::noteOutcome(Step step)
 {
     const StepOutcome &outcome = m_panel.analysis().outcome(step);
-    if (!outcome.isDone && wants(m_job, step))
+    if (!wants(m_job, step))
+        return;
+    if (!outcome.message.isEmpty())
+        m_result.messages += outcome.message.simplified() + QLatin1Char('\n');
+    if (!outcome.isDone && step != Step::Write)
         fail(JobOutcome::Refused, outcome.message.simplified());
 }
 
@@ -143,14 +150,13 @@ JobResult Run::run()
     whole.start();
     m_timer.start();
     loadAndCalculate();
-    if (m_result.outcome != JobOutcome::WrongJob && !m_options.checkOnly) {
+    if (m_isCalculated) {
         if (!m_job.resultFile.isEmpty() && m_panel.analysis().outcome(Step::Map).isDone)
             writeResult();
         if (!m_job.pictures.isEmpty())
             writePictures();
         if (!m_job.report.isEmpty())
             writeReport();
-        m_result.messages = m_panel.messages();
     }
     m_progress.finish(m_result.outcome == JobOutcome::Done, static_cast<double>(whole.elapsed()) * 1e-3);
     return m_result;
@@ -161,17 +167,18 @@ void Run::loadAndCalculate()
     {
         Recalculation::Scope calculation(m_panel.recalculation()); // at its end
         load();
+        if (m_result.outcome == JobOutcome::Done)
+            judgeInputs();
         if (m_result.outcome != JobOutcome::Done || m_options.checkOnly) {
             calculation.drop();
             return;
         }
-        for (const Finding &finding : findings(m_panel.input()))
-            m_result.warnings << m_job.fileName + QLatin1String(": ") + finding.text;
         m_progress.stage(QStringLiteral("calculating"));
     }
+    m_isCalculated = true;
     m_times.calculate = lap();
     for (const Step step : {Step::Map, Step::Target, Step::Fit})
-        noteRefusal(step);
+        noteOutcome(step);
 }
 
 void Run::load()
@@ -187,10 +194,27 @@ void Run::load()
     m_times.load = lap();
 }
 
+/// What could not be trusted is not calculated, and neither is what could not be written.
+void Run::judgeInputs()
+{
+    for (const Finding &finding : findings(m_panel.input())) {
+        const bool isWrong = finding.severity == Finding::Severity::Error && finding.concerns != 0;
+        if (isWrong && !m_job.lenient)
+            fail(JobOutcome::Refused, finding.text);
+        else
+            m_result.warnings << m_job.fileName + QLatin1String(": ") + finding.text;
+    }
+    if (m_result.outcome != JobOutcome::Done)
+        return;
+    for (const QString &problem : makeOutputFolders(m_job, m_options.checkOnly))
+        fail(JobOutcome::CannotWrite, problem);
+}
+
 void Run::writeResult()
 {
     m_progress.stage(QStringLiteral("writing %1").arg(QFileInfo(m_job.resultFile).fileName()));
     m_panel.write();
+    noteOutcome(Step::Write);
     if (!m_panel.analysis().outcome(Step::Write).isDone)
         fail(JobOutcome::CannotWrite, m_panel.analysis().writeProblem());
     m_times.write = lap();

@@ -14,7 +14,7 @@ struct JobResult {
     JobOutcome outcome = JobOutcome::Done;
     QStringList errors;   ///< one sentence each, beginning with the name of the job file
     QStringList warnings; ///< the same, about inputs that a result may not be trusted with
-    QString messages;     ///< what stands in the panel's message area
+    QString messages;     ///< the panel's messages about what the job asks for, a line each
 };
 
 struct RunOptions {

@@ -20,6 +20,8 @@ QStringList argumentsFor(const Job &job, const BatchOptions &options)
     QStringList arguments = {options.japanese ? QStringLiteral("-j") : QStringLiteral("-e")};
     if (options.check)
         arguments << QStringLiteral("--check");
+    if (job.lenient)
+        arguments << QStringLiteral("--lenient");
     if (!job.pictures.isEmpty())
         arguments << QStringLiteral("--pictures") << job.pictures;
     if (!job.report.isEmpty())
