@@ -54,6 +54,10 @@ private slots:
               "no-target lcf=", [](AnalysisInput &i) { i.references[0].spectrum.setDE(300); },
               "Wmf Ref 1: the post-edge range holds 0 points (data 6700-7000 eV)|Em Energy 2: 7060 eV"},
              {"an unused energy does not matter", "", [](AnalysisInput &i) { i.points[7].energy = 826; }, ""},
+             {"just beyond it", "", [](AnalysisInput &i) { i.points[0].energy = 6999.99999; },
+              "Emt Energy 1: 6999.99999 eV is outside of Ref 1 (7000-7300 eV)"},
+             {"just beyond it, continued", "linear", [](AnalysisInput &i) { i.points[0].energy = 6999.96; }, ""},
+             {"too far beyond it", "linear", [](AnalysisInput &i) { i.points[0].energy = 6999.94; }, "Emt Energy 1: 6"},
              {"no absorption", "no-target lcf=",
               [](AnalysisInput &i) {
                   i.points[1].energy = 7300.5;

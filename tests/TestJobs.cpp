@@ -49,7 +49,7 @@ private slots:
               "references[0].valence is given twice"},
              {"no number in JSON", "'dE': 0}, => 'dE': 1.},", "references[0].dE: 1. is no number in JSON"},
              {"control character", "target.dat => target\\u0007.dat", "target.file holds a control character"},
-             {"not UTF-16", "four-points.dat => \\ud800.dat", "output.result holds half of a character"},
+             {"not UTF-16", "four-points.dat => \\ud800.dat", "output.result is no Unicode"},
              {"empty name", "'four-points.dat' => ''", "output.result must not be empty"},
              {"nothing to calculate", "'use': true, 'vPoint' => 'use': false, 'vPoint'", "no map that could be"}},
             [this](const char *edit, const char *message) {

@@ -41,28 +41,28 @@ Job readContents(const QJsonObject &root, const QDir &directory, QStringList *er
     readList(&reader, "references", Job::maxReferences, errors, [&job, &directory](JobReader *entry) {
         entry->allowOnly({"file", "use", "valence", "dE"});
         entry->require({"valence"});
-        job.references.append({inDirectory(directory, entry->text("file")), entry->truth("use", true),
+        job.references.append({inDirectory(directory, entry->path("file")), entry->truth("use", true),
                                entry->number("valence"), entry->number("dE")});
     });
     readList(&reader, "energies", Job::maxEnergies, errors, [&job, &directory](JobReader *entry) {
         entry->allowOnly({"energy", "map", "use", "vPoint", "lcf"});
         entry->require({"energy"});
-        job.energies.append({entry->number("energy"), inDirectory(directory, entry->text("map")),
+        job.energies.append({entry->number("energy"), inDirectory(directory, entry->path("map")),
                              entry->truth("use", true), entry->truth("vPoint", false), entry->truth("lcf", false)});
     });
     if (reader.has("target")) {
         JobReader target(reader.object("target"), "target", errors);
         target.allowOnly({"file", "dE"});
         target.require({"file"});
-        job.target = {inDirectory(directory, target.text("file")), target.number("dE")};
+        job.target = {inDirectory(directory, target.path("file")), target.number("dE")};
     }
     job.settings = reader.object("settings");
     job.lenient = reader.truth("lenient", false);
     JobReader output(reader.object("output"), "output", errors);
     output.allowOnly({"result", "pictures", "report"});
-    job.resultFile = inDirectory(directory, output.text("result"));
-    job.pictures = inDirectory(directory, output.text("pictures"));
-    job.report = inDirectory(directory, output.text("report"));
+    job.resultFile = inDirectory(directory, output.path("result"));
+    job.pictures = inDirectory(directory, output.path("pictures"));
+    job.report = inDirectory(directory, output.path("report"));
     return job;
 }
 

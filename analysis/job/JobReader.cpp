@@ -69,11 +69,16 @@ QJsonValue JobReader::typed(const QString &key, QJsonValue::Type type, const cha
     return value;
 }
 
-QString JobReader::text(const QString &key)
+QString JobReader::path(const QString &key)
 {
     const QJsonValue value = typed(key, QJsonValue::String, "a text");
+    const QString text = value.toString();
+    const bool hasControls = std::any_of(text.begin(), text.end(),
+                                         [](QChar character) { return character.category() == QChar::Other_Control; });
     check(value != QJsonValue(QString()), nameOf(key) + QLatin1String(" must not be empty"));
-    return value.toString();
+    const bool isPath = check(!hasControls, nameOf(key) + QLatin1String(" holds a control character")) &&
+                        check(QString::fromUtf8(text.toUtf8()) == text, nameOf(key) + QLatin1String(" is no Unicode"));
+    return isPath ? text : QString();
 }
 
 double JobReader::number(const QString &key)

@@ -13,7 +13,7 @@ public:
     JobReader(const QJsonObject &object, const QString &where, QStringList *errors);
 
     bool has(const QString &key) const { return m_object.contains(key); }
-    QString text(const QString &key); ///< not empty where the key is given
+    QString path(const QString &key); ///< of a file: not empty where the key is given
     double number(const QString &key);
     bool truth(const QString &key, bool absent);
     QJsonObject object(const QString &key);

@@ -33,7 +33,7 @@ private:
     void object(const QString &name);
     void list(const QString &name);
     void number(const QString &name);
-    QString text(const QString &name);
+    QString text();
 
     void skipBlanks() { m_next += std::strspn(m_next, " \t\r\n"); }
     /// Whether `character` comes next; it is passed then.
@@ -58,7 +58,7 @@ void Scan::value(const QString &name)
     else if (*m_next == '[')
         list(name);
     else if (*m_next == '"')
-        text(name);
+        text();
     else
         number(name);
 }
@@ -69,7 +69,7 @@ void Scan::object(const QString &name)
     ++m_next; // the brace
     skipBlanks();
     while (*m_next == '"') {
-        const QString key = text(name);
+        const QString key = text();
         const QString keyName = keyWithin(name, key);
         if (known.contains(key) && !told.contains(key)) {
             m_found << keyName + QLatin1String(" is given twice");
@@ -105,7 +105,7 @@ void Scan::number(const QString &name)
 }
 
 /// The next text, with its escapes resolved.
-QString Scan::text(const QString &name)
+QString Scan::text()
 {
     const char *const start = m_next;
     for (++m_next; *m_next != '\0' && *m_next != '"'; ++m_next) {
@@ -115,15 +115,7 @@ QString Scan::text(const QString &name)
     if (*m_next == '"')
         ++m_next;
     const QByteArray token(start, static_cast<int>(m_next - start));
-    const QString text = QJsonDocument::fromJson('[' + token + ']').array().at(0).toString();
-    const bool hasControls = std::any_of(text.begin(), text.end(),
-                                         [](QChar character) { return character.category() == QChar::Other_Control; });
-    const QString place = name.isEmpty() ? QStringLiteral("a key") : name;
-    if (hasControls)
-        m_found << QStringLiteral("%1 holds a control character").arg(place);
-    if (QString::fromUtf8(text.toUtf8()) != text)
-        m_found << QStringLiteral("%1 holds half of a character").arg(place);
-    return text;
+    return QJsonDocument::fromJson('[' + token + ']').array().at(0).toString();
 }
 
 } // namespace

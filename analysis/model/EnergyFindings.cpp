@@ -14,8 +14,7 @@ namespace
 using Place = Finding::Place;
 using Severity = Finding::Severity;
 
-constexpr double sameEnergy = 0.05 + 1e-6; // eV, and what subtracting two of them loses
-constexpr double lowestEnergy = 100;       // eV
+constexpr double lowestEnergy = 100; // eV
 
 QString translated(const char *text)
 {

@@ -26,12 +26,22 @@ QString translated(const char *text)
     return QCoreApplication::translate("FourPs", text);
 }
 
-/// "8145-9145 eV": the energies of a spectrum, shifted, in whole eV.
-QString scanOf(const AMutE &spectrum)
+enum class Digits { WholeEv, All };
+
+/// An energy in eV. One that no spectrum has, because its angles could not be read, gets few digits.
+QString energyText(double energy, Digits digits)
+{
+    if (!(std::abs(energy) < 1e7))
+        return QString::number(energy, 'g', 3);
+    return digits == Digits::All ? QString::number(energy, 'g', 12) : QString::number(energy, 'f', 0);
+}
+
+/// "8145-9145 eV": the energies of a spectrum, shifted.
+QString scanOf(const AMutE &spectrum, Digits digits = Digits::WholeEv)
 {
     return QStringLiteral("%1-%2 eV")
-        .arg(spectrum.energyMin() - spectrum.dE(), 0, 'f', 0)
-        .arg(spectrum.energyMax() - spectrum.dE(), 0, 'f', 0);
+        .arg(energyText(spectrum.energyMin() - spectrum.dE(), digits),
+             energyText(spectrum.energyMax() - spectrum.dE(), digits));
 }
 
 /// Looks at one spectrum that takes part.
@@ -77,22 +87,33 @@ public:
     /// The calculations take the value of the spectrum at the energies in use.
     void energy(const AnalysisInput &input, int point) const
     {
-        double value = 0.0;
         const double energy = input.points[point].energy;
-        const bool isInside = m_spectrum.valueMinusLine(energy, false, &value);
-        if (isInside && std::isfinite(m_spectrum.muAt(energy)))
+        const bool isReached = reaches(energy, input.conditions.isNonEquivalent);
+        if (isReached && std::isfinite(m_spectrum.muAt(energy)))
             return;
         Calculations concerns = m_concerns & (Finding::Map | Finding::Target);
         concerns.setFlag(Finding::Map, concerns.testFlag(Finding::Map) && input.points[point].map);
         const QString text =
-            isInside ? translated(QT_TRANSLATE_NOOP("FourPs", "Energy %1: at %2 eV %3 has no finite value (%4)"))
-                     : translated(QT_TRANSLATE_NOOP("FourPs", "Energy %1: %2 eV is outside of %3 (%4)"));
+            isReached ? translated(QT_TRANSLATE_NOOP("FourPs", "Energy %1: at %2 eV %3 has no finite value (%4)"))
+                      : translated(QT_TRANSLATE_NOOP("FourPs", "Energy %1: %2 eV is outside of %3 (%4)"));
+        const bool isNear = reaches(energy - 1, false) || reaches(energy + 1, false); // whole eV would look the same
         m_found->append({Severity::Error, Place::Point, point,
-                         text.arg(QString::number(point + 1), QString::number(energy), m_name, scanOf(m_spectrum)),
+                         text.arg(QString::number(point + 1), energyText(energy, Digits::All), m_name,
+                                  scanOf(m_spectrum, isNear ? Digits::All : Digits::WholeEv)),
                          concerns});
     }
 
 private:
+    /// Beyond the scan the four-points method counts with 0. The other one continues the last segment, which makes no
+    /// difference over less than what tells two energies apart.
+    bool reaches(double energy, bool isContinued) const
+    {
+        double value = 0.0;
+        const auto isInside = [this, &value](double at) {
+            return m_spectrum.valueMinusLine(at, false, &value);
+        };
+        return isInside(energy) || (isContinued && (isInside(energy - sameEnergy) || isInside(energy + sameEnergy)));
+    }
     void range(const QString &text, int points) const
     {
         if (points < fewestPoints)
