@@ -154,6 +154,8 @@ QByteArray runReport(const AnalysisInput &input, const Analysis &analysis, const
                                                {"calculate", times.calculate},
                                                {"write", times.write},
                                                {"pictures", times.pictures}}}};
+    if (job.lenient)
+        report.insert("lenient", true);
     report.insert("references", referencesReport(input, analysis));
     if (input.target.spectrum.valid())
         report.insert("target", targetReport(input.target, analysis));
