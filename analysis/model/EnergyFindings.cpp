@@ -35,7 +35,7 @@ void findVPoints(const AnalysisInput &input, QVector<Finding> *found)
         concerns.setFlag(Finding::Target, isFourPoints && input.target.spectrum.valid());
         const QString text = translated(QT_TRANSLATE_NOOP("FourPs", "Energies %1 and %2 are both marked as V Point"));
         found->append({isFourPoints ? Severity::Error : Severity::Warning, Place::Point, row,
-                       text.arg(row + 1).arg(used.vPoint + 1), concerns});
+                       text.arg(row + 1).arg(used.vPoint + 1), concerns, Finding::Control::Energy});
     }
 }
 
@@ -52,7 +52,7 @@ void findSameEnergies(const AnalysisInput &input, QVector<Finding> *found)
         const QString text = translated(QT_TRANSLATE_NOOP("FourPs", "Energy %1: %2 eV is nearly that of energy %3"));
         found->append({Severity::Warning, Place::Point, *row,
                        text.arg(QString::number(*row + 1), QString::number(energy, 'g', 8), QString::number(*same + 1)),
-                       Finding::Map | Finding::Target});
+                       Finding::Map | Finding::Target, Finding::Control::Energy});
     }
 }
 
@@ -85,7 +85,7 @@ void findKev(const AnalysisInput &input, QVector<Finding> *found)
     if (near.holdKev(edge))
         found->append({Severity::Warning, Place::Edge, 0,
                        translated(QT_TRANSLATE_NOOP("FourPs", "Edge: %1 eV looks like keV")).arg(edge),
-                       Finding::Map | Finding::Target | Finding::Fit});
+                       Finding::Map | Finding::Target | Finding::Fit, Finding::Control::Energy});
     if (near.max < near.min)
         near = {edge, edge};
     for (int row = 0; row < input.points.size(); ++row) {
@@ -95,7 +95,7 @@ void findKev(const AnalysisInput &input, QVector<Finding> *found)
                            translated(QT_TRANSLATE_NOOP("FourPs", "Energy %1: %2 eV looks like keV"))
                                .arg(row + 1)
                                .arg(point.energy),
-                           Finding::Map | Finding::Target | Finding::Fit});
+                           Finding::Map | Finding::Target | Finding::Fit, Finding::Control::Energy});
     }
 }
 

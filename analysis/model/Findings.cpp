@@ -16,6 +16,7 @@ namespace
 {
 
 using Calculations = Finding::Calculations;
+using Control = Finding::Control;
 using Place = Finding::Place;
 using Severity = Finding::Severity;
 
@@ -80,8 +81,10 @@ public:
             before += m_spectrum.shiftedEnergy(i) < m_spectrum.preEdgeEnd() ? 1 : 0;
             behind += m_spectrum.shiftedEnergy(i) > m_spectrum.postEdgeStart() ? 1 : 0;
         }
-        range(translated(QT_TRANSLATE_NOOP("FourPs", "%1: the pre-edge range holds %2 points (data %3)")), before);
-        range(translated(QT_TRANSLATE_NOOP("FourPs", "%1: the post-edge range holds %2 points (data %3)")), behind);
+        range(translated(QT_TRANSLATE_NOOP("FourPs", "%1: the pre-edge range holds %2 points (data %3)")), before,
+              Control::PreEdgeEnd);
+        range(translated(QT_TRANSLATE_NOOP("FourPs", "%1: the post-edge range holds %2 points (data %3)")), behind,
+              Control::PostEdgeStart);
     }
 
     /// The calculations take the value of the spectrum at the energies in use.
@@ -100,7 +103,7 @@ public:
         m_found->append({Severity::Error, Place::Point, point,
                          text.arg(QString::number(point + 1), energyText(energy, Digits::All), m_name,
                                   scanOf(m_spectrum, isNear ? Digits::All : Digits::WholeEv)),
-                         concerns});
+                         concerns, Control::Energy});
     }
 
 private:
@@ -114,12 +117,15 @@ private:
         };
         return isInside(energy) || (isContinued && (isInside(energy - sameEnergy) || isInside(energy + sameEnergy)));
     }
-    void range(const QString &text, int points) const
+    void range(const QString &text, int points, Control end) const
     {
         if (points < fewestPoints)
-            warn(text.arg(m_name, QString::number(points), scanOf(m_spectrum)));
+            warn(text.arg(m_name, QString::number(points), scanOf(m_spectrum)), end);
     }
-    void warn(const QString &text) const { m_found->append({Severity::Warning, m_place, m_row, text, m_concerns}); }
+    void warn(const QString &text, Control control = Control::File) const
+    {
+        m_found->append({Severity::Warning, m_place, m_row, text, m_concerns, control});
+    }
 
     const AMutE &m_spectrum;
     Place m_place;
@@ -161,7 +167,7 @@ void findInReferences(const AnalysisInput &input, QVector<Finding> *found)
             found->append(
                 {Severity::Warning, Place::Reference, row,
                  translated(QT_TRANSLATE_NOOP("FourPs", "%1: the valence is no number and counts as 0")).arg(name),
-                 concerns});
+                 concerns, Control::Valence});
         if (!reference.takesPart())
             continue;
         findInSpectrum(input, reference.spectrum, Place::Reference, row, concerns, found);

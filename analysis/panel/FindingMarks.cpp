@@ -23,6 +23,8 @@ QWidget *FindingMarks::controlOf(const Finding &finding) const
         return ui.PreEEndDE;
     if (finding.control == Control::PostEdgeStart)
         return ui.PostEStartDE;
+    if (finding.place == Place::Edge)
+        return ui.EdgeE;
     if (finding.place == Place::Target)
         return m_inputs.target()->pathEdit();
     if (finding.place == Place::Reference)
