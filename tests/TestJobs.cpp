@@ -26,6 +26,7 @@ private slots:
              {"misspelt output", "'result' => 'results'", "output.results is no known key; did you mean 'result'?"},
              {"misspelt setting", "'EdgeE' => 'EdgeeE'", "settings.EdgeeE is no known key; did you mean 'EdgeE'?"},
              {"exchanged letters", "'map' => 'mpa'", "energies[0].mpa is no known key; did you mean 'map'?"},
+             {"a key of two lines", "'EdgeE' => 'Edge\\nE'", "settings.Edge\uFFFDE is no known key"},
              {"a button is no setting", "'EdgeE' => 'WriteB'", "settings.WriteB is no known key"},
              {"a read-only field is no setting", "'EdgeE' => 'LCFRes'", "settings.LCFRes is no known key"},
              {"number as text", "'valence': 2 => 'valence': '2'", "references[0].valence must be a number"},

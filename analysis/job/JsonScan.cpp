@@ -127,7 +127,12 @@ QStringList doubtfulJson(const QByteArray &text)
 
 QString keyWithin(const QString &object, const QString &key)
 {
-    return object.isEmpty() ? key : object + QLatin1Char('.') + key;
+    QString name = object.isEmpty() ? key : object + QLatin1Char('.') + key;
+    for (QChar &character : name) {
+        if (!character.isPrint())
+            character = QChar::ReplacementCharacter;
+    }
+    return name;
 }
 
 QString entryOf(const QString &list, int index)

@@ -9,5 +9,6 @@
 QStringList doubtfulJson(const QByteArray &text);
 
 /// The name of a key, or of an entry of a list, in messages: "references", "references[0]", "references[0].file".
+/// What cannot be printed is replaced, so that a message stays one line.
 QString keyWithin(const QString &object, const QString &key);
 QString entryOf(const QString &list, int index);

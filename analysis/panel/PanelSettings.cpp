@@ -1,6 +1,7 @@
 #include "analysis/panel/PanelSettings.h"
 
 #include "analysis/job/JobReader.h"
+#include "analysis/job/JsonScan.h"
 #include "controls/Field.h"
 
 #include <QAbstractButton>
@@ -38,7 +39,7 @@ QJsonValue fieldValue(const QLineEdit *field)
 
 QString settingName(const QString &key)
 {
-    return QLatin1String("settings.") + key;
+    return keyWithin(QStringLiteral("settings"), key);
 }
 
 } // namespace
