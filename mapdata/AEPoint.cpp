@@ -183,15 +183,15 @@ void AEPoint::inNewEnergy()
 
 void AEPoint::dragEnterEvent(QDragEnterEvent *event)
 {
-    if (!AFileSelect::droppedPath(*event->mimeData()).isEmpty())
+    if (!AFileSelect::droppedFile(*event->mimeData()).isEmpty())
         event->acceptProposedAction();
 }
 
 void AEPoint::dropEvent(QDropEvent *event)
 {
-    const QString path = AFileSelect::droppedPath(*event->mimeData());
+    const QString path = AFileSelect::droppedFile(*event->mimeData());
     if (path.isEmpty())
         return;
     event->acceptProposedAction();
-    ui.FileSelect->choose(path);
+    ui.FileSelect->chooseByHand(path);
 }

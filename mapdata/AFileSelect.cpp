@@ -15,6 +15,7 @@
 #include <QMimeData>
 #include <QPalette>
 #include <QPushButton>
+#include <QScopedValueRollback>
 #include <QUrl>
 
 #include <utility>
@@ -48,6 +49,13 @@ protected:
 private:
     Check m_check;
 };
+
+/// Empty when it is no local file.
+QString localPath(const QUrl &url)
+{
+    const QString path = url.toLocalFile();
+    return QFileInfo::exists(path) ? path : path.simplified(); // some programs add white space around a path
+}
 
 } // namespace
 
@@ -258,6 +266,12 @@ void AFileSelect::choose(const QString &path)
     emit selectedFile();
 }
 
+void AFileSelect::chooseByHand(const QString &path)
+{
+    const QScopedValueRollback<bool> byHand(m_isChosenByHand, true);
+    choose(path);
+}
+
 void AFileSelect::setDir(const QString &dir)
 {
     if (dir == m_dir)
@@ -275,6 +289,7 @@ void AFileSelect::showDE(bool f)
 /// A file chosen in the dialog, which also reports it as a list of one to newFiles().
 void AFileSelect::receiveDialogFile(const QString &path)
 {
+    const QScopedValueRollback<bool> byHand(m_isChosenByHand, true);
     if (m_mode == Write)
         choose(path);
     else if (!m_multiple)
@@ -289,13 +304,24 @@ void AFileSelect::rememberDirOf(const QString &path)
         setDir(dir);
 }
 
+QStringList AFileSelect::droppedPaths(const QMimeData &data)
+{
+    QStringList paths;
+    for (const QUrl &url : data.urls())
+        paths << localPath(url);
+    paths.removeAll(QString());
+    return paths;
+}
+
 QString AFileSelect::droppedPath(const QMimeData &data)
 {
-    const QList<QUrl> urls = data.urls();
-    if (urls.isEmpty() || !urls.first().isLocalFile())
-        return QString();
-    const QString path = urls.first().toLocalFile();
-    return QFileInfo::exists(path) ? path : path.simplified(); // some programs add white space around a path
+    return localPath(data.urls().value(0));
+}
+
+QString AFileSelect::droppedFile(const QMimeData &data)
+{
+    const QString path = droppedPath(data);
+    return data.urls().size() == 1 && !QFileInfo(path).isDir() ? path : QString();
 }
 
 void AFileSelect::dragEnterEvent(QDragEnterEvent *event)
@@ -310,5 +336,5 @@ void AFileSelect::dropEvent(QDropEvent *event)
     if (path.isEmpty())
         return;
     event->acceptProposedAction();
-    choose(path);
+    chooseByHand(path);
 }

@@ -33,6 +33,10 @@ public:
     /// Acts as if the user had chosen the file: shows its name, which gets the default suffix in write mode, and
     /// announces it. A row that loads what is chosen loads it.
     void choose(const QString &path);
+    /// The same for a choice of the user's own, in the dialog or by a drop: isChosenByHand() holds while it is
+    /// announced.
+    void chooseByHand(const QString &path);
+    bool isChosenByHand() const { return m_isChosenByHand; }
     /// Asks whether the existing file `path` may be replaced. Set by whoever wants no message box.
     using Question = std::function<bool(const QString &path)>;
     void setOverwriteQuestion(const Question &question) { m_mayReplace = question; }
@@ -68,8 +72,13 @@ public:
     /// and closing one writes to the user's settings.
     QFileDialog *dialog();
 
-    /// The path of the first dropped URL, percent signs decoded; empty when that is no local file.
+    /// The paths of the dropped URLs, percent signs decoded; without those that are no local files.
+    static QStringList droppedPaths(const QMimeData &data);
+    /// That of the first URL; empty when it is no local file.
     static QString droppedPath(const QMimeData &data);
+    /// The path of a drop of one thing that is no folder; empty for any other drop. A row takes no more than this for
+    /// its selector and leaves the rest to what it stands in.
+    static QString droppedFile(const QMimeData &data);
 
 signals:
     void newDir(const QString &dir);
@@ -103,6 +112,7 @@ private:
     int m_mode = Read;
     bool m_multiple = false;
     bool m_keepsInfo = false;
+    bool m_isChosenByHand = false;
     QString m_dialogTitle;
     QString m_dir;
     QString m_fileName;

@@ -85,15 +85,15 @@ void ARefFile::clearResults()
 
 void ARefFile::dragEnterEvent(QDragEnterEvent *event)
 {
-    if (!AFileSelect::droppedPath(*event->mimeData()).isEmpty())
+    if (!AFileSelect::droppedFile(*event->mimeData()).isEmpty())
         event->acceptProposedAction();
 }
 
 void ARefFile::dropEvent(QDropEvent *event)
 {
-    const QString path = AFileSelect::droppedPath(*event->mimeData());
+    const QString path = AFileSelect::droppedFile(*event->mimeData());
     if (path.isEmpty())
         return;
     event->acceptProposedAction();
-    ui.XafsFS->choose(path);
+    ui.XafsFS->chooseByHand(path);
 }

@@ -101,15 +101,22 @@ void AXafsFileSelect::reportLoad(const QString &path)
 {
     const QFileInfo info(path);
     if (m_lastReadSucceeded) {
-        setExInfo(tr("%1 points, %2-%3 eV")
-                      .arg(m_spectrum.pointCount())
-                      .arg(m_spectrum.energyMin(), 0, 'f', 0)
-                      .arg(m_spectrum.energyMax(), 0, 'f', 0));
+        showWhatWasFound();
     } else if (info.isFile() && info.isReadable()) {
         setExInfo(tr("%1 is not a spectrum").arg(info.fileName()), true);
     } else {
         setExInfo(tr("Cannot read %1").arg(info.fileName()), true);
     }
+}
+
+/// The energies as they are used, less the shift.
+void AXafsFileSelect::showWhatWasFound()
+{
+    setExInfo(tr("%1 points, %2-%3 eV, E0 %4")
+                  .arg(m_spectrum.pointCount())
+                  .arg(m_spectrum.energyMin() - m_spectrum.dE(), 0, 'f', 0)
+                  .arg(m_spectrum.energyMax() - m_spectrum.dE(), 0, 'f', 0)
+                  .arg(m_spectrum.findEdge(), 0, 'f', 1));
 }
 
 void AXafsFileSelect::setNewDE()
@@ -120,6 +127,8 @@ void AXafsFileSelect::setNewDE()
     if (!m_spectrum.valid())
         return;
     qDebug() << "bb";
+    if (m_lastReadSucceeded)
+        showWhatWasFound();
     repaintDisplay();
     if (m_spectrum.dE() != before)
         emit updated();

@@ -57,6 +57,7 @@ private:
     void forget();
     void releaseMarkers();
     void reportLoad(const QString &path);
+    void showWhatWasFound();
     void drawTitles(QStylePainter *p);
 
     AMutE m_spectrum;

@@ -19,11 +19,11 @@ inline bool write(const QString &path, const QByteArray &bytes)
     return tables::writeBytes(path, bytes);
 }
 
-/// Drags the URL over a widget and drops it there; whether it was taken.
-inline bool drop(QWidget *onto, const QUrl &url)
+/// Drags URLs over a widget and drops them there; whether they were taken.
+inline bool drop(QWidget *onto, const QList<QUrl> &urls)
 {
     QMimeData data;
-    data.setUrls({url});
+    data.setUrls(urls);
     const QPoint middle = onto->rect().center();
     QDragEnterEvent enter(middle, Qt::CopyAction, &data, Qt::LeftButton, Qt::NoModifier);
     QApplication::sendEvent(onto, &enter);
@@ -31,6 +31,11 @@ inline bool drop(QWidget *onto, const QUrl &url)
     event.ignore();
     QApplication::sendEvent(onto, &event);
     return enter.isAccepted() && event.isAccepted();
+}
+
+inline bool drop(QWidget *onto, const QUrl &url)
+{
+    return drop(onto, QList<QUrl>{url});
 }
 
 inline QLineEdit *field(QWidget *row, const char *name)

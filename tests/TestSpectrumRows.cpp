@@ -162,10 +162,10 @@ private slots:
         QVERIFY(!select.lastReadSucceeded());
         forRows<const char *, const char *, bool, bool, bool>(
             {{"nothing yet", "missing.dat", "Cannot read missing.dat", false, false, false},
-             {"a spectrum", "step.dat", "21 points, 7000-7200 eV", true, true, true},
+             {"a spectrum", "step.dat", "21 points, 7000-7200 eV, E0 7105.0", true, true, true},
              {"its edge is announced once more", "missing.dat", "Cannot read missing.dat", false, true, true},
              {"the spectrum goes", "none.dat", "none.dat is not a spectrum", false, false, false},
-             {"a spectrum again", "step.dat", "21 points, 7000-7200 eV", true, true, true}},
+             {"a spectrum again", "step.dat", "21 points, 7000-7200 eV, E0 7105.0", true, true, true}},
             [&](const char *file, const char *info, bool isRead, bool isValid, bool isAnnounced) {
                 announced.clear();
                 select.choose(path(file));
