@@ -174,6 +174,26 @@ private slots:
             });
     }
 
+    /// Energies: 7000, 7060, 7112, 7119, 7124, 7135, 7400 and 7900 eV.
+    void proposedV()
+    {
+        forRows<const char *, double, int>({{"nearest", "v=", 7130, 6},
+                                            {"nearest without a map", "v= rows=12345/125", 7122, 5},
+                                            {"as near: the first", "v= rows=45", 7121.5, 4},
+                                            {"not in use", "v= rows=12", 7122, 2},
+                                            {"has one", "v=8", 7122, 0},
+                                            {"no edge", "v=", 0, 0},
+                                            {"no map", "v= rows=123/", 7122, 0}},
+                                           [this](const char *situation, double edge, int row) {
+                                               AnalysisInput input = m_sample.input(situation);
+                                               input.conditions.edge.edge = edge;
+                                               QCOMPARE(proposedVPoint(input) + 1, row);
+                                           });
+        AnalysisInput input = m_sample.input("v= rows=1");
+        input.points[0].energy = 0; // the file named none
+        QCOMPARE(proposedVPoint(input), -1);
+    }
+
     /// References and the rows marked for the fit, which need not be in use.
     void fitChecks()
     {

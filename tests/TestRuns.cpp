@@ -223,6 +223,7 @@ private slots:
             {{"reference", [](AnalysisInput *in, const QString &path) { in->references[1].file = path; }, true},
              {"target", [](AnalysisInput *in, const QString &path) { in->target.file = path; }, true},
              {"map", [](AnalysisInput *in, const QString &path) { in->points[2].mapFile.path = path; }, true},
+             {"only displayed", [](AnalysisInput *in, const QString &path) { in->displayFiles << path; }, true},
              {"chosen, not loaded",
               [](AnalysisInput *in, const QString &path) {
                   in->target = {path, AMutE()};

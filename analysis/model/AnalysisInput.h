@@ -6,6 +6,7 @@
 #include "spectrum/AMutE.h"
 
 #include <QString>
+#include <QStringList>
 #include <QVector>
 
 #include <array>
@@ -55,5 +56,6 @@ struct AnalysisInput {
     QVector<ReferenceInput> references;
     QVector<PointInput> points;
     TargetInput target;
+    QStringList displayFiles; ///< paths of the spectra that are only displayed
     Conditions conditions;
 };

@@ -22,6 +22,7 @@ bool isInputFile(const QString &path, const AnalysisInput &input)
         return point.map && isWanted(point.mapFile.path);
     };
     return std::any_of(input.references.begin(), input.references.end(), isReference) ||
+           std::any_of(input.displayFiles.begin(), input.displayFiles.end(), isWanted) ||
            std::any_of(input.points.begin(), input.points.end(), isMap) ||
            (input.target.spectrum.pointCount() > 0 && isWanted(input.target.file));
 }

@@ -3,6 +3,9 @@
 #include "analysis/model/AnalysisInput.h"
 #include "analysis/model/TakingPart.h"
 
+#include <algorithm>
+#include <cmath>
+
 UsedPoints usedPoints(const AnalysisInput &input, bool withMap)
 {
     UsedPoints used;
@@ -17,6 +20,24 @@ UsedPoints usedPoints(const AnalysisInput &input, bool withMap)
             used.anchors.append(row);
     }
     return used;
+}
+
+int proposedVPoint(const AnalysisInput &input)
+{
+    const double edge = input.conditions.edge.edge;
+    const bool hasVPoint =
+        std::any_of(input.points.begin(), input.points.end(), [](const PointInput &point) { return point.isVPoint; });
+    int nearest = -1;
+    if (hasVPoint || !(edge > 0))
+        return nearest;
+    const auto distance = [&](int row) {
+        return std::fabs(input.points[row].energy - edge);
+    };
+    for (const int row : usedPoints(input, true).all) {
+        if (input.points[row].energy > 0 && (nearest < 0 || distance(row) < distance(nearest)))
+            nearest = row;
+    }
+    return nearest;
 }
 
 std::optional<ThreePoints> threePoints(const AnalysisInput &input)

@@ -21,6 +21,10 @@ struct UsedPoints {
 /// The points in use; `withMap`: only those that have a map.
 UsedPoints usedPoints(const AnalysisInput &input, bool withMap);
 
+/// The row to be proposed as V point: of those in use, with a map and an energy, the one nearest to the edge, the first
+/// of several as near. -1 without such a row or without an edge above 0 eV, and when any row has the V mark already.
+int proposedVPoint(const AnalysisInput &input);
+
 /// The first two anchor points P and Q and the V point R, each with a map, and the first two valid references there:
 /// what the scatter of the steps P to R against P to Q shows.
 struct ThreePoints {
