@@ -19,6 +19,9 @@ public:
 protected:
     /// Closing the window ends the program, whatever other windows are open.
     void closeEvent(QCloseEvent *event) override;
+    /// What is dropped beside the panel is for it as well.
+    void dragEnterEvent(QDragEnterEvent *event) override;
+    void dropEvent(QDropEvent *event) override;
 
 private:
     Ui_Body ui;

@@ -14,7 +14,7 @@
 namespace
 {
 
-/// Where the last picture went: the next dialog opens there, whichever display asks.
+/// Where the next dialog opens, whichever display asks: where the last picture went, unless set since.
 QString &pictureDirectory()
 {
     static QString directory;
@@ -58,6 +58,11 @@ HeaderMenu::HeaderMenu(QWidget *header, std::function<DisplayPicture()> picture,
     header->setContextMenuPolicy(Qt::CustomContextMenu);
     connect(header, &QWidget::customContextMenuRequested, this,
             [this](const QPoint &position) { menu->popup(m_header->mapToGlobal(position)); });
+}
+
+void HeaderMenu::setDirectory(const QString &directory)
+{
+    pictureDirectory() = directory;
 }
 
 void HeaderMenu::setValues(std::function<QString()> values)

@@ -31,6 +31,9 @@ public:
     /// One more action, before "How to...".
     QAction *add(const QString &text);
 
+    /// Where the dialogs of all displays open next.
+    static void setDirectory(const QString &directory);
+
     QMenu *const menu; ///< goes with the header
 
     /// What a picture file is named, without suffix; an empty function or answer: after the title.

@@ -30,8 +30,8 @@ public:
         for (int i = 1; i <= sample::referenceCount; ++i)
             type(QString("Ref%1File/Valence").arg(i), QString::number(sample::valences[i - 1]));
         const bool isFourPoints = QLatin1String(method) == QLatin1String("TypeFourPs");
-        tick("3", "VPointCB");
-        tick(isFourPoints ? "123678" : "12345678", "UseCB");
+        if (isFourPoints) // all are used, the third, nearest to the edge, as V point
+            tick("45", "UseCB");
         useReferences(isFourPoints ? "12" : "123");
         click(method);
         panel.calcBoth();

@@ -75,10 +75,11 @@ public:
     void type(const QString &path, const QString &text) { rowtools::type(field(path), text); }
     void typeEnergy(int number, const QString &text) { rowtools::type(row(number)->energyEdit(), text); }
     void load(QWidget *onto, const QString &path) { QVERIFY(rowtools::drop(onto, QUrl::fromLocalFile(path))); }
+    /// References that are used are still those that were: they come as from a job.
     void load(const SampleFiles &files, const QString &references, bool withTarget = false, const QString &maps = {})
     {
         for (const QChar number : references)
-            load(reference(number.digitValue()), files.reference(number.digitValue()));
+            reference(number.digitValue())->selector()->choose(files.reference(number.digitValue()));
         if (withTarget)
             load(target(), files.target());
         for (const QChar number : maps)

@@ -306,6 +306,30 @@ private slots:
         QCOMPARE(dirs(), QSet<QString>{m_files.dir() + "/other"});
     }
 
+    /// What stands in a field counts for a key as it would for a click.
+    void keys()
+    {
+        User user;
+        user.load(m_files, "1");
+        user.panel.show();
+        user.panel.activateWindow();
+        QVERIFY(QTest::qWaitForWindowActive(&user.panel));
+        user.field("EdgeE")->setFocus();
+        user.field("EdgeE")->selectAll();
+        QTest::keyClicks(user.field("EdgeE"), "8341");
+        user.takeMessages();
+        QTest::keyClick(user.field("EdgeE"), Qt::Key_Return, Qt::ControlModifier);
+        QCOMPARE(user.failedMapRuns(), 2); // for the edge, too
+        QCOMPARE(user.reference(1)->selector()->spectrum().edgeEnergy(), 8341.0);
+        QVERIFY(user.field("EdgeE")->hasFocus());
+        QTest::keyClick(user.field("EdgeE"), Qt::Key_S, Qt::ControlModifier);
+        QCOMPARE(user.takeMessages(), QString("Can't open the file []\n"));
+        auto *const button = user.find<QPushButton>("DispCondsB");
+        button->setFocus();
+        QTest::keyClick(button, Qt::Key_Return);
+        QVERIFY(button->isChecked());
+    }
+
     void windowsFollowTheirButtons()
     {
         User user;

@@ -204,6 +204,8 @@ private slots:
         panel.noticedNewEdge(8340); // is kept
         QCOMPARE(user.failedMapRuns(), 2);
         check({"leave EdgeE", 0});
+        user.type("EdgeE", "0"); // none that a V mark could follow from
+        user.takeMessages();
         const QStringList all = QVector<QString>(9, m_files.map(2)).toList();
         for (const QStringList &maps :
              {QStringList({m_files.map(1), m_files.path("missing.txt"), m_files.map(3)}), all}) {
@@ -366,7 +368,8 @@ private slots:
         user.choose("MapFsSelect", {m_files.map(3), m_files.path("missing.txt"), m_files.map(1)});
         QCOMPARE(energies(), QString("8345.400 - 8260.000 8459.700 - - - -"));
         QCOMPARE(user.row(3)->fileSelect()->fileText(), m_files.map(1));
-        QVERIFY(!user.row(1)->isUsed());
+        QVERIFY(user.row(1)->isUsed() && !user.row(2)->isUsed() && !user.row(4)->isUsed());
+        QVERIFY(user.row(1)->isVPoint() && !user.row(3)->isVPoint()); // 8345.4 eV, the edge is at 8350
         user.load(user.find<AFileSelect>("MapFsSelect"), m_files.map(5));
         user.load(user.find<AFileSelect>("DispFSelect"), m_files.reference(1));
         user.takeMessages();

@@ -74,6 +74,7 @@ FourPs::FourPs(QWidget *parent)
     connectConditions();
     connectResults();
     connectButtons();
+    connectKeys();
     connectFileLists();
     offerTexts();
     connectStaleMark(); // last: what the other slots change is compared then
@@ -132,6 +133,8 @@ void FourPs::placeControls()
     ui.SaveFSelect->keepInfoLine(); // else every write would resize the map
     ui.SaveFSelect->setDefaultSuffix(QStringLiteral("dat"));
     ui.SaveFSelect->showDE(false);
+    for (QLineEdit *const field : findChildren<QLineEdit *>())
+        field->setAcceptDrops(false); // else they take the name of a file as text
     compact::fitButton(ui.ClearMessages);
     const int pages = qMax(ui.Conditions->sizeHint().height(), ui.MorePages->sizeHint().height());
     ui.Conditions->setFixedHeight(pages); // they take turns in one place
@@ -182,10 +185,15 @@ void FourPs::setUpMarkers()
 void FourPs::offerTexts()
 {
     askMapFile = [this] {
-        QFileDialog dialog(this, tr("Save shown map as text..."), ui.SaveFSelect->dir(), QStringLiteral("*.txt"));
+        QFileDialog dialog(this, tr("Save shown map as text..."), QString(), QStringLiteral("*.txt"));
         dialog.setAcceptMode(QFileDialog::AcceptSave);
         dialog.setDefaultSuffix(QStringLiteral("txt"));
-        return dialog.exec() == QDialog::Accepted ? dialog.selectedFiles().value(0) : QString();
+        return fileFrom(&dialog);
+    };
+    askJobFile = [this] {
+        QFileDialog dialog(this, tr("Load conditions: choose a job"), QString(), tr("Jobs (*.json);;All (* *.*)"));
+        dialog.setFileMode(QFileDialog::ExistingFile);
+        return fileFrom(&dialog);
     };
     for (const Displays::DispId id : qAsConst(m_displays->ids)) {
         const DispABase *const display = m_displays->display(id);
@@ -198,6 +206,18 @@ void FourPs::offerTexts()
     offerMapText(ui.ResultMap, [this](char separator) { return m_resultMap.text(separator); });
     offerMapText(m_dataMapDisplay.get(),
                  [this](char separator) { return plottedtext::ofMap(m_dataMap.shown(), separator); });
+}
+
+/// The file that the user chooses in a dialog, which starts in the folder used last.
+QString FourPs::fileFrom(QFileDialog *dialog)
+{
+    dialog->setWindowModality(Qt::WindowModal);
+    if (!ui.SaveFSelect->dir().isEmpty())
+        dialog->setDirectory(ui.SaveFSelect->dir());
+    if (dialog->exec() != QDialog::Accepted)
+        return QString();
+    receiveNewDir(dialog->directory().canonicalPath());
+    return dialog->selectedFiles().value(0);
 }
 
 void FourPs::offerMapText(DispMBase *display, const MapText &text)
@@ -231,8 +251,11 @@ void FourPs::connectSpectra()
     connect(ui.TargetFS, &AXafsFileSelect::updated, this, &FourPs::receiveUpdatedTarget);
     for (AXafsFileSelect *const selector : m_inputs.selectors()) {
         connect(selector, &AXafsFileSelect::foundNewEdge, this, [this, selector](double edge) {
-            if (selector->lastReadSucceeded()) // else it is the edge of the file before
-                noticedNewEdge(edge);
+            if (!selector->lastReadSucceeded()) // it is the edge of the file before
+                return;
+            if (selector->isChosenByHand() && selector != m_inputs.target())
+                useReference(m_inputs.selectors().indexOf(selector));
+            noticedNewEdge(edge);
         });
         connect(selector, &AFileSelect::newFilePath, this, &FourPs::receiveNewFile);
         connect(selector, &AFileSelect::newFilePath, this, &FourPs::repaintDisplays);
@@ -248,6 +271,9 @@ void FourPs::connectReference(int i)
     connect(reference, &ARefFile::changedUse, this, [this, i] { receiveChangedUse(i); });
     connect(reference->valenceEdit(), &QLineEdit::editingFinished, this, &FourPs::repaintDisplays);
     connect(reference->valenceEdit(), &QLineEdit::editingFinished, this, &FourPs::recalculateQuietly);
+    connect(
+        reference->valenceEdit(), &QLineEdit::returnPressed, this, [this, i] { askForNextValence(i); },
+        Qt::QueuedConnection); // the field is done with its own then
     connect(selector, &AXafsFileSelect::updated, this, [this, i] { receiveUpdatedRef(i); });
     connect(selector, &AFileSelect::newFilePath, this, [this, i, selector] {
         if (!selector->valid()) // a file that is no spectrum took its place
@@ -340,6 +366,7 @@ void FourPs::connectButtons()
     connect(ui.CalcWriteB, &QPushButton::clicked, this, &FourPs::calcAndWrite);
     connect(ui.DispCondsB, &QPushButton::toggled, this, &FourPs::dispCalcConditions);
     connect(ui.CopyConditions, &QPushButton::clicked, this, &FourPs::copyConditions);
+    connect(ui.LoadConditions, &QPushButton::clicked, this, &FourPs::chooseConditions);
     connect(ui.ClearMessages, &QPushButton::clicked, ui.Messages, &QTextEdit::clear);
     connect(ui.RemoveAFile, &QPushButton::clicked, this, &FourPs::removeAFile);
 }

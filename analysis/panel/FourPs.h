@@ -25,7 +25,9 @@
 
 class FieldMarkers;
 class HeaderMenu;
+class QFileDialog;
 class QLabel;
+class QPushButton;
 
 /// The analysis panel: it holds every control of the program, hands what is set to the analysis and shows what comes
 /// back. Its slots gather, run and show; no rule stands in it.
@@ -66,8 +68,9 @@ public:
     /// What is changed within a scope of it is calculated once, at its end.
     Recalculation &recalculation() { return m_recalculation; }
 
-    /// Asks for the name of the file that gets a map as text; an empty answer is a change of mind.
+    /// Ask for the name of the file that gets a map as text and for a job file; an empty answer is a change of mind.
     std::function<QString()> askMapFile;
+    std::function<QString()> askJobFile;
     /// Seconds: a map that is expected to take longer is not calculated unless it is asked for.
     double longestQuietMap = 0.3;
 
@@ -104,11 +107,19 @@ public slots:
     void receiveNewEnergy(double e);
     /// The present inputs and settings go to the clipboard as a job for flokluk-batch.
     void copyConditions();
+    /// Asks for a job file; then loadConditions().
+    void chooseConditions();
+    /// Loads a job file. What is wrong goes into the message area; a job with a mistake in itself changes nothing.
+    void loadConditions(const QString &path);
+    /// Takes files and folders that were dropped: maps into the energy rows, spectra into empty references, a single
+    /// job as loadConditions() does. What is none of these is named in the message area.
+    void receiveDroppedFiles(const QStringList &paths);
     /// Every file dialog opens in this directory from now on.
     void receiveNewDir(const QString &dir);
     /// Loads spectra that are only displayed.
     void receiveNewDispFiles(const QStringList &paths);
-    /// Fills the energy rows with map files, from the first row on.
+    /// Fills the energy rows with map files, from the first row on, and uses them; without any V mark, the one nearest
+    /// to the edge gets it.
     void receiveNewPaths(const QStringList &paths);
     /// Takes the chosen spectra out of those that are only displayed.
     void removeAFile();
@@ -137,12 +148,19 @@ public slots:
     /// Later fits get the next colour.
     void newColorLCFvs4PS(MouseC *m);
 
+protected:
+    void dragEnterEvent(QDragEnterEvent *event) override;
+    void dropEvent(QDropEvent *event) override;
+    /// Return presses the button that has the keyboard.
+    void keyPressEvent(QKeyEvent *event) override;
+
 private:
     const Ui_FourPs &setUpForm();
     void placeControls();
     void setUpDisplays();
     void setUpMarkers();
     void offerTexts();
+    QString fileFrom(QFileDialog *dialog);
     using MapText = std::function<QByteArray(char separator)>;
     void offerMapText(DispMBase *display, const MapText &text);
     void tellOfCopies(const HeaderMenu *header, const QLabel *title);
@@ -154,6 +172,8 @@ private:
     void connectResults();
     void connectClicks(DispABase *all);
     void connectButtons();
+    void connectKeys();
+    void press(QPushButton *button);
     void connectFileLists();
     void connectStaleMark();
 
@@ -175,6 +195,10 @@ private:
     void repaintDisplays();
     void repaintGraphs(std::initializer_list<Displays::DispId> ids);
 
+    void takeSpectra(const QStringList &paths);
+    void useReference(int i);
+    void askForValence(int i);
+    void askForNextValence(int i);
     void receiveEditedEdge();
     void receiveChangedUse(int i);
     void receiveUpdatedRef(int i);

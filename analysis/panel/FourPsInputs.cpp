@@ -4,10 +4,9 @@
 #include "controls/Field.h"
 #include "controls/WaitCursor.h"
 #include "display/DispABase.h"
+#include "display/HeaderMenu.h"
 
 #include <QFileInfo>
-
-#include <algorithm>
 
 QStringList FourPs::edgeTexts() const
 {
@@ -126,17 +125,7 @@ void FourPs::receiveNewDir(const QString &dir)
 {
     for (AFileSelect *const selector : findChildren<AFileSelect *>())
         selector->setDir(dir);
-}
-
-void FourPs::receiveNewPaths(const QStringList &paths)
-{
-    const Recalculation::Scope once(m_recalculation);
-    const int rows = m_inputs.points().size();
-    for (int i = 0; i < std::min(paths.size(), rows); ++i)
-        m_inputs.points()[i]->fileSelect()->choose(paths[i]);
-    if (paths.size() > rows)
-        message(tr("%1 map files were chosen; the first %2 were taken.").arg(paths.size()).arg(rows));
-    calcBoth();
+    HeaderMenu::setDirectory(dir);
 }
 
 void FourPs::receiveNewDispFiles(const QStringList &paths)
@@ -149,8 +138,10 @@ void FourPs::receiveNewDispFiles(const QStringList &paths)
             message(tr("%1 is not a spectrum file.").arg(QFileInfo(path).fileName()));
             continue;
         }
-        ui.SelectedFs->addItem(spectrum->fileName());
-        ui.SelectedFs->setCurrentRow(ui.SelectedFs->count() - 1);
+        auto *const item = new QListWidgetItem(spectrum->fileName(), ui.SelectedFs);
+        item->setData(PanelInputs::pathRole, path);
+        item->setToolTip(path);
+        ui.SelectedFs->setCurrentItem(item);
         m_inputs.displaySpectra().push_back(std::move(spectrum));
     }
     repaintGraphs({Displays::Muts});

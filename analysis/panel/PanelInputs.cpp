@@ -78,6 +78,8 @@ AnalysisInput PanelInputs::gather() const
         input.points.append(values);
     }
     input.target = {target()->fileText(), target()->spectrum()};
+    for (int i = 0; i < ui.SelectedFs->count(); ++i)
+        input.displayFiles << ui.SelectedFs->item(i)->data(pathRole).toString();
     input.conditions = conditions();
     return input;
 }

@@ -38,7 +38,8 @@ public:
     const QVector<AXafsFileSelect *> &selectors() const { return m_selectors; }
     AXafsFileSelect *selector(int reference) const { return m_selectors.at(reference); }
     AXafsFileSelect *target() const { return m_selectors.last(); }
-    /// Spectra that are only displayed, parallel to their list on the panel.
+    /// Spectra that are only displayed, parallel to their list on the panel, whose items hold the paths.
+    static constexpr int pathRole = Qt::UserRole;
     std::vector<std::unique_ptr<AMutE>> &displaySpectra() { return m_displaySpectra; }
     const std::vector<std::unique_ptr<AMutE>> &displaySpectra() const { return m_displaySpectra; }
 

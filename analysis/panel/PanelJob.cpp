@@ -85,7 +85,7 @@ QStringList PanelJob::load(const Job &job, const std::function<void(const QStrin
         reference = job.references.value(i, reference);
         announce(reference.file);
         m_inputs.references()[i]->setUsed(reference.use);
-        m_inputs.references()[i]->setValenceText(exactText(reference.valence));
+        m_inputs.references()[i]->setValenceText(i < job.references.size() ? exactText(reference.valence) : QString());
         if (!loadSpectrum(m_inputs.selector(i), reference.file, reference.dE))
             problems << problem(QStringLiteral("references[%1].file").arg(i), reference.file, "spectrum");
     }
