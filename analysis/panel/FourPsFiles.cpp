@@ -24,7 +24,7 @@ QString namesOf(const QStringList &paths)
     for (const QString &path : paths.mid(0, most))
         names << QFileInfo(path).fileName();
     const QString text = names.join(QStringLiteral(", "));
-    return paths.size() <= most ? text : FourPs::tr("%1 and %2 more").arg(text).arg(paths.size() - most);
+    return paths.size() <= most ? text : FourPs::tr("%1 and %2 more").arg(text, QString::number(paths.size() - most));
 }
 
 } // namespace
