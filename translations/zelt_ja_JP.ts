@@ -219,10 +219,6 @@ Do you want to replace it?</source>
 <context>
     <name>AXafsFileSelect</name>
     <message>
-        <source>%1 points, %2-%3 eV</source>
-        <translation>%1 点、%2-%3 eV</translation>
-    </message>
-    <message>
         <source>%1 is not a spectrum</source>
         <translation>%1 はスペクトルではありません</translation>
     </message>
@@ -241,6 +237,10 @@ Do you want to replace it?</source>
     <message>
         <source>Edge Jump : %1</source>
         <translation>エッジジャンプ : %1</translation>
+    </message>
+    <message>
+        <source>%1 points, %2-%3 eV, E0 %4</source>
+        <translation>%1 点、%2-%3 eV、E0 %4</translation>
     </message>
 </context>
 <context>
@@ -763,10 +763,6 @@ Do you want to replace it?</source>
         <translation>計算</translation>
     </message>
     <message>
-        <source>Calculate the map; a dot shows that an input has changed since</source>
-        <translation>マップを計算する。点の印は、前回の計算後に入力が変わったことを示す</translation>
-    </message>
-    <message>
         <source>LCF</source>
         <translation>LCF</translation>
     </message>
@@ -933,10 +929,6 @@ Do you want to replace it?</source>
     <message>
         <source>Write</source>
         <translation>書き込み</translation>
-    </message>
-    <message>
-        <source>Write the results of the last calculation</source>
-        <translation>最後の計算の結果を書き込む</translation>
     </message>
     <message>
         <source>Calc. &amp;&amp; Write</source>
@@ -1265,6 +1257,102 @@ Do you want to replace it?</source>
     <message>
         <source>%1: wrote %2 and its histograms</source>
         <translation>%1：%2 とヒストグラムを保存しました</translation>
+    </message>
+    <message>
+        <source>Load conditions...</source>
+        <translation>条件を読み込む...</translation>
+    </message>
+    <message>
+        <source>Take all inputs and settings from a job file; a job dropped on the window does the same</source>
+        <translation>ジョブファイルからすべての入力と設定を読み込む。ウィンドウにジョブをドロップしても同じ</translation>
+    </message>
+    <message>
+        <source>Calculate the map (Ctrl+Return); a dot shows that an input has changed since</source>
+        <translation>マップを計算する（Ctrl+Return）。点の印は、前回の計算後に入力が変わったことを示す</translation>
+    </message>
+    <message>
+        <source>Write the results of the last calculation (Ctrl+S)</source>
+        <translation>最後の計算の結果を書き込む（Ctrl+S）</translation>
+    </message>
+    <message>
+        <source>Load conditions: choose a job</source>
+        <translation>条件の読み込み：ジョブを選択</translation>
+    </message>
+    <message>
+        <source>Jobs (*.json);;All (* *.*)</source>
+        <translation>ジョブ (*.json);;すべて (* *.*)</translation>
+    </message>
+    <message>
+        <source>%1 and %2 more</source>
+        <translation>%1 ほか %2 個</translation>
+    </message>
+    <message>
+        <source>%1 is neither a spectrum nor a map, nor a job that was dropped alone.</source>
+        <translation>%1 はスペクトルでもマップでもなく、単独でドロップされたジョブでもありません。</translation>
+    </message>
+    <message>
+        <source>Neither spectra nor maps: %1.</source>
+        <translation>スペクトルでもマップでもないファイル：%1</translation>
+    </message>
+    <message>
+        <source>No empty place for %1.</source>
+        <translation>%1 を入れる空きがありません。</translation>
+    </message>
+    <message>
+        <source>In use with the maps they had before: energies %1.</source>
+        <translation>エネルギー %1 は以前のマップのまま使用中です。</translation>
+    </message>
+    <message>
+        <source>The conditions of %1 are loaded.</source>
+        <translation>%1 の条件を読み込みました。</translation>
+    </message>
+    <message>
+        <source>%1 is not loaded.</source>
+        <translation>%1 は読み込まれませんでした。</translation>
+    </message>
+    <message>
+        <source>Energies %1 and %2 are both marked as V Point</source>
+        <translation>エネルギー %1 と %2 の両方に V が付いています</translation>
+    </message>
+    <message>
+        <source>Energy %1: %2 eV is nearly that of energy %3</source>
+        <translation>エネルギー %1：%2 eV はエネルギー %3 とほぼ同じです</translation>
+    </message>
+    <message>
+        <source>Edge: %1 eV looks like keV</source>
+        <translation>吸収端：%1 eV は keV の値のようです</translation>
+    </message>
+    <message>
+        <source>Energy %1: %2 eV looks like keV</source>
+        <translation>エネルギー %1：%2 eV は keV の値のようです</translation>
+    </message>
+    <message>
+        <source>%1: the energies look like keV (data %2)</source>
+        <translation>%1：エネルギーが keV の値のようです（データ %2）</translation>
+    </message>
+    <message>
+        <source>Energy %1: at %2 eV %3 has no finite value (%4)</source>
+        <translation>エネルギー %1：%2 eV で %3 に有限の値がありません（%4）</translation>
+    </message>
+    <message>
+        <source>%1: the same file as %2</source>
+        <translation>%1：%2 と同じファイルです</translation>
+    </message>
+    <message>
+        <source>Energy %1</source>
+        <translation>エネルギー %1</translation>
+    </message>
+    <message>
+        <source>Energy %1: no pixel of the map has a finite absorption</source>
+        <translation>エネルギー %1：有限の吸収を持つ画素がマップにありません</translation>
+    </message>
+    <message>
+        <source>Energy %1: the intensity of every pixel is 0</source>
+        <translation>エネルギー %1：すべての画素の強度が 0 です</translation>
+    </message>
+    <message>
+        <source>Energy %1: the pixels lie up to %2 steps from those of energy %3</source>
+        <translation>エネルギー %1：画素の位置がエネルギー %3 と最大 %2 ステップずれています</translation>
     </message>
 </context>
 <context>
