@@ -1,5 +1,6 @@
 #include "analysis/model/DroppedFiles.h"
 
+#include "analysis/model/InputFiles.h"
 #include "mapdata/A2DData.h"
 #include "mapdata/MapFileReader.h"
 #include "mapdata/PixelLineParser.h"
@@ -111,13 +112,6 @@ QStringList filesOf(const QStringList &paths)
     return files;
 }
 
-/// The same text for every spelling of the path.
-QString identity(const QString &path)
-{
-    const QString canonical = QFileInfo(path).canonicalFilePath(); // empty when there is no such file
-    return canonical.isEmpty() ? path : canonical;
-}
-
 } // namespace
 
 DroppedFiles sortDropped(const QStringList &paths)
@@ -150,16 +144,16 @@ DroppedFiles sortDropped(const QStringList &paths)
 QVector<int> placesForSpectra(const QStringList &spectra, QStringList present)
 {
     for (QString &path : present)
-        path = path.isEmpty() ? path : identity(path);
+        path = path.isEmpty() ? path : identityOf(path);
     const int target = present.size() - 1;
     QVector<int> places;
     for (const QString &spectrum : spectra) {
         const bool isTarget = QFileInfo(spectrum).fileName().contains(QLatin1String("target"), Qt::CaseInsensitive);
-        int place = present.indexOf(identity(spectrum));
+        int place = present.indexOf(identityOf(spectrum));
         if (place < 0)
             place = isTarget ? present.indexOf(QString(), target) : present.mid(0, target).indexOf(QString());
         if (place >= 0)
-            present[place] = identity(spectrum);
+            present[place] = identityOf(spectrum);
         places << place;
     }
     return places;
