@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cmath>
 #include <cstddef>
 #include <cstring>
 
@@ -73,6 +74,19 @@ FLOKLUK_ALWAYS_INLINE void streamCopy(const double *from, std::size_t count, dou
     }
 #endif
     std::memcpy(to, from, count * sizeof(double));
+}
+
+/// to[i] = sqrt(factor * from[i]), exactly rounded; `to` may be `from`.
+inline void squareRoots(const double *from, std::size_t count, double factor, double *to)
+{
+    std::size_t i = 0;
+#if defined(__SSE2__)
+    const __m128d factors = _mm_set1_pd(factor);
+    for (; i + 2 <= count; i += 2)
+        _mm_storeu_pd(to + i, _mm_sqrt_pd(_mm_mul_pd(factors, _mm_loadu_pd(from + i))));
+#endif
+    for (; i < count; ++i)
+        to[i] = std::sqrt(factor * from[i]);
 }
 
 inline void finishStreaming()

@@ -252,7 +252,7 @@ void solveFourPointsMap(const FourPointsMapInput &input, std::size_t pixels, con
 {
     const BlockSolver solve = chooseSolver(input, set);
     parallelBlocks(pixels, threads, [&](std::size_t begin, std::size_t end) {
-        AbsorptionBlock block(input.maps);
+        PlaneBlock block(absorptionPlanes(input.maps));
         BlockResult out;
         for (std::size_t pixel = begin; pixel < end; pixel += blockPixels) {
             const std::size_t count = std::min(blockPixels, end - pixel);

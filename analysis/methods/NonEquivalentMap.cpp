@@ -173,7 +173,7 @@ void solveNonEquivalentMap(const NonEquivalentMapInput &input, std::size_t pixel
     const PreparedFit fit = prepareFit(input);
     const BlockSolver solve = chooseSolver(input.references.count(), input.background, set);
     parallelBlocks(pixels, threads, [&](std::size_t begin, std::size_t end) {
-        AbsorptionBlock block(input.maps);
+        PlaneBlock block(absorptionPlanes(input.maps));
         ResultBlock out;
         for (std::size_t pixel = begin; pixel < end; pixel += blockPixels) {
             const std::size_t count = std::min(blockPixels, end - pixel);

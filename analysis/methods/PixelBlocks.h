@@ -7,47 +7,55 @@
 #include <algorithm>
 #include <array>
 #include <cstddef>
+#include <utility>
 #include <vector>
 
-/// Map calculations go through the pixels in blocks: for each block the absorptions of all maps are brought side by
-/// side, the method solves them as Lanes, and whole runs of results go to the planes. The last block is calculated in
-/// full as well and cut when it is written, so that every pixel sees the same arithmetic.
+/// Map calculations go through the pixels in blocks: for each block the values of all planes, such as the maps'
+/// absorptions, are brought side by side, the method solves them as Lanes, and whole runs of results go to the planes.
+/// The last block is calculated in full as well and cut when it is written, so that every pixel sees the same
+/// arithmetic.
 constexpr std::size_t blockPixels = 64;
 static_assert(blockPixels % numeric::laneCount<numeric::Lanes8> == 0, "a block is a whole number of lanes");
 
 /// One run of results of a block.
 using BlockRun = std::array<double, blockPixels>;
 
-/// The absorptions of the present block, one run per map.
-class AbsorptionBlock
+/// One plane to be gone through, one value per pixel.
+struct BlockPlane {
+    const double *values = nullptr;
+    std::size_t count = 0;
+    double beyond = 0.0; ///< what pixels read that the plane does not have
+};
+
+/// The values of the present block, one run per plane.
+class PlaneBlock
 {
 public:
-    explicit AbsorptionBlock(const std::vector<const A2DData *> &maps)
-        : m_maps(maps)
-        , m_edges(maps.size())
-        , m_runs(maps.size())
+    explicit PlaneBlock(std::vector<BlockPlane> planes)
+        : m_planes(std::move(planes))
+        , m_edges(m_planes.size())
+        , m_runs(m_planes.size())
     {
     }
 
-    /// The block that starts at pixel `first`. Pixels that a map does not have read as -1.
+    /// The block that starts at pixel `first`.
     void moveTo(std::size_t first)
     {
-        for (std::size_t k = 0; k < m_maps.size(); ++k) {
-            const A2DData &map = *m_maps[k];
-            const auto count = static_cast<std::size_t>(map.count());
-            if (first + blockPixels <= count) {
-                m_runs[k] = map.absorptions().data() + first;
-                if (first + (blocksAhead + 1) * blockPixels <= count)
+        for (std::size_t k = 0; k < m_planes.size(); ++k) {
+            const BlockPlane &plane = m_planes[k];
+            if (first + blockPixels <= plane.count) {
+                m_runs[k] = plane.values + first;
+                if (first + (blocksAhead + 1) * blockPixels <= plane.count)
                     prefetch(m_runs[k] + blocksAhead * blockPixels);
                 continue;
             }
-            m_edges[k].fill(-1.0);
-            if (first < count)
-                std::copy(map.absorptions().data() + first, map.absorptions().data() + count, m_edges[k].begin());
+            m_edges[k].fill(plane.beyond);
+            if (first < plane.count)
+                std::copy(plane.values + first, plane.values + plane.count, m_edges[k].begin());
             m_runs[k] = m_edges[k].data();
         }
     }
-    /// Per map a pointer to blockPixels values.
+    /// Per plane a pointer to blockPixels values.
     const double *const *runs() const { return m_runs.data(); }
 
 private:
@@ -60,10 +68,19 @@ private:
             __builtin_prefetch(run + i);
     }
 
-    const std::vector<const A2DData *> &m_maps;
-    std::vector<BlockRun> m_edges; // for blocks that a map has in part or not at all
+    std::vector<BlockPlane> m_planes;
+    std::vector<BlockRun> m_edges; // for blocks that a plane has in part or not at all
     std::vector<const double *> m_runs;
 };
+
+/// The absorptions of maps. Pixels that a map does not have read as -1.
+inline std::vector<BlockPlane> absorptionPlanes(const std::vector<const A2DData *> &maps)
+{
+    std::vector<BlockPlane> planes;
+    for (const A2DData *map : maps)
+        planes.push_back({map->absorptions().data(), map->absorptions().size(), -1.0});
+    return planes;
+}
 
 /// Calls work(first pixel, end pixel) for ranges that begin at blocks and together cover 0 ... pixels - 1, on several
 /// threads as parallelRanges() does.
