@@ -18,17 +18,17 @@ struct PixelRectangle {
     int y1 = 0;
 };
 
-/// The pixels, row by row, that lie in the rectangle (none: in the map) and, where `above` is given, have an amount t of
-/// at least that. What of the rectangle lies beside the map is left out.
+/// The pixels, row by row, that lie in the rectangle (none: in the map) and, where `above` is given, have an amount t
+/// of at least that. What of the rectangle lies beside the map is left out.
 std::vector<std::size_t> regionPixels(const ResultRecords &results, const std::optional<PixelRectangle> &rectangle,
                                       const std::optional<double> &above = std::nullopt);
 
 /// One energy of a region's mean spectrum.
 struct RegionPoint {
-    double energy = 0.0; ///< eV
-    double mean = 0.0;   ///< over the pixels, of the absorption
-    double error = 0.0;  ///< its standard error, sqrt(sum of s^2) / pixels
-    double fitted = 0.0; ///< by the fit of the mean spectrum
+    double energy = 0.0;                                        ///< eV
+    double mean = 0.0;                                          ///< over the pixels, of the absorption
+    double error = 0.0;                                         ///< its standard error, sqrt(sum of s^2) / pixels
+    double fitted = 0.0;                                        ///< by the fit of the mean spectrum
     double residual() const { return (mean - fitted) / error; } ///< in standard errors
 };
 
@@ -40,10 +40,10 @@ struct RegionStatistics {
     /// Weighted with the amounts, sum t V / sum t: for every method but the four points by least squares the valence of
     /// the mean spectrum's fit, whose standard error is fit.valenceError.
     double mean = 0.0;
-    double median = 0.0;          ///< of V
-    double scatter = 0.0;         ///< standard deviation of V (divided by the number of pixels)
-    double expectedScatter = 0.0; ///< what noise alone explains of that: root mean square of sigma_V
-    SpectrumFit fit;              ///< of the mean spectrum; its t is the mean amount, its chi^2 that of the mean
+    double median = 0.0;             ///< of V
+    double scatter = 0.0;            ///< standard deviation of V (divided by the number of pixels)
+    double expectedScatter = 0.0;    ///< what noise alone explains of that: root mean square of sigma_V
+    SpectrumFit fit;                 ///< of the mean spectrum; its t is the mean amount, its chi^2 that of the mean
     std::vector<RegionPoint> points; ///< in the order of the method
 };
 

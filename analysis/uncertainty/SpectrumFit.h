@@ -20,8 +20,8 @@ struct SpectrumFit {
     double chiSquare = 0.0; ///< of the variances that were given; NaN for n = p
     double misfit() const { return chiSquare / degrees; }
 
-    /// The fitted curve: sum of components[j] r_j(E) + b0 + b1 E, or b0 + b1 L^3 + b2 L^4 with the Victoreen background,
-    /// where r_j are the references as the method was given them and L = 12398.424360387684 / E.
+    /// The fitted curve: sum of components[j] r_j(E) + b0 + b1 E, or b0 + b1 L^3 + b2 L^4 with the Victoreen
+    /// background, where r_j are the references as the method was given them and L = 12398.424360387684 / E.
     std::vector<double> components;
     std::array<double, 3> background = {};
     /// The method's model at the points. The four-points methods take the mean of the references at the anchor points,

@@ -115,25 +115,6 @@ UncertaintyBlocks::Solver solverFor(InstructionSet set)
     return solveBaseline<Degrees>;
 }
 
-UncertaintyBlocks::Solver chooseSolver(int degrees, InstructionSet set)
-{
-    static_assert(mostDegrees == 5, "one row per number of degrees");
-    switch (degrees) {
-    case 0:
-        return solverFor<0>(set);
-    case 1:
-        return solverFor<1>(set);
-    case 2:
-        return solverFor<2>(set);
-    case 3:
-        return solverFor<3>(set);
-    case 4:
-        return solverFor<4>(set);
-    default:
-        return solverFor<5>(set);
-    }
-}
-
 /// The absorptions where the misfit needs them, I and I0 where the variances do, then t and the quantities' values.
 std::vector<BlockPlane> planesOf(const UncertaintyTask &task, std::size_t *intensities, std::size_t *results)
 {
@@ -168,7 +149,7 @@ UncertaintyBlocks::UncertaintyBlocks(const UncertaintyTask &task)
     : m_task(task)
     , m_quantities(1)
     , m_block(planesOf(task, &m_intensities, &m_results))
-    , m_solver(chooseSolver(task.constants->degrees, task.set))
+    , m_solver(withDegrees(task.constants->degrees, [&task](auto degrees) { return solverFor<degrees>(task.set); }))
     , m_variances(task.maps.size())
 {
     // Both fractions of the four-points methods have the same standard error.

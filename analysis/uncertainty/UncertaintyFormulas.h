@@ -4,12 +4,34 @@
 #include "numeric/Lanes.h"
 
 #include <cstddef>
+#include <type_traits>
 
 /// The formulas of UncertaintyConstants.h for one pixel (Real is double) or for several side by side (Real is one of
 /// the Lanes): the same operations in the same order, hence the same bits. Results go through references because Lanes
 /// must not be passed by value.
 
 constexpr std::size_t mostDegrees = mostUncertaintyPoints - 3;
+
+/// Calls work(std::integral_constant<std::size_t, degrees>()) for 0 to mostDegrees degrees of freedom.
+template <class Work>
+auto withDegrees(int degrees, Work work)
+{
+    static_assert(mostDegrees == 5, "one row per number of degrees");
+    switch (degrees) {
+    case 0:
+        return work(std::integral_constant<std::size_t, 0>());
+    case 1:
+        return work(std::integral_constant<std::size_t, 1>());
+    case 2:
+        return work(std::integral_constant<std::size_t, 2>());
+    case 3:
+        return work(std::integral_constant<std::size_t, 3>());
+    case 4:
+        return work(std::integral_constant<std::size_t, 4>());
+    default:
+        return work(std::integral_constant<std::size_t, 5>());
+    }
+}
 
 /// chi^2 from the values y and variances s, one per point, and z = N^T y. M = N^T diag(s) N = L D L^T is decomposed in
 /// place: chi^2 = sum of (L^-1 z)_i^2 / D_i.

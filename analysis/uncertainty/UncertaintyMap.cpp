@@ -7,6 +7,8 @@
 
 #include <algorithm>
 #include <cmath>
+#include <iterator>
+#include <limits>
 #include <mutex>
 #include <new>
 
@@ -229,9 +231,13 @@ UncertaintySummary summarize(const UncertaintyMap &map, const ResultRecords &res
         if (map.isMaterial(results.t()[i], map.amount[i]))
             material.push_back(i);
     }
-    std::vector<double> values(material.size());
+    std::vector<double> values;
     const auto medianOf = [&material, &values](auto valueAt) {
-        std::transform(material.begin(), material.end(), values.begin(), valueAt);
+        values.clear();
+        for (const std::size_t i : material) {
+            if (std::isfinite(valueAt(i)))
+                values.push_back(valueAt(i));
+        }
         return *median(&values);
     };
     UncertaintySummary summary;
