@@ -191,6 +191,46 @@ QPolygonF plot::toPixels(const ChCoord &cc, const QPolygonF &points)
     return pixels;
 }
 
+namespace
+{
+
+/// From a point to a line between two others, squared.
+double squaredDistance(const QPointF &point, const QPointF &begin, const QPointF &end)
+{
+    const QPointF way = end - begin;
+    const QPointF to = point - begin;
+    const double length = QPointF::dotProduct(way, way);
+    const double part = length > 0 ? qBound(0.0, QPointF::dotProduct(to, way) / length, 1.0) : 0.0;
+    const QPointF beside = to - part * way;
+    return QPointF::dotProduct(beside, beside);
+}
+
+/// A polyline without the points that nobody sees on the way between those that stay: every corner of a wide line is
+/// costly.
+QPolygonF straightened(const QPolygonF &line)
+{
+    constexpr double unseen = 0.1; // pixels
+    constexpr int longest = 16;    // points left out in a row
+    QPolygonF kept;
+    int last = 0;
+    const auto isStraight = [&](int end) {
+        for (int i = last + 1; i < end; ++i) {
+            if (!(squaredDistance(line[i], line[last], line[end]) < unseen * unseen))
+                return false;
+        }
+        return end - last <= longest;
+    };
+    for (int i = 0; i < line.size(); ++i) {
+        if (i > 0 && i + 1 < line.size() && isStraight(i + 1))
+            continue;
+        kept.append(line[i]);
+        last = i;
+    }
+    return kept;
+}
+
+} // namespace
+
 void plot::drawCurve(QPainter *p, const ChCoord &cc, const QPolygonF &pixels, Edges edges)
 {
     const QRectF visible = innerRect(cc).adjusted(-overhang, -overhang, overhang, overhang);
@@ -199,7 +239,7 @@ void plot::drawCurve(QPainter *p, const ChCoord &cc, const QPolygonF &pixels, Ed
     QPolygonF run;
     const auto finishRun = [&] {
         if (run.size() > 1)
-            p->drawPolyline(run);
+            p->drawPolyline(straightened(run));
         run.clear();
     };
     for (int i = 0; i + 1 < pixels.size(); ++i) {

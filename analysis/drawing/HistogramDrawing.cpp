@@ -65,17 +65,42 @@ int rowOfCount(const ChCoord &cc, int count)
     return truncToInt(std::max(inner.top() - 1, std::min(inner.bottom() + 1, cc.r2sy(count))));
 }
 
-/// The largest count in each pixel column of the plot.
+/// The largest count in each pixel column of the plot. There may be millions of boxes: the columns look for theirs,
+/// whose edges rise or fall from box to box.
 std::vector<int> countsOfColumns(const ChCoord &cc, const HistogramBins &bins)
 {
     const Columns all = columnsOfPlot(cc);
     std::vector<int> counts(static_cast<std::size_t>(all.last - all.first + 1));
-    forEachBox(cc, bins, [&](int boxCount, const Columns &box) {
-        for (int column = std::max(all.first, box.first); column <= std::min(all.last, box.last); ++column) {
-            int &count = counts[static_cast<std::size_t>(column - all.first)];
-            count = std::max(count, boxCount);
+    if (bins.n < 2) {
+        forEachBox(cc, bins, [&counts](int count, const Columns &) { std::fill(counts.begin(), counts.end(), count); });
+        return counts;
+    }
+    const int direction = columnOfEdge(cc, bins, all, bins.n) < columnOfEdge(cc, bins, all, 0) ? -1 : 1;
+    /// The first edge from `from` on that lies in `column` or, with `beyond`, behind it, in the order of the boxes.
+    const auto firstEdge = [&](int from, int column, bool beyond) {
+        int count = bins.n + 1 - from;
+        while (count > 0) {
+            const int half = count / 2;
+            const int place = direction * (columnOfEdge(cc, bins, all, from + half) - column);
+            if (place < 0 || (beyond && place == 0)) {
+                from += half + 1;
+                count -= half + 1;
+            } else {
+                count = half;
+            }
         }
-    });
+        return from;
+    };
+    int reached = 0;
+    for (std::size_t k = 0; k < counts.size(); ++k) {
+        const std::size_t at = direction > 0 ? k : counts.size() - 1 - k;
+        const int column = all.first + static_cast<int>(at);
+        reached = firstEdge(reached, column, false);
+        const int first = std::max(reached - 1, 0); // the box that reaches into the column
+        const int behind = std::min(firstEdge(reached, column, true), bins.n);
+        for (int i = first; i < behind; ++i)
+            counts[at] = std::max(counts[at], bins.counts[i]);
+    }
     return counts;
 }
 
@@ -92,10 +117,9 @@ void drawWideBoxes(QPainter *p, const ChCoord &cc, const HistogramBins &bins)
 }
 
 /// The upper edge of a histogram in pixels.
-QPolygonF outline(const ChCoord &cc, const HistogramBins &bins)
+QPolygonF outline(const ChCoord &cc, const std::vector<int> &counts)
 {
     const Columns all = columnsOfPlot(cc);
-    const std::vector<int> counts = countsOfColumns(cc, bins);
     QPolygonF line;
     for (std::size_t i = 0; i < counts.size(); ++i) {
         const double row = rowOfCount(cc, counts[i]) + 0.5;
@@ -109,10 +133,9 @@ QPolygonF outline(const ChCoord &cc, const HistogramBins &bins)
     return line;
 }
 
-void drawNarrowBoxes(QPainter *p, const ChCoord &cc, const HistogramBins &bins)
+void drawNarrowBoxes(QPainter *p, const ChCoord &cc, const std::vector<int> &counts)
 {
     const Columns all = columnsOfPlot(cc);
-    const std::vector<int> counts = countsOfColumns(cc, bins);
     const int base = rowOfCount(cc, 0);
     for (std::size_t i = 0; i < counts.size(); ++i) {
         const int top = rowOfCount(cc, counts[i]);
@@ -121,21 +144,22 @@ void drawNarrowBoxes(QPainter *p, const ChCoord &cc, const HistogramBins &bins)
                         resultdrawing::boxColour);
     }
     p->setPen(resultdrawing::boxOutlineColour);
-    plot::drawCurve(p, cc, outline(cc, bins));
+    plot::drawCurve(p, cc, outline(cc, counts));
 }
 
-void drawParts(QPainter *p, const ChCoord &cc, const HistogramInput &input)
+/// `whole`: the columns of the histogram whose parts they are.
+void drawParts(QPainter *p, const ChCoord &cc, const QVector<HistogramPart> &parts, const std::vector<int> &whole)
 {
     QVector<LegendEntry> names;
     QVector<QPolygonF> outlines;
-    for (const HistogramPart &part : input.parts) {
+    for (const HistogramPart &part : parts) {
         const QPen pen(part.colour, partLineWidth);
         names.append({part.name, pen});
-        outlines.append(outline(cc, *part.bins));
+        outlines.append(outline(cc, countsOfColumns(cc, *part.bins)));
         p->setPen(pen);
         plot::drawCurve(p, cc, outlines.last());
     }
-    outlines.append(outline(cc, *input.bins)); // not to be covered either
+    outlines.append(outline(cc, whole)); // not to be covered either
     drawLegend(p, cc, names, outlines);
 }
 
@@ -160,11 +184,12 @@ void resultdrawing::drawHistogram(DispABase *display, QStylePainter *p, const Hi
         plot::drawVerticals(p, cc, plot::gridColour, {0, cc.calcStep(0.1, 20)});
         plot::drawHorizontals(p, cc, plot::gridColour, {0, cc.calcStepY(10.0, 20)});
         const bool isWide = input.bins->n == 1 || std::abs(cc.r2sdx(input.bins->width)) >= narrowestOutlined;
+        const std::vector<int> columns = countsOfColumns(cc, *input.bins);
         if (isWide)
             drawWideBoxes(p, cc, *input.bins);
         else
-            drawNarrowBoxes(p, cc, *input.bins);
+            drawNarrowBoxes(p, cc, columns);
         if (!input.parts.isEmpty())
-            drawParts(p, cc, input);
+            drawParts(p, cc, input.parts, columns);
     });
 }

@@ -20,7 +20,7 @@ constexpr int markedWidth = 3;   // pixels: seen also where an energy point is
 QPen penOf(const MutsCurve &curve)
 {
     const bool isSolid = curve.style == Qt::SolidLine;
-    return QPen(curve.colour, curveWidth, curve.style, isSolid ? Qt::RoundCap : Qt::FlatCap, Qt::RoundJoin);
+    return QPen(curve.colour, curveWidth, curve.style, isSolid ? Qt::RoundCap : Qt::FlatCap, Qt::MiterJoin);
 }
 
 /// All curves, and their names where these are in nobody's way.
