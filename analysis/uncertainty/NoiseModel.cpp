@@ -1,6 +1,7 @@
 #include "analysis/uncertainty/NoiseModel.h"
 
 #include <algorithm>
+#include <cmath>
 #include <limits>
 
 Intensities intensitiesOf(const A2DData &map)
@@ -19,7 +20,8 @@ Intensities intensitiesOf(const A2DData &map)
 
 double NoiseModel::relativeVariance(std::size_t k, double I, double I0) const
 {
-    if (maps[k] != Intensities::Absorptions && !(I > 0.0 && I0 > 0.0))
+    const bool isMeasured = maps[k] == Intensities::Absorptions || (I > 0.0 && I0 > 0.0);
+    if (!isMeasured || !std::isfinite(I))
         return std::numeric_limits<double>::quiet_NaN();
     if (isUniform)
         return 1.0;

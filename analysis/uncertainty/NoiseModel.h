@@ -31,7 +31,7 @@ struct NoiseModel {
     bool isScaleAssumed = true;
 
     /// s^2 / scale of a record of map `k`. NaN for I <= 0 or I0 <= 0, whose absorption was not measured; in a map of
-    /// absorptions every I is as good.
+    /// absorptions every finite I is as good.
     double relativeVariance(std::size_t k, double I, double I0) const;
 };
 

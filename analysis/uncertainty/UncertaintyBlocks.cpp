@@ -15,7 +15,7 @@ namespace
 
 constexpr double nan = std::numeric_limits<double>::quiet_NaN();
 
-/// NoiseModel::relativeVariance() of a map with counts or ratios in I.
+/// NoiseModel::relativeVariance() of a map's pixels.
 template <class Lanes>
 FLOKLUK_ALWAYS_INLINE void variancesOf(Intensities kind, bool isUniform, const double *transmitted,
                                        const double *incident, BlockRun &out)
@@ -26,13 +26,15 @@ FLOKLUK_ALWAYS_INLINE void variancesOf(Intensities kind, bool isUniform, const d
         Lanes i, i0;
         numeric::loadLanes(transmitted + lane, i);
         numeric::loadLanes(incident + lane, i0);
-        Lanes s = zero + 1.0;
+        Lanes s = i * 0.0 + 1.0; // NaN where I is not finite
         if (!isUniform && kind == Intensities::Counted)
             s = (i + i0) / (i * i0);
         else if (!isUniform)
             s = 1.0 / i;
-        s = i > zero ? s : bad;
-        s = i0 > zero ? s : bad;
+        if (kind != Intensities::Absorptions) {
+            s = i > zero ? s : bad;
+            s = i0 > zero ? s : bad;
+        }
         numeric::storeLanes(s, &out[lane]);
     }
 }
@@ -124,8 +126,7 @@ std::vector<BlockPlane> planesOf(const UncertaintyTask &task, std::size_t *inten
     *intensities = planes.size();
     for (std::size_t k = 0; k < task.maps.size(); ++k) {
         const A2DData &map = *task.maps[k];
-        if (task.noise->maps[k] != Intensities::Absorptions)
-            planes.push_back({map.I().data(), map.I().size(), nan});
+        planes.push_back({map.I().data(), map.I().size(), nan});
         if (task.noise->maps[k] == Intensities::Counted)
             planes.push_back({map.I0().data(), map.I0().size(), nan});
     }
@@ -155,8 +156,6 @@ UncertaintyBlocks::UncertaintyBlocks(const UncertaintyTask &task)
     // Both fractions of the four-points methods have the same standard error.
     if (task.hasFractions)
         m_quantities += task.constants->isFourPoints ? 1 : task.constants->fractions.size();
-    for (BlockRun &run : m_variances)
-        run.fill(1.0);
 }
 
 void UncertaintyBlocks::findVariances()
@@ -166,8 +165,6 @@ void UncertaintyBlocks::findVariances()
     const double *const *run = m_block.runs() + m_intensities;
     for (std::size_t k = 0; k < m_variances.size(); ++k) {
         const Intensities kind = m_task.noise->maps[k];
-        if (kind == Intensities::Absorptions)
-            continue; // stays 1
         const double *const transmitted = *run++;
         const double *const incident = kind == Intensities::Counted ? *run++ : transmitted;
         variances(kind, m_task.noise->isUniform, transmitted, incident, &m_variances[k]);
