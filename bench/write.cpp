@@ -1,6 +1,6 @@
 // Writing the result file of a four-points and of a non-equivalent map, with one and with all threads, against
 // numpy.savetxt in the same run: write [SIDE [ROUNDS [PEER_ROUNDS]]]. Every time is the best of several rounds and
-// includes that QSaveFile waits for the disk; savetxt does not wait.
+// includes that the file waits for the disk; savetxt does not wait.
 #include "analysis/methods/FourPoints.h"
 #include "analysis/methods/ResultPosition.h"
 #include "analysis/results/ResultWriter.h"

@@ -1,12 +1,13 @@
 #include "display/DisplayPicture.h"
 
+#include "numeric/StagedFile.h"
+
 #include <QApplication>
 #include <QCoreApplication>
 #include <QFileInfo>
 #include <QFontMetrics>
 #include <QPageSize>
 #include <QPdfWriter>
-#include <QSaveFile>
 #include <QStylePainter>
 #include <QWidget>
 
@@ -76,43 +77,34 @@ QImage DisplayPicture::toImage(double scale) const
     return paintOn(&image) ? image : QImage();
 }
 
-QString DisplayPicture::save(const QString &path, double scale) const
+QString DisplayPicture::save(const QString &path, double scale, numeric::FileSet *set) const
 {
     const QString suffix = QFileInfo(path).suffix().toLower();
-    if (suffix == QLatin1String("png"))
-        return savePng(path, scale);
-    if (suffix == QLatin1String("pdf"))
-        return savePdf(path);
-    return QCoreApplication::translate("DisplayPicture", "The name must end in .png or .pdf.");
-}
-
-QString DisplayPicture::savePng(const QString &path, double scale) const
-{
-    const QImage image = toImage(scale);
-    if (image.isNull())
-        return QCoreApplication::translate("DisplayPicture", "There is nothing to see in this display.");
-    QSaveFile file(path);
-    if (!file.open(QIODevice::WriteOnly) || !image.save(&file, "PNG") || !file.flush() || !file.commit())
-        return file.errorString();
-    return QString();
-}
-
-QString DisplayPicture::savePdf(const QString &path) const
-{
+    const bool isPng = suffix == QLatin1String("png");
+    if (!isPng && suffix != QLatin1String("pdf"))
+        return QCoreApplication::translate("DisplayPicture", "The name must end in .png or .pdf.");
     if (fullSize().isEmpty())
         return QCoreApplication::translate("DisplayPicture", "There is nothing to see in this display.");
-    QSaveFile file(path);
-    if (!file.open(QIODevice::WriteOnly))
-        return file.errorString();
-    {
-        QPdfWriter writer(&file);
-        writer.setTitle(title);
-        writer.setResolution(widget->logicalDpiX()); // one unit is one pixel on screen
-        const QSizeF page = QSizeF(fullSize()) * (pointsPerInch / widget->logicalDpiX());
-        writer.setPageSize(QPageSize(page, QPageSize::Point, QString(), QPageSize::ExactMatch));
-        writer.setPageMargins(QMarginsF());
-        if (!paintOn(&writer))
-            return file.errorString();
-    }
-    return file.flush() && file.commit() ? QString() : file.errorString();
+    numeric::StagedFile file(path);
+    if (file.open() && (isPng ? writePng(&file, scale) : writePdf(&file)) && file.commit(set))
+        return QString();
+    if (!file.problem().isEmpty())
+        return file.problem();
+    return QCoreApplication::translate("DisplayPicture", "There was no room for all of it.");
+}
+
+bool DisplayPicture::writePng(numeric::StagedFile *file, double scale) const
+{
+    return toImage(scale).save(file->device(), "PNG");
+}
+
+bool DisplayPicture::writePdf(numeric::StagedFile *file) const
+{
+    QPdfWriter writer(file->device());
+    writer.setTitle(title);
+    writer.setResolution(widget->logicalDpiX()); // one unit is one pixel on screen
+    const QSizeF page = QSizeF(fullSize()) * (pointsPerInch / widget->logicalDpiX());
+    writer.setPageSize(QPageSize(page, QPageSize::Point, QString(), QPageSize::ExactMatch));
+    writer.setPageMargins(QMarginsF());
+    return paintOn(&writer);
 }

@@ -6,6 +6,11 @@
 
 #include <functional>
 
+namespace numeric
+{
+class FileSet;
+class StagedFile;
+} // namespace numeric
 class QPaintDevice;
 class QStylePainter;
 class QWidget;
@@ -24,12 +29,12 @@ struct DisplayPicture {
     /// The picture with `scale` pixels for each pixel on screen; null when it has no size.
     QImage toImage(double scale) const;
     /// Writes a PNG of that scale, or where the name ends in ".pdf" vectors. On failure returns why and leaves the
-    /// file as it was; an empty text is success.
-    QString save(const QString &path, double scale) const;
+    /// file as it was; an empty text is success. With a set the file takes its place with the others of the set.
+    QString save(const QString &path, double scale, numeric::FileSet *set = nullptr) const;
 
 private:
     int titleHeight() const;
     bool paintOn(QPaintDevice *device) const;
-    QString savePng(const QString &path, double scale) const;
-    QString savePdf(const QString &path) const;
+    bool writePng(numeric::StagedFile *file, double scale) const;
+    bool writePdf(numeric::StagedFile *file) const;
 };

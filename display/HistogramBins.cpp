@@ -1,8 +1,9 @@
 #include "display/HistogramBins.h"
 
+#include "numeric/StagedFile.h"
+
 #include <QDir>
 #include <QFileInfo>
-#include <QSaveFile>
 
 #include <algorithm>
 #include <numeric>
@@ -46,19 +47,26 @@ int HistogramBins::inRangeCount() const
     return std::accumulate(counts.cbegin(), counts.cend(), 0);
 }
 
-bool HistogramBins::write(const QString &path, const QString &tag) const
+QString HistogramBins::pathBeside(const QString &path, const QString &tag)
 {
     const QFileInfo beside(path);
-    const QString directory = QDir(beside.absolutePath()).canonicalPath();
-    if (path.isEmpty() || directory.isEmpty()) // no such directory
+    const QString directory = QDir(beside.path()).canonicalPath();
+    if (path.isEmpty() || directory.isEmpty())
+        return QString();
+    return QStringLiteral("%1/%2_%3.%4").arg(directory, beside.completeBaseName(), tag, beside.suffix());
+}
+
+bool HistogramBins::write(const QString &path, const QString &tag, numeric::FileSet *set) const
+{
+    numeric::StagedFile file(pathBeside(path, tag));
+    if (!file.open(QIODevice::Text))
         return false;
-    QSaveFile file(QStringLiteral("%1/%2_%3.%4").arg(directory, beside.completeBaseName(), tag, beside.suffix()));
-    if (!file.open(QIODevice::WriteOnly | QIODevice::Text))
-        return false;
+    bool isWritten = true;
     for (int i = -1; i <= n; ++i) {
         const int count = i < 0 ? under : i < n ? counts.at(i) : over;
         const QString line = QStringLiteral("%1 %2 %3  %4\n").arg(lowerEdge(i)).arg(centre(i)).arg(upperEdge(i));
-        file.write(line.arg(count).toUtf8());
+        const QByteArray bytes = line.arg(count).toUtf8();
+        isWritten = isWritten && file.device()->write(bytes) == bytes.size();
     }
-    return file.flush() && file.commit(); // commit() alone does not see that the last of it found no room
+    return isWritten && file.commit(set);
 }

@@ -1,11 +1,7 @@
 #include "numeric/OutputFile.h"
 
-#include <QFile>
 #include <QFileInfo>
 #include <QIODevice>
-#include <QSaveFile>
-
-#include <utility>
 
 #ifdef Q_OS_LINUX
 #include <fcntl.h>
@@ -14,27 +10,30 @@
 namespace numeric
 {
 
-OutputFile::OutputFile(const QString &path)
-    : m_path(path)
+OutputFile::OutputFile(const QString &path, FileSet *set)
+    : m_set(set)
+    , m_staged(path)
 {
 }
 
-OutputFile::~OutputFile() = default;
-
 bool OutputFile::open()
 {
-    if (m_path.isEmpty())
-        return false;
-    const QFileInfo info(m_path);
-    if (info.exists() && !info.isFile()) {
-        // Renaming a file over a device would put a plain file in its place.
-        m_device = std::make_unique<QFile>(m_path);
-    } else {
-        auto file = std::make_unique<QSaveFile>(m_path);
-        file->setDirectWriteFallback(true);
-        m_device = std::move(file);
-    }
-    return m_device->open(QIODevice::WriteOnly | QIODevice::Truncate | QIODevice::Text);
+    const QFileInfo info(m_staged.path());
+    const bool isFile = !info.exists() || info.isFile();
+    if (isFile && m_staged.open(QIODevice::Text))
+        m_device = m_staged.device();
+    if (m_device != nullptr || m_set != nullptr || !info.exists())
+        return m_device != nullptr;
+    // Renaming a file over a device would put a plain file in its place.
+    const QFileInfo folder(QFileInfo(m_staged.place()).path());
+    return (!isFile || !folder.isWritable()) && openDirectly();
+}
+
+bool OutputFile::openDirectly()
+{
+    m_direct = std::make_unique<QFile>(m_staged.path());
+    m_device = m_direct.get();
+    return m_direct->open(QIODevice::WriteOnly | QIODevice::Truncate | QIODevice::Text);
 }
 
 bool OutputFile::write(const char *data, qint64 size)
@@ -57,14 +56,11 @@ bool OutputFile::write(const char *data, qint64 size)
 
 bool OutputFile::commit()
 {
-    m_failed = !m_device->flush() || m_failed; // close() and QSaveFile::commit() forget what fails here
-    if (auto *const file = qobject_cast<QSaveFile *>(m_device.get())) {
-        if (m_failed)
-            file->cancelWriting();
-        return file->commit() && !m_failed;
-    }
-    m_device->close();
-    return m_device->error() == QFileDevice::NoError && !m_failed;
+    if (!m_direct)
+        return !m_failed && m_staged.commit(m_set);
+    m_failed = !m_direct->flush() || m_failed; // close() forgets what fails here
+    m_direct->close();
+    return m_direct->error() == QFileDevice::NoError && !m_failed;
 }
 
 } // namespace numeric

@@ -1,7 +1,9 @@
 #pragma once
 
+#include "numeric/StagedFile.h"
+
 #include <QByteArray>
-#include <QFileDevice>
+#include <QFile>
 #include <QString>
 
 #include <memory>
@@ -9,14 +11,16 @@
 namespace numeric
 {
 
+class FileSet;
+
 /// A text file that appears as a whole or not at all: until commit() succeeds a file that was there before stays as
 /// it was. Where no second file can stand beside it (a device, a pipe, a directory that is not writable) it is written
 /// directly. Line ends are the platform's.
 class OutputFile
 {
 public:
-    explicit OutputFile(const QString &path);
-    ~OutputFile();
+    /// With a set the file takes its place with the others of the set, and nothing is ever written directly.
+    explicit OutputFile(const QString &path, FileSet *set = nullptr);
 
     /// False when the file cannot be made or written; nothing has changed then.
     bool open();
@@ -28,8 +32,12 @@ public:
     [[nodiscard]] bool commit();
 
 private:
-    QString m_path;
-    std::unique_ptr<QFileDevice> m_device;
+    bool openDirectly();
+
+    FileSet *m_set;
+    StagedFile m_staged;
+    std::unique_ptr<QFile> m_direct;
+    QFile *m_device = nullptr; ///< of the two the one that is written to
     qint64 m_handedToDisk = 0;
     bool m_failed = false;
 };

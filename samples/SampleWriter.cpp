@@ -1,12 +1,12 @@
 #include "samples/SampleWriter.h"
 
+#include "numeric/StagedFile.h"
 #include "samples/NumberText.h"
 #include "samples/ParticleField.h"
 #include "samples/Random.h"
 #include "samples/SampleTexts.h"
 
 #include <QDir>
-#include <QSaveFile>
 
 #include <memory>
 
@@ -25,7 +25,7 @@ public:
     {
     }
 
-    bool open() { return m_file.open(QIODevice::WriteOnly); }
+    bool open() { return m_file.open(); }
     QByteArray *text() { return &m_text; }
 
     /// Hands the text on once it is large; errors are kept for finish().
@@ -38,14 +38,16 @@ public:
     bool finish()
     {
         flush();
-        return m_good && m_file.flush() && m_file.commit(); // commit() sees neither short writes nor what it flushes
+        return m_good && m_file.commit();
     }
 
-    QString path() const { return m_file.fileName(); }
+    QString path() const { return m_file.path(); }
     QString failure() const
     {
+        const QString problem = m_file.problem();
         return QStringLiteral("cannot write %1: %2")
-            .arg(QDir::toNativeSeparators(m_file.fileName()), m_file.errorString());
+            .arg(QDir::toNativeSeparators(path()),
+                 problem.isEmpty() ? QStringLiteral("there was no room for all of it") : problem);
     }
 
 private:
@@ -53,12 +55,12 @@ private:
 
     void flush()
     {
-        m_good = m_good && m_file.write(m_text) == m_text.size();
+        m_good = m_good && m_file.device()->write(m_text) == m_text.size();
         m_text.resize(0); // keeps the memory, which reserve() pinned
         m_text.reserve(pieceBytes);
     }
 
-    QSaveFile m_file;
+    numeric::StagedFile m_file;
     QByteArray m_text;
     bool m_good = true;
 };

@@ -1,23 +1,18 @@
 #include "numeric/LinearAlgebra.h"
 #include "numeric/LinearSystem.h"
-#include "numeric/OutputFile.h"
 #include "numeric/Plane.h"
 #include "numeric/RealToInt.h"
 #include "numeric/TextScanner.h"
 #include "numeric/TextToNumber.h"
-#include "tests/SmallDisk.h"
 #include "tests/Tables.h"
 
 #include <algorithm>
-#include <csignal>
 #include <cstdio>
 #include <cstring>
 #include <limits>
 #include <new>
 #include <random>
 
-#include <fcntl.h>
-#include <sys/stat.h>
 #include <unistd.h>
 
 using namespace numeric;
@@ -356,75 +351,6 @@ private slots:
         QCOMPARE(shared[1], 1.0);
         plane.clear();
         QCOMPARE(shared.size(), std::size_t(2));
-    }
-
-    /// A file appears as a whole or not at all, however late the disk is full, and leaves nothing beside it.
-    void outputFileOnAFullDisk()
-    {
-        forRows<int, int, int, bool>(
-            {{"room enough", 100000, 100, 100000, true},
-             {"no room at all", 100000, 100, 0, false},
-             {"room for the start", 100000, 100, 100, false},
-             {"room for half of it", 100000, 100, 50000, false},
-             {"room for half of the only piece", 100000, 100000, 50000, false},
-             {"a short file, which is handed on at the end", 200, 100, 100, false},
-             {"nothing to write", 0, 1, 0, true}},
-            [](int size, int piece, int room, bool wantedIsWritten) {
-                const QTemporaryDir dir;
-                const QString path = dir.filePath("result.dat");
-                QVERIFY(writeBytes(path, "yesterday's result\n"));
-                bool isWritten = true;
-                {
-                    const SmallDisk disk(static_cast<rlim_t>(room));
-                    OutputFile file(path);
-                    QVERIFY(file.open());
-                    for (int i = 0; i < size; i += piece)
-                        isWritten = file.write(QByteArray(piece, 'x')) && isWritten;
-                    isWritten = file.commit() && isWritten;
-                }
-                QCOMPARE(isWritten, wantedIsWritten);
-                QCOMPARE(bytesOf(path), wantedIsWritten ? QByteArray(size, 'x') : QByteArray("yesterday's result\n"));
-                QCOMPARE(QDir(dir.path()).entryList(QDir::AllEntries | QDir::Hidden | QDir::NoDotAndDotDot).join(' '),
-                         QString("result.dat"));
-            });
-    }
-
-    void outputFileElsewhere()
-    {
-        const QTemporaryDir dir;
-        for (const QString &path : {QString(), dir.filePath("missing/result.dat"), dir.path()})
-            QVERIFY(!OutputFile(path).open());
-        { // not committed: never there
-            OutputFile file(dir.filePath("result.dat"));
-            QVERIFY(file.open() && file.write("x"));
-        }
-        QVERIFY(QDir(dir.path()).isEmpty());
-    }
-
-    /// What is no file is written directly and stays what it is: a pipe here, as a mistake would replace a device.
-    void outputToAPipe()
-    {
-        const QTemporaryDir dir;
-        const QByteArray path = QFile::encodeName(dir.filePath("pipe"));
-        QCOMPARE(mkfifo(path, 0600), 0);
-        const auto handler = std::signal(SIGPIPE, SIG_IGN);
-        for (const int size : {1, 1000, 1000000}) { // only the 1000 are read
-            const int reader = ::open(path, O_RDONLY | O_NONBLOCK);
-            OutputFile file(dir.filePath("pipe"));
-            QVERIFY(file.open());
-            if (size != 1000)
-                ::close(reader);
-            file.write(QByteArray(size, 'x')); // unread, a few bytes fail at the end and many at once
-            QCOMPARE(file.commit(), size == 1000);
-            if (size == 1000) {
-                char got[1000];
-                QCOMPARE(::read(reader, got, sizeof got), ssize_t(1000));
-                QCOMPARE(QByteArray(got, 1000), QByteArray(1000, 'x'));
-                ::close(reader);
-            }
-            QVERIFY(!QFileInfo(path).isFile());
-        }
-        std::signal(SIGPIPE, handler);
     }
 };
 

@@ -95,22 +95,23 @@ const StepOutcome &Analysis::runFit(const AnalysisInput &input)
     return note(Step::Fit, true, linearCombinationText(m_fit->fractions, m_fit->valence, m_fit->base));
 }
 
-const StepOutcome &Analysis::write(const QString &path, const AnalysisInput &now, const RecordSelection &selection)
+const StepOutcome &Analysis::write(const QString &path, const AnalysisInput &now, const RecordSelection &selection,
+                                   numeric::FileSet *set)
 {
     const auto problem = [&path](const char *text) {
         return QCoreApplication::translate("FourPs", text).arg(path);
     };
     m_writeProblem.clear();
-    const WriteOutcome outcome = isInputFile(path, now)
-                                     ? WriteOutcome::CannotOpen
-                                     : writeResultFile(path, m_results, fileValences(takingPart(now)), selection);
+    const WriteOutcome outcome =
+        isInputFile(path, now) ? WriteOutcome::CannotOpen
+                               : writeResultFile(path, m_results, fileValences(takingPart(now)), selection, 0, set);
     if (outcome == WriteOutcome::CannotOpen)
         m_writeProblem = problem(QT_TRANSLATE_NOOP("FourPs", "Can't open the file [%1]"));
     else if (outcome == WriteOutcome::CannotWrite)
         m_writeProblem = problem(QT_TRANSLATE_NOOP("FourPs", "Can't write the file [%1]"));
     const QString message = m_writeProblem;
-    const bool areValencesWritten = m_histograms.valence().write(path, QStringLiteral("HGAlpha"));
-    const bool areThicknessesWritten = m_histograms.thickness().write(path, QStringLiteral("HGThick"));
+    const bool areValencesWritten = m_histograms.valence().write(path, QStringLiteral("HGAlpha"), set);
+    const bool areThicknessesWritten = m_histograms.thickness().write(path, QStringLiteral("HGThick"), set);
     if (m_writeProblem.isEmpty() && !(areValencesWritten && areThicknessesWritten))
         m_writeProblem = problem(QT_TRANSLATE_NOOP("FourPs", "Can't write the histograms of [%1]"));
     return note(Step::Write, m_writeProblem.isEmpty(), message);

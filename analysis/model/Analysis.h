@@ -47,8 +47,10 @@ public:
     /// Writes the results of the last map calculation, and the two histograms beside them whatever became of the
     /// result file. A four-points result gets the valences of the references as they are now. A path that leads to one
     /// of the files in `now` counts as one that cannot be opened. The failure of the histograms alone has no place in
-    /// the message area: `isDone` is false then and the message empty; see writeProblem().
-    const StepOutcome &write(const QString &path, const AnalysisInput &now, const RecordSelection &selection);
+    /// the message area: `isDone` is false then and the message empty; see writeProblem(). With a set the files are
+    /// written and wait for the others of the set.
+    const StepOutcome &write(const QString &path, const AnalysisInput &now, const RecordSelection &selection,
+                             numeric::FileSet *set = nullptr);
 
     const StepOutcome &outcome(Step step) const { return m_outcomes.at(static_cast<std::size_t>(step)); }
     /// Why the last write failed; empty when it did not.

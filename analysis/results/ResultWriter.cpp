@@ -130,9 +130,9 @@ void writeBlocksInParallel(const PixelLines &lines, std::size_t threads, numeric
 } // namespace
 
 WriteOutcome writeResultFile(const QString &path, const ResultRecords &results, const ValencePair &valences,
-                             const RecordSelection &selection, int threads)
+                             const RecordSelection &selection, int threads, numeric::FileSet *set)
 {
-    numeric::OutputFile file(path);
+    numeric::OutputFile file(path, set);
     if (!file.open())
         return WriteOutcome::CannotOpen;
     for (const QString &line : results.headerLines)

@@ -8,6 +8,11 @@
 
 #include <array>
 
+namespace numeric
+{
+class FileSet;
+}
+
 enum class WriteOutcome {
     Written,
     CannotOpen, ///< nothing was written
@@ -19,7 +24,7 @@ using RecordSelection = std::array<bool, ResultPosition::count>;
 
 /// Writes the result file: the header lines, an empty line, then one line per pixel and an empty line after each map
 /// row; numbers in general format with six digits, right-aligned in ten characters. The file appears as a whole or
-/// not at all. Its bytes do not depend on `threads` (0: as many as the machine has cores), each of which takes about 1
-/// MB.
+/// not at all, with a set together with the others of the set. Its bytes do not depend on `threads` (0: as many as the
+/// machine has cores), each of which takes about 1 MB.
 WriteOutcome writeResultFile(const QString &path, const ResultRecords &results, const ValencePair &valences,
-                             const RecordSelection &selection, int threads = 0);
+                             const RecordSelection &selection, int threads = 0, numeric::FileSet *set = nullptr);

@@ -1,0 +1,46 @@
+#pragma once
+
+#include <QString>
+
+namespace numeric
+{
+
+/// To be called once, at the start of a program. A signal that ends the program (interrupt, terminate, hang up) then
+/// takes the temporary files with it before it is obeyed; a file that outgrows a limit is a failed write instead of the
+/// end of the program.
+void prepareForSignals();
+
+/// The name of a file that is not to stay: the file is removed when this ends, or before a signal is obeyed, unless it
+/// is kept.
+class TemporaryName
+{
+public:
+    /// Best made before the file.
+    explicit TemporaryName(const QString &path);
+    ~TemporaryName();
+    TemporaryName(const TemporaryName &) = delete;
+    TemporaryName &operator=(const TemporaryName &) = delete;
+
+    const QString &path() const { return m_path; }
+    /// The file has another name now, or is no longer ours to remove.
+    void keep();
+
+private:
+    struct Entry;
+    friend void removeTemporaryFiles();
+
+    QString m_path;
+    Entry *m_entry;
+};
+
+/// While it lives a signal that ends the program waits; it is obeyed afterwards. Not to be nested.
+class HeldSignals
+{
+public:
+    HeldSignals();
+    ~HeldSignals();
+    HeldSignals(const HeldSignals &) = delete;
+    HeldSignals &operator=(const HeldSignals &) = delete;
+};
+
+} // namespace numeric
