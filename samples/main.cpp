@@ -1,3 +1,4 @@
+#include "numeric/TemporaryName.h"
 #include "samples/SampleCommand.h"
 
 #include <QCoreApplication>
@@ -6,6 +7,7 @@
 
 int main(int argc, char *argv[])
 {
+    numeric::prepareForSignals();
     QCoreApplication application(argc, argv);
     QTextStream out(stdout);
     QTextStream err(stderr);
