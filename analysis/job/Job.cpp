@@ -14,7 +14,9 @@ namespace
 
 QString inDirectory(const QDir &directory, const QString &path)
 {
-    return path.isEmpty() ? path : QDir::cleanPath(directory.filePath(path));
+    if (directory.path() == QLatin1String("."))
+        return path;
+    return path.isEmpty() ? path : directory.filePath(path); // as written: ".." may stand behind a link
 }
 
 /// Reads every entry of a list of objects with `readEntry(reader)`.
@@ -103,7 +105,7 @@ JobOrErrors readJob(const QString &path)
     else if (!info.isFile() || !file.open(QIODevice::ReadOnly))
         result.errors << QStringLiteral("the job file cannot be read");
     else
-        result = parseJob(file.readAll(), info.absolutePath());
+        result = parseJob(file.readAll(), info.path());
     result.job.fileName = path;
     return result;
 }

@@ -1,6 +1,7 @@
 #include "analysis/model/InputFiles.h"
 
 #include "analysis/model/AnalysisInput.h"
+#include "numeric/FileIdentity.h"
 
 #include <QFileInfo>
 #include <QString>
@@ -9,11 +10,11 @@
 
 bool isInputFile(const QString &path, const AnalysisInput &input)
 {
-    const QString wanted = QFileInfo(path).canonicalFilePath();
-    if (wanted.isEmpty()) // there is no such file yet
+    if (!QFileInfo::exists(path))
         return false;
+    const QString wanted = numeric::fileIdentity(path);
     const auto isWanted = [&wanted](const QString &file) {
-        return !file.isEmpty() && QFileInfo(file).canonicalFilePath() == wanted;
+        return !file.isEmpty() && numeric::fileIdentity(file) == wanted;
     };
     const auto isReference = [&](const ReferenceInput &reference) {
         return reference.spectrum.pointCount() > 0 && isWanted(reference.file);

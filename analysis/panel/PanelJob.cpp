@@ -5,6 +5,7 @@
 
 #include "ui_FourPs.h"
 
+#include <QDir>
 #include <QFileInfo>
 
 namespace
@@ -30,7 +31,8 @@ QString problem(const QString &key, const QString &file, const char *kind)
 QString pathOf(const AFileSelect *selector)
 {
     const QString path = selector->fileText();
-    return path.isEmpty() ? path : QFileInfo(path).absoluteFilePath();
+    return path.isEmpty() ? path
+                          : QDir::current().absoluteFilePath(path); // which keeps "..": it may stand behind a link
 }
 
 /// False when there is a file and it cannot be loaded.
