@@ -1,11 +1,12 @@
 #include "batch/BatchCommand.h"
 
 #include "batch/JobRunner.h"
+#include "batch/OutputPaths.h"
 #include "batch/ParallelJobs.h"
+#include "batch/Verify.h"
 
 #include <QDir>
 #include <QFileInfo>
-#include <QHash>
 #include <QTextStream>
 
 namespace
@@ -36,60 +37,9 @@ QVector<JobOrErrors> readJobs(const BatchOptions &options)
     return jobs;
 }
 
-QStringList inputsOf(const Job &job)
-{
-    QStringList files = {job.fileName, job.target.file};
-    for (const Job::Reference &reference : job.references)
-        files << reference.file;
-    for (const Job::Energy &energy : job.energies)
-        files << energy.map;
-    files.removeAll(QString());
-    return files;
-}
-
-/// The pictures as one pattern, without the histograms: they are named after the result file.
-QStringList outputsOf(const Job &job)
-{
-    QStringList files = {job.resultFile, job.report};
-    if (!job.pictures.isEmpty())
-        files << QDir(job.pictures).filePath(QFileInfo(job.fileName).completeBaseName() + QLatin1String("_*.png"));
-    files.removeAll(QString());
-    return files;
-}
-
-/// The same text for every name of a file.
-QString identity(const QString &file)
-{
-    const QFileInfo info(file);
-    const QString canonical = info.canonicalFilePath(); // empty when there is no such file
-    return canonical.isEmpty() ? QDir::cleanPath(info.absoluteFilePath()) : canonical;
-}
-
-/// A job that would overwrite what any of the jobs reads, or what it or an earlier one writes, is wrong.
-void findCollisions(QVector<JobOrErrors> *jobs)
-{
-    QHash<QString, QString> taken;
-    for (const JobOrErrors &job : qAsConst(*jobs)) {
-        for (const QString &file : inputsOf(job.job))
-            taken.insert(identity(file), QStringLiteral("an input of %1").arg(job.job.fileName));
-    }
-    for (JobOrErrors &job : *jobs) {
-        for (const QString &file : outputsOf(job.job)) {
-            const QFileInfo info(file);
-            if (info.exists() && !info.isFile()) // a device takes everything
-                continue;
-            const QString path = identity(file);
-            if (taken.contains(path))
-                job.errors << QStringLiteral("%1 cannot be written: it is %2").arg(file, taken.value(path));
-            else
-                taken.insert(path, QStringLiteral("an output of %1").arg(job.job.fileName));
-        }
-    }
-}
-
 int runOne(const JobOrErrors &job, const BatchOptions &options, QTextStream *out, QTextStream *err, bool isTerminal)
 {
-    const JobResult result = runJob(job, {options.check, err, isTerminal});
+    const JobResult result = runJob(job, {options.check, options.hash, err, isTerminal});
     if (options.jobs.size() > 1)
         *out << "== " << job.job.fileName << '\n';
     *out << result.messages;
@@ -115,8 +65,10 @@ int runBatchCommand(const BatchOptions &options, QTextStream *out, QTextStream *
         *err << "flokluk-batch: " << options.error << "; flokluk-batch --help says more\n";
         return static_cast<int>(JobOutcome::WrongJob);
     }
+    if (!options.verify.isEmpty())
+        return static_cast<int>(verifyReport(options.verify, out, err));
     QVector<JobOrErrors> jobs = readJobs(options);
-    findCollisions(&jobs);
+    findOutputMistakes(&jobs);
     int code = 0;
     if (options.processes > 1 && jobs.size() > 1) {
         code = runInParallel(jobs, options, out, err);

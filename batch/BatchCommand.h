@@ -5,5 +5,6 @@
 class QTextStream;
 
 /// Runs flokluk-batch as the options say, except for showing a window: the panels' messages go to `out`, progress and
-/// one sentence per mistake to `err`. Returns the exit code: the worst JobOutcome of all jobs. Needs a QApplication.
+/// one sentence per mistake to `err`. Returns the exit code: the worst JobOutcome of all jobs, or a Verification. Needs
+/// a QApplication.
 int runBatchCommand(const BatchOptions &options, QTextStream *out, QTextStream *err, bool isTerminal = false);

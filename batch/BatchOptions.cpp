@@ -9,6 +9,8 @@ QString mistake(const BatchOptions &options, bool isNumber)
 {
     if (!isNumber || options.processes < 1)
         return QStringLiteral("--jobs wants a number from 1 on");
+    if (!options.verify.isEmpty())
+        return options.jobs.isEmpty() ? QString() : QStringLiteral("--verify goes with no job");
     if (options.jobs.isEmpty())
         return QStringLiteral("no job file is named");
     if (options.show && options.jobs.size() != 1)
@@ -41,11 +43,18 @@ BatchOptions parseBatchOptions(const QStringList &arguments)
     const QCommandLineOption check(QStringLiteral("check"), QStringLiteral("Only look for mistakes in the jobs."));
     const QCommandLineOption lenient(QStringLiteral("lenient"),
                                      QStringLiteral("Calculate with inputs that cannot be right, too."));
+    const QCommandLineOption hash(QStringLiteral("hash"),
+                                  QStringLiteral("Put the SHA-256 of each input into the report."));
+    const QCommandLineOption verify(
+        QStringLiteral("verify"),
+        QStringLiteral("Tell whether the files on disk are those of this report's run: exit code 0 if they are, 1 if "
+                       "not, 2 if it is no report."),
+        QStringLiteral("REPORT"));
     const QCommandLineOption show(QStringLiteral("show"), QStringLiteral("Open the window with one job loaded."));
     const QCommandLineOption japanese(QStringLiteral("j"), QStringLiteral("Japanese texts."));
     const QCommandLineOption english(QStringLiteral("e"), QStringLiteral("English texts (default)."));
     const QCommandLineOption help({QStringLiteral("h"), QStringLiteral("help")}, QStringLiteral("Show this help."));
-    parser.addOptions({pictures, report, processes, check, lenient, show, japanese, english, help});
+    parser.addOptions({pictures, report, processes, check, lenient, hash, verify, show, japanese, english, help});
     const QCommandLineOption version = parser.addVersionOption();
 
     BatchOptions options;
@@ -65,6 +74,8 @@ BatchOptions parseBatchOptions(const QStringList &arguments)
     options.processes = parser.value(processes).toInt(&isNumber);
     options.check = parser.isSet(check);
     options.lenient = parser.isSet(lenient);
+    options.hash = parser.isSet(hash);
+    options.verify = parser.value(verify);
     options.show = parser.isSet(show);
     const QStringList names = parser.optionNames();
     options.japanese = names.lastIndexOf(QStringLiteral("j")) > names.lastIndexOf(QStringLiteral("e"));

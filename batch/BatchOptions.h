@@ -9,7 +9,9 @@ struct BatchOptions {
     QString pictures;  ///< folder for the pictures, in the place of the jobs' own; empty: theirs
     QString report;    ///< file for the report, in the place of the jobs' own; empty: theirs
     int processes = 1; ///< jobs that run at once
+    QString verify;    ///< report whose files are looked at instead of running jobs; empty: none
     bool check = false;
+    bool hash = false; ///< sums of the inputs in the report
     bool show = false;
     bool lenient = false; ///< errors in the inputs are warnings, whatever the jobs say
     bool japanese = false;

@@ -4,9 +4,13 @@
 #include "analysis/panel/FourPs.h"
 #include "analysis/panel/PanelSettings.h"
 #include "batch/OutputFolders.h"
+#include "batch/OutputLocks.h"
+#include "batch/OutputPaths.h"
 #include "batch/PanelPictures.h"
 #include "batch/Progress.h"
+#include "batch/RunRecord.h"
 #include "batch/RunReport.h"
+#include "numeric/FileSet.h"
 #include "numeric/OutputFile.h"
 
 #include <QElapsedTimer>
@@ -90,6 +94,7 @@ public:
         : m_given(job)
         , m_job(job.job)
         , m_options(options)
+        , m_files(!job.job.report.isEmpty())
         , m_progress(options.progress, QFileInfo(job.job.fileName).fileName(), stagesOf(job.job), options.isTerminal)
     {
     }
@@ -100,9 +105,12 @@ private:
     void loadAndCalculate();
     void load();
     void judgeInputs();
+    void prepareOutputs();
+    void writeFiles();
     void writeResult();
     void writePictures();
-    void writeReport();
+    bool writeReport();
+    void publish();
     void noteOutcome(Step step);
     void fail(JobOutcome outcome, const QString &text);
     double lap();
@@ -112,9 +120,12 @@ private:
     const RunOptions &m_options;
     FourPs m_panel;
     bool m_isCalculated = false;
+    OutputLocks m_locks;
+    numeric::FileSet m_files;
     Progress m_progress;
     JobResult m_result;
     RunTimes m_times;
+    RunRecord m_record;
     QElapsedTimer m_timer;
 };
 
@@ -149,15 +160,10 @@ JobResult Run::run()
     QElapsedTimer whole;
     whole.start();
     m_timer.start();
+    m_record = beginRecord(m_job, m_options.isHashed && m_given.errors.isEmpty() && !m_options.checkOnly);
     loadAndCalculate();
-    if (m_isCalculated) {
-        if (!m_job.resultFile.isEmpty() && m_panel.analysis().outcome(Step::Map).isDone)
-            writeResult();
-        if (!m_job.pictures.isEmpty())
-            writePictures();
-        if (!m_job.report.isEmpty())
-            writeReport();
-    }
+    if (m_isCalculated)
+        writeFiles();
     m_progress.finish(m_result.outcome == JobOutcome::Done, static_cast<double>(whole.elapsed()) * 1e-3);
     return m_result;
 }
@@ -194,7 +200,7 @@ void Run::load()
     m_times.load = lap();
 }
 
-/// What could not be trusted is not calculated, and neither is what could not be written.
+/// What could not be trusted is not calculated.
 void Run::judgeInputs()
 {
     for (const Finding &finding : findings(m_panel.input())) {
@@ -204,16 +210,37 @@ void Run::judgeInputs()
         else
             m_result.warnings << m_job.fileName + QLatin1String(": ") + finding.text;
     }
-    if (m_result.outcome != JobOutcome::Done)
-        return;
+    if (m_result.outcome == JobOutcome::Done)
+        prepareOutputs();
+}
+
+/// Neither is what could not be written.
+void Run::prepareOutputs()
+{
     for (const QString &problem : makeOutputFolders(m_job, m_options.checkOnly))
         fail(JobOutcome::CannotWrite, problem);
+    if (m_result.outcome != JobOutcome::Done || m_options.checkOnly)
+        return;
+    const QString otherRun = m_locks.take(lockFiles(m_job));
+    if (!otherRun.isEmpty())
+        fail(JobOutcome::CannotWrite, otherRun);
+}
+
+void Run::writeFiles()
+{
+    const bool hasMap = m_panel.analysis().outcome(Step::Map).isDone;
+    m_record.isComplete = m_job.resultFile.isEmpty() || hasMap;
+    if (!m_job.resultFile.isEmpty() && hasMap)
+        writeResult();
+    if (!m_job.pictures.isEmpty())
+        writePictures();
+    publish();
 }
 
 void Run::writeResult()
 {
     m_progress.stage(QStringLiteral("writing %1").arg(QFileInfo(m_job.resultFile).fileName()));
-    m_panel.write();
+    m_panel.writeInto(&m_files);
     noteOutcome(Step::Write);
     if (!m_panel.analysis().outcome(Step::Write).isDone)
         fail(JobOutcome::CannotWrite, m_panel.analysis().writeProblem());
@@ -224,18 +251,43 @@ void Run::writePictures()
 {
     m_progress.stage(QStringLiteral("saving pictures"));
     QString error;
-    if (!savePictures(&m_panel, m_job.pictures, QFileInfo(m_job.fileName).completeBaseName(), &error))
+    if (!savePictures(&m_panel, m_job.pictures, QFileInfo(m_job.fileName).completeBaseName(), &m_files, &error))
         fail(JobOutcome::CannotWrite, error);
     m_times.pictures = lap();
 }
 
-void Run::writeReport()
+bool Run::writeReport()
 {
-    m_progress.stage(QStringLiteral("writing %1").arg(QFileInfo(m_job.report).fileName()));
-    numeric::OutputFile file(m_job.report);
-    if (!file.open() || !file.write(runReport(m_panel.input(), m_panel.analysis(), m_job, m_times, m_result.errors)) ||
-        !file.commit())
+    m_record.files = m_files.members();
+    numeric::OutputFile file(m_job.report, &m_files);
+    const bool isWritten =
+        file.open() &&
+        file.write(runReport(m_panel.input(), m_panel.analysis(), m_job, m_times, m_record, m_result.errors)) &&
+        file.commit();
+    if (!isWritten)
         fail(JobOutcome::CannotWrite, QStringLiteral("cannot write the report %1").arg(m_job.report));
+    return isWritten;
+}
+
+/// Result, histograms, pictures and report, or none of them. When one of them cannot be written the report alone is, to
+/// tell so.
+void Run::publish()
+{
+    if (m_result.outcome == JobOutcome::CannotWrite) {
+        m_files.clear();
+        m_record.isComplete = false;
+    }
+    const bool hasReport = !m_job.report.isEmpty();
+    if (hasReport)
+        m_progress.stage(QStringLiteral("writing %1").arg(QFileInfo(m_job.report).fileName()));
+    if (hasReport && !writeReport())
+        return;
+    const bool isReportAlone = m_files.members().size() == 1;
+    if (m_files.publish())
+        return;
+    fail(JobOutcome::CannotWrite, m_files.problem());
+    if (hasReport && !isReportAlone)
+        publish();
 }
 
 } // namespace

@@ -19,6 +19,7 @@ struct JobResult {
 
 struct RunOptions {
     bool checkOnly = false; ///< look for mistakes, calculate and write nothing
+    bool isHashed = false;  ///< the report gets the sums of the inputs
     QTextStream *progress = nullptr;
     bool isTerminal = false; ///< where the progress goes
 };

@@ -10,6 +10,7 @@
 #include "display/PopBase.h"
 
 #include <QDir>
+#include <QFileInfo>
 #include <QMetaEnum>
 
 #include <algorithm>
@@ -51,27 +52,52 @@ QSize mapArea(int width, int height)
     return (QSizeF(width, height) * (side / cells) / shareOfMap).toSize().expandedTo(QSize(200, 200));
 }
 
-/// "Ratio 1" as a part of a file name.
-QString fileNamePart(const char *name)
+QString pathIn(const QString &folder, const QString &stem, const QString &name)
 {
-    return QString::fromLatin1(name).remove(QLatin1Char(' '));
+    return QDir(folder).filePath(stem + QLatin1Char('_') + name + QLatin1String(".png"));
+}
+
+QString graphName(Displays::DispId id)
+{
+    return QLatin1String(QMetaEnum::fromType<Displays::DispId>().valueToKey(id));
+}
+
+QString mapName(const ResultQuantity &quantity)
+{
+    return QLatin1String("Map_") + QString::fromLatin1(quantity.name).remove(QLatin1Char(' '));
+}
+
+QString dataMapName(int row)
+{
+    return QStringLiteral("Data_%1").arg(row + 1);
+}
+
+/// Makes a folder and those above it that are missing. Not QDir::mkpath(), which takes "link/.." for nothing.
+bool makeFolder(const QString &path)
+{
+    const QFileInfo info(path);
+    if (info.isDir())
+        return true;
+    const bool hasName = !info.fileName().isEmpty(); // a slash at the end has none
+    return info.path() != path && makeFolder(info.path()) && (!hasName || QDir().mkdir(path));
 }
 
 class PictureFolder
 {
 public:
-    PictureFolder(const QString &folder, const QString &stem)
+    PictureFolder(const QString &folder, const QString &stem, numeric::FileSet *set)
         : m_folder(folder)
         , m_stem(stem)
+        , m_set(set)
     {
     }
 
-    bool make() { return QDir().mkpath(m_folder) || fail(QStringLiteral("cannot make the folder %1").arg(m_folder)); }
+    bool make() { return makeFolder(m_folder) || fail(QStringLiteral("cannot make the folder %1").arg(m_folder)); }
     bool save(const HeaderMenu &menu, const QString &name)
     {
-        const QString path = QDir(m_folder).filePath(m_stem + QLatin1Char('_') + name + QLatin1String(".png"));
+        const QString path = pathIn(m_folder, m_stem, name);
         const DisplayPicture picture = menu.picture();
-        const QString problem = picture.save(path, picture.printScale());
+        const QString problem = picture.save(path, picture.printScale(), m_set);
         return problem.isEmpty() || fail(QStringLiteral("cannot write the picture %1: %2").arg(path, problem));
     }
     QString error() const { return m_error; }
@@ -85,20 +111,20 @@ private:
 
     QString m_folder;
     QString m_stem;
+    numeric::FileSet *m_set;
     QString m_error;
 };
 
 bool saveGraphs(const FourPs &panel, PictureFolder *folder)
 {
     const Displays &displays = *panel.displays();
-    const QMetaEnum names = QMetaEnum::fromType<Displays::DispId>();
     for (int i = 0; i < displays.dabs.size(); ++i) {
         const Displays::DispId id = displays.ids[i];
         if (!panel.graphs().hasContents(id))
             continue;
         const int width = id == Displays::Muts ? 2 * graphWidth : graphWidth;
         const PoppedOut<DispABase> popped(displays.dabs[i], QSize(width, graphHeight));
-        if (!folder->save(*displays.dabs[i]->headerMenu(), QLatin1String(names.valueToKey(id))))
+        if (!folder->save(*displays.dabs[i]->headerMenu(), graphName(id)))
             return false;
     }
     return true;
@@ -119,7 +145,7 @@ bool saveResultMaps(FourPs *panel, PictureFolder *folder)
             if (const auto range = percentileRange(view.values(), view.count()))
                 map->setLimits(range->min, range->max);
         }
-        if (!folder->save(*map->headerMenu(), QLatin1String("Map_") + fileNamePart(quantity.name)))
+        if (!folder->save(*map->headerMenu(), mapName(quantity)))
             return false;
     }
     return true;
@@ -135,7 +161,7 @@ bool saveDataMaps(FourPs *panel, PictureFolder *folder)
             continue;
         panel->showDataMap(row);
         const PoppedOut<DispMBase> popped(panel->dataMap(), mapArea(map->nx(), map->ny()));
-        if (!folder->save(*panel->dataMap()->headerMenu(), QStringLiteral("Data_%1").arg(row + 1)))
+        if (!folder->save(*panel->dataMap()->headerMenu(), dataMapName(row)))
             return false;
     }
     return true;
@@ -143,11 +169,26 @@ bool saveDataMaps(FourPs *panel, PictureFolder *folder)
 
 } // namespace
 
-bool savePictures(FourPs *panel, const QString &folder, const QString &stem, QString *error)
+bool savePictures(FourPs *panel, const QString &folder, const QString &stem, numeric::FileSet *set, QString *error)
 {
-    PictureFolder pictures(folder, stem);
+    PictureFolder pictures(folder, stem, set);
     const bool saved = pictures.make() && saveGraphs(*panel, &pictures) && saveResultMaps(panel, &pictures) &&
                        saveDataMaps(panel, &pictures);
     *error = pictures.error();
     return saved;
+}
+
+QStringList pictureFiles(const QString &folder, const QString &stem)
+{
+    QStringList names;
+    const QMetaEnum graphs = QMetaEnum::fromType<Displays::DispId>();
+    for (int i = 0; i < graphs.keyCount(); ++i)
+        names << graphName(static_cast<Displays::DispId>(graphs.value(i)));
+    for (const ResultQuantity &quantity : resultQuantities)
+        names << mapName(quantity);
+    for (int row = 0; row < Job::maxEnergies; ++row)
+        names << dataMapName(row);
+    for (QString &name : names)
+        name = pathIn(folder, stem, name);
+    return names;
 }

@@ -11,6 +11,13 @@
 #include <memory>
 #include <vector>
 
+#ifdef Q_OS_LINUX
+#include <csignal>
+#include <cstdlib>
+#include <sys/prctl.h>
+#include <unistd.h>
+#endif
+
 namespace
 {
 
@@ -22,12 +29,41 @@ QStringList argumentsFor(const Job &job, const BatchOptions &options)
         arguments << QStringLiteral("--check");
     if (job.lenient)
         arguments << QStringLiteral("--lenient");
+    if (options.hash)
+        arguments << QStringLiteral("--hash");
     if (!job.pictures.isEmpty())
         arguments << QStringLiteral("--pictures") << job.pictures;
     if (!job.report.isEmpty())
         arguments << QStringLiteral("--report") << job.report;
     return arguments << QStringLiteral("--") << job.fileName;
 }
+
+constexpr int crashed = -1; // in the place of exit codes
+constexpr int notStarted = -2;
+
+/// A job in a process of its own, which ends when this program ends, in whatever way.
+class JobProcess : public QProcess
+{
+public:
+    /// False when there is no process. QProcess may not know: it then waits for a process -1, and to end that one would
+    /// end every process of the user.
+    bool hasStarted() const { return state() == NotRunning || processId() > 0; }
+
+protected:
+    void setupChildProcess() override
+    {
+#ifdef Q_OS_LINUX
+        prctl(PR_SET_PDEATHSIG, SIGTERM);
+        if (getppid() != m_parent) // it was too late for that
+            _exit(EXIT_FAILURE);
+#endif
+    }
+
+private:
+#ifdef Q_OS_LINUX
+    const pid_t m_parent = getpid();
+#endif
+};
 
 class Pool
 {
@@ -54,6 +90,7 @@ public:
 private:
     void startNext();
     void start(std::size_t i);
+    void abandon(std::size_t i);
     void finish(std::size_t i, int code);
     void print();
 
@@ -62,7 +99,7 @@ private:
     QTextStream &m_out;
     QTextStream &m_err;
     QEventLoop m_loop;
-    std::vector<std::unique_ptr<QProcess>> m_processes;
+    std::vector<std::unique_ptr<JobProcess>> m_processes;
     std::vector<int> m_codes;
     std::vector<bool> m_isDone;
     std::size_t m_next = 0;
@@ -88,28 +125,39 @@ void Pool::start(std::size_t i)
         finish(i, static_cast<int>(result.outcome));
         return;
     }
-    m_processes[i] = std::make_unique<QProcess>();
-    QProcess *const process = m_processes[i].get();
+    m_processes[i] = std::make_unique<JobProcess>();
+    JobProcess *const process = m_processes[i].get();
     // Not handed on as it is: bars of several jobs would run into each other on a terminal. Lines do not.
     QObject::connect(process, &QProcess::readyReadStandardError, process, [this, process] {
         m_err << QString::fromLocal8Bit(process->readAllStandardError());
         m_err.flush();
     });
-    QObject::connect(
-        process, QOverload<int, QProcess::ExitStatus>::of(&QProcess::finished), process,
-        [this, i](int code, QProcess::ExitStatus status) { finish(i, status == QProcess::NormalExit ? code : -1); });
+    QObject::connect(process, QOverload<int, QProcess::ExitStatus>::of(&QProcess::finished), process,
+                     [this, i](int code, QProcess::ExitStatus status) {
+                         finish(i, status == QProcess::NormalExit ? code : crashed);
+                     });
     QObject::connect(process, &QProcess::errorOccurred, process, [this, i](QProcess::ProcessError error) {
         if (error == QProcess::FailedToStart)
-            finish(i, -1);
+            finish(i, notStarted);
     });
     process->start(QCoreApplication::applicationFilePath(), argumentsFor(job.job, m_options));
+    if (!process->hasStarted())
+        abandon(i);
+}
+
+/// A process that does not exist and cannot be destroyed either.
+void Pool::abandon(std::size_t i)
+{
+    m_processes[i]->disconnect();
+    m_processes[i].release(); // for ever
+    finish(i, notStarted);
 }
 
 void Pool::finish(std::size_t i, int code)
 {
     if (code < 0) {
         m_err << "flokluk-batch: " << m_jobs.at(static_cast<int>(i)).job.fileName
-              << ": the process ended unexpectedly\n";
+              << (code == notStarted ? ": no process can be started for it\n" : ": the process ended unexpectedly\n");
         m_err.flush();
     }
     m_codes[i] = code < 0 ? static_cast<int>(JobOutcome::CannotWrite) : code;

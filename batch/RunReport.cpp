@@ -7,8 +7,9 @@
 #include "analysis/results/ResultQuantities.h"
 #include "analysis/results/ResultView.h"
 #include "analysis/results/Statistics.h"
+#include "batch/RunRecord.h"
+#include "numeric/FileIdentity.h"
 
-#include <QFileInfo>
 #include <QJsonArray>
 #include <QJsonDocument>
 #include <QJsonObject>
@@ -143,10 +144,10 @@ QJsonArray warningsOf(const AnalysisInput &input)
 } // namespace
 
 QByteArray runReport(const AnalysisInput &input, const Analysis &analysis, const Job &job, const RunTimes &times,
-                     const QStringList &errors)
+                     const RunRecord &record, const QStringList &errors)
 {
     QJsonObject report{{"program", "flokluk-batch " FLOKLUK_VERSION},
-                       {"job", QFileInfo(job.fileName).absoluteFilePath()},
+                       {"job", numeric::realPath(job.fileName)},
                        {"errors", QJsonArray::fromStringList(errors)},
                        {"warnings", warningsOf(input)},
                        {"edge", input.conditions.edge.edge},
@@ -161,5 +162,6 @@ QByteArray runReport(const AnalysisInput &input, const Analysis &analysis, const
         report.insert("target", targetReport(input.target, analysis));
     if (analysis.run())
         report.insert("map", mapReport(analysis));
+    insertRecord(record, job.report, &report);
     return QJsonDocument(report).toJson();
 }

@@ -6,6 +6,7 @@
 class Analysis;
 struct AnalysisInput;
 struct Job;
+struct RunRecord;
 
 /// Seconds that the parts of a run took.
 struct RunTimes {
@@ -16,6 +17,7 @@ struct RunTimes {
 };
 
 /// What a run found, as JSON: edges and edge jumps, the target by every method, and mean and standard deviation of each
-/// computed quantity over the finite pixels. docs/batch.md describes it. Numbers that are not finite become null.
+/// computed quantity over the finite pixels; and what the run read and wrote. docs/batch.md describes it. Numbers that
+/// are not finite become null.
 QByteArray runReport(const AnalysisInput &input, const Analysis &analysis, const Job &job, const RunTimes &times,
-                     const QStringList &errors);
+                     const RunRecord &record, const QStringList &errors);

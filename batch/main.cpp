@@ -3,6 +3,7 @@
 #include "app/StartUp.h"
 #include "batch/BatchCommand.h"
 #include "batch/JobRunner.h"
+#include "numeric/TemporaryName.h"
 
 #include <QApplication>
 #include <QTextStream>
@@ -10,6 +11,7 @@
 
 #include <algorithm>
 #include <cstdio>
+#include <cstdlib>
 
 #include <unistd.h>
 
@@ -17,8 +19,14 @@ namespace
 {
 
 /// Standard error is for progress and mistakes: leaves out notes, and what Qt says about a platform without a screen.
+/// What Qt cannot go on after, a missing screen above all, ends the program without a crash.
 void handleQtMessage(QtMsgType type, const QMessageLogContext &, const QString &text)
 {
+    if (type == QtFatalMsg) {
+        std::fprintf(stderr, "flokluk-batch: no window can be opened: %s\n",
+                     qPrintable(text.section(QLatin1Char('.'), 0, 0)));
+        std::_Exit(static_cast<int>(JobOutcome::WrongJob));
+    }
     const bool isNote = type == QtDebugMsg || type == QtInfoMsg;
     if (!isNote && !text.startsWith(QLatin1String("This plugin does not support")) &&
         !text.startsWith(QLatin1String("QStandardPaths:")))
@@ -43,8 +51,12 @@ int showJob(const QString &file, QTextStream *err)
 
 int main(int argc, char *argv[])
 {
+    numeric::prepareForSignals();
     // Only a window needs a screen. Who wants one all the same says so; Qt takes -platform before the environment.
-    const bool isShown = std::any_of(argv, argv + argc, [](const char *word) { return qstrcmp(word, "--show") == 0; });
+    const auto has = [argc, argv](const char *option) {
+        return std::any_of(argv, argv + argc, [option](const char *word) { return qstrcmp(word, option) == 0; });
+    };
+    const bool isShown = has("--show") && !has("--check"); // which do not go together
     if (!isShown && !qEnvironmentVariableIsSet("QT_QPA_PLATFORM"))
         qputenv("QT_QPA_PLATFORM", "offscreen");
     qInstallMessageHandler(handleQtMessage);

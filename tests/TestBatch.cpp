@@ -4,7 +4,10 @@
 #include <QImage>
 #include <QJsonArray>
 #include <QJsonDocument>
+#include <QLockFile>
 #include <QProcess>
+
+#include <unistd.h>
 
 using batchtools::edited;
 
@@ -92,10 +95,10 @@ private slots:
         }
     }
 
-    /// Each job is the sample's one but for some edits; the last ones have something in the way of an output.
+    /// Each job is the sample's one but for some edits; the last ones have something in the way of an output, and then
+    /// none is written but the report.
     void exitCodes()
     {
-        QVERIFY(QDir(m_sample.dir()).mkpath("blocked_HGThick.dat"));
         const char *const few = "Number of valied Ref Files is 1, which is less than 2.";
         // mistake: on standard error; null: none. left: what there is afterwards
         forRows<QString, int, const char *, QString>(
@@ -111,9 +114,9 @@ private slots:
               "warning: ...: Energy 1: 826 eV is outside of Ref 1", "result report"},
              {"new folder", "'four-points.dat' => 'pictures/a/b/r.dat'", 0, nullptr, "report"},
              {"result", "'four-points.dat' => 'truth.txt/r.dat'", 3, "cannot make the folder", ""},
-             {"histogram", "'four-points.dat' => 'blocked.dat'", 3, "Can't write the histograms of [", "report"},
-             {"pictures", "'pictures': 'pictures' => 'pictures': 'truth.txt/p'", 3, "cannot make the folder", ""},
-             {"report", "'four-points-report.json' => 'blocked_HGThick.dat'", 3, "cannot write the report", "result"}},
+             {"a name too long for a histogram", "'four-points.dat' => '" + QString(240, 'r') + ".dat'", 3,
+              "cannot write ", "report"},
+             {"pictures", "'pictures': 'pictures' => 'pictures': 'truth.txt/p'", 3, "cannot make the folder", ""}},
             [this](const QString &edits, int code, const char *mistake, const QString &left) {
                 m_sample.removeResults();
                 QCOMPARE(m_sample.runJob(edited(m_sample.text("four-points.json"), edits)), code);
@@ -159,9 +162,10 @@ private slots:
             });
     }
 
-    /// The other job runs before twin.json, which has the result file of four-points.json.
+    /// The other job stands before twin.json, which has the result file of four-points.json.
     void overwritingOutputs()
     {
+        QVERIFY(::link(qPrintable(m_sample.path("target.dat")), qPrintable(m_sample.path("hard-link"))) == 0);
         const char *const other = "non-equivalent.json";
         forRows<const char *, const char *, const char *>(
             {{"two jobs, one file", "twin-report.json", "four-points.json",
@@ -170,19 +174,82 @@ private slots:
               "four-points.dat cannot be written: it is an output of .*twin.json"},
              {"its own spectrum", "target.dat", other, "target.dat cannot be written: it is an input of .*twin.json"},
              {"another job", "non-equivalent.json", other,
-              "cannot be written: it is an input of .*non-equivalent.json"}},
+              "cannot be written: it is an input of .*non-equivalent.json"},
+             {"a histogram", "four-points_HGThick.dat", other, "HGThick.dat cannot be written: it is an output of"},
+             {"a picture that there may be", "pictures/twin_Map_C2.png", other, "C2.png cannot be written: it is an"},
+             {"an input under another name", "hard-link", other, "hard-link cannot be written: it is an input of"},
+             {"a device", "/dev/null", other, "/dev/null cannot be written: it is no plain file"},
+             {"a pipe or file of the program", "/dev/stdout", other, "stdout cannot be written: it is no plain file"}},
             [this](const char *report, const char *before, const char *message) {
-                m_sample.removeResults();
                 const QString edit = QString("four-points-report.json => ") + report;
                 QVERIFY(
                     tables::writeBytes(m_sample.path("twin.json"), edited(m_sample.text("four-points.json"), edit)));
-                const QByteArray target = m_sample.text("target.dat");
-                QCOMPARE(m_sample.run({m_sample.path(before), m_sample.path("twin.json")}), 2);
+                QCOMPARE(m_sample.run({"--check", m_sample.path(before), m_sample.path("twin.json")}), 2);
                 const QRegularExpression sentence(QString("twin.json: .*") + message);
                 QVERIFY2(m_sample.mistakes().filter(sentence).size() == 1, qPrintable(m_sample.err));
                 QCOMPARE(m_sample.mistakes().size(), 1);
-                QCOMPARE(m_sample.text("target.dat"), target);
             });
+    }
+
+    void verify()
+    {
+        const auto verified = [this] {
+            return m_sample.run({"--verify", m_sample.path("four-points-report.json")});
+        };
+        QCOMPARE(m_sample.run({m_sample.path("four-points.json"), "--hash"}), 0);
+        const QJsonArray inputs =
+            QJsonDocument::fromJson(m_sample.text("four-points-report.json")).object()["inputs"].toArray();
+        QCOMPARE(inputs[1].toObject()["path"].toString(), QFileInfo(m_sample.path("target.dat")).canonicalFilePath());
+        QCOMPARE(inputs[1].toObject()["size"].toInt(), m_sample.text("target.dat").size());
+        QCOMPARE(verified(), 0);
+        QVERIFY(m_sample.out.contains("files are those of the run ") && m_sample.err.isEmpty());
+
+        // changed: what is added to a file; null: it is removed
+        forRows<const char *, const char *, int, const char *>(
+            {{"one byte", "four-points_HGAlpha.dat", "~", 1, "HGAlpha.dat is not what the run wrote"},
+             {"no file", "pictures/four-points_M2M3.png", nullptr, 1, "M2M3.png is missing"},
+             {"left over", "pictures/four-points_Map_C2.png", "x", 1, "C2.png is of another run"},
+             {"an input", "target.dat", "\n", 0, "warning: .*target.dat is no longer what the run read"}},
+            [&](const char *name, const char *added, int code, const char *sentence) {
+                const QString file = m_sample.path(name);
+                const bool isThere = QFile::exists(file);
+                const QByteArray before = m_sample.text(name);
+                QVERIFY(added ? tables::writeBytes(file, before + added) : QFile::remove(file));
+                QCOMPARE(verified(), code);
+                QCOMPARE(m_sample.mistakes().size(), 1);
+                QVERIFY2(QRegularExpression(sentence).match(m_sample.err).hasMatch(), qPrintable(m_sample.err));
+                QVERIFY(isThere ? tables::writeBytes(file, before) : QFile::remove(file));
+            });
+        const QString noFolder = "'pictures': 'pictures' => 'pictures': 'truth.txt/p'";
+        QCOMPARE(m_sample.runJob(edited(m_sample.text("four-points.json"), noFolder)), 3);
+        QCOMPARE(verified(), 1);
+        QVERIFY(m_sample.err.contains("has not written all"));
+        QCOMPARE(m_sample.run({"--verify", m_sample.path("four-points.json")}), 2);
+    }
+
+    /// While a run writes it keeps others away, but not when it is gone.
+    void oneRunAtATime()
+    {
+        const QString job = m_sample.path("four-points.json"), lockFile = m_sample.path("four-points.dat.lock");
+        {
+            QLockFile other(lockFile);
+            QVERIFY(other.tryLock());
+            m_sample.removeResults();
+            QCOMPARE(m_sample.run({job}), 3);
+            QVERIFY2(m_sample.err.contains("another run writes the same files now"), qPrintable(m_sample.err));
+            QCOMPARE(m_sample.results(), QStringList());
+        }
+        const QByteArray gone = "99999999\nflokluk-batch\n" + QSysInfo::machineHostName().toUtf8() + '\n';
+        QVERIFY(tables::writeBytes(lockFile, gone));
+        QCOMPARE(m_sample.run({job}), 0);
+        QVERIFY(!QFile::exists(lockFile));
+    }
+
+    /// A file that may not grow is a result that cannot be written, not the end of the program.
+    void limitOfFileSize()
+    {
+        const QString command = "ulimit -f 4; exec " FLOKLUK_BATCH " " + m_sample.path("four-points.json");
+        QCOMPARE(QProcess::execute("sh", {"-c", command}), 3);
     }
 
     /// The worst outcome counts, and no job stops those after it.
@@ -234,6 +301,26 @@ private slots:
             QCOMPARE(large.run(job), 0);
             QCOMPARE(large.text("non-equivalent.dat"), whole);
         }
+    }
+
+    /// Jobs in processes of their own end with the program, however it ends.
+    void killedWithItsJobs()
+    {
+        batchtools::SampleJobs large;
+        QVERIFY(large.make(256, 192));
+        QProcess process;
+        process.setReadChannel(QProcess::StandardError);
+        process.start(QStringLiteral(FLOKLUK_BATCH),
+                      {"--jobs", "2", large.path("four-points.json"), large.path("non-equivalent.json")});
+        QVERIFY(process.waitForReadyRead(60000));
+        const auto locks = [&large] {
+            return QDir(large.dir()).entryList({"*.lock"});
+        };
+        QVERIFY(!locks().isEmpty());
+        process.kill();
+        QVERIFY(process.waitForFinished(60000));
+        QTRY_VERIFY_WITH_TIMEOUT(locks().isEmpty(), 60000);
+        QCOMPARE(large.results(), QStringList());
     }
 
 private:

@@ -68,6 +68,9 @@ public:
     /// What is changed within a scope of it is calculated once, at its end.
     Recalculation &recalculation() { return m_recalculation; }
 
+    /// write(), but the files wait for the others of the set; null: they do not.
+    void writeInto(numeric::FileSet *set);
+
     /// Ask for the name of the file that gets a map as text and for a job file; an empty answer is a change of mind.
     std::function<QString()> askMapFile;
     std::function<QString()> askJobFile;

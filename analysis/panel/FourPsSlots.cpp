@@ -118,13 +118,18 @@ bool FourPs::recordsQuantity(int position) const
 
 void FourPs::write()
 {
+    writeInto(nullptr);
+}
+
+void FourPs::writeInto(numeric::FileSet *set)
+{
     const QString path = ui.SaveFSelect->fileText();
     RecordSelection selection = {};
     for (int position = 0; position < ResultPosition::count; ++position)
         selection.at(static_cast<std::size_t>(position)) = recordsQuantity(position);
     const AnalysisInput now = m_inputs.gather();
     QString written;
-    if (report(m_analysis.write(path, now, selection)).isDone) {
+    if (report(m_analysis.write(path, now, selection, set)).isDone) {
         const bool areOld = m_analysis.run() && !changesSince(*m_analysis.run(), now).isEmpty();
         written = (areOld ? tr("%1: wrote %2 (inputs changed since)") : tr("%1: wrote %2 and its histograms"))
                       .arg(QTime::currentTime().toString(QStringLiteral("HH:mm:ss")), QFileInfo(path).fileName());
