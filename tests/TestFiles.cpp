@@ -1,7 +1,6 @@
 #include "numeric/FileIdentity.h"
 #include "numeric/FileSet.h"
 #include "numeric/OutputFile.h"
-#include "numeric/Sha256.h"
 #include "tests/SmallDisk.h"
 #include "tests/Tables.h"
 
@@ -188,22 +187,6 @@ private slots:
                                                       const QString path = fileIdentity(root.filePath(one));
                                                       QCOMPARE(path == fileIdentity(root.filePath(other)), isSame);
                                                   });
-    }
-
-    /// Against Qt's, for lengths around those of a block and of its padding, in pieces of several sizes.
-    void sha256()
-    {
-        for (const int length : {0, 1, 55, 56, 63, 64, 65, 119, 128, 1000, 100000}) {
-            QByteArray bytes;
-            for (int i = 0; i < length; ++i)
-                bytes += static_cast<char>(i * i % 251);
-            for (const int piece : {1, 63, 64, 200, 100000}) {
-                Sha256 sum;
-                for (int i = 0; i < length; i += piece)
-                    sum.add(bytes.constData() + i, static_cast<std::size_t>(qMin(piece, length - i)));
-                QCOMPARE(sum.result(), QCryptographicHash::hash(bytes, QCryptographicHash::Sha256).toHex());
-            }
-        }
     }
 };
 

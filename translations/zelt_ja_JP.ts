@@ -428,6 +428,10 @@ Do you want to replace it?</source>
         <source>There is nothing to see in this display.</source>
         <translation>この表示には何も描かれていません。</translation>
     </message>
+    <message>
+        <source>There was no room for all of it.</source>
+        <translation>空き容量が足りず、すべてを書き込めませんでした。</translation>
+    </message>
 </context>
 <context>
     <name>Displays</name>
