@@ -5,78 +5,49 @@
 
 #include <QDir>
 
-namespace
-{
-
-QString names(const QStringList &paths)
-{
-    QStringList names;
-    for (const QString &path : paths)
-        names << QFileInfo(path).fileName();
-    return names.join(' ');
-}
-
-QByteArray map(const QByteArray &lines)
-{
-    return "# 1301\n# AXIS 0 x um 0 1 1\n# AXIS 1 y um 0 1 0\n" + lines;
-}
-
-} // namespace
-
 class TestDroppedFiles : public QObject
 {
     Q_OBJECT
 
-    QTemporaryDir m_dir;
-
 private slots:
-    void initTestCase()
-    {
-        QVERIFY(m_dir.isValid() && QDir(m_dir.path()).mkdir("f") && QDir(m_dir.path()).mkdir("f/g"));
-    }
-
     void kinds()
     {
-        const QByteArray pixels = "0 0 2 4\n1 0 2 4\n";
+        const QByteArray head = "# 1301\n# AXIS 0 x um 0 1 1\n# AXIS 1 y um 0 1 0\n", pixels = "0 0 2 4\n1 0 2 4\n";
+        const QByteArray cells = "\n          0          0        0.5\n          1          0        0.5\n";
         const QByteArray scan = "Mode 0 0 1 2\nOffset 0 0 0 0\n1 20 1 5 6\n";
-        forRows<const char *, QByteArray, const char *>(
-            {{"a map", "f/a", map("# ENERGY = 7120\n" + pixels), "maps"},
-             {"lower energy", "f/b", map("# ENERGY = 7112\n" + pixels), "maps"},
-             {"no energy", "f/c", map("\n" + pixels), "maps"},
-             {"columns named", "f/d", "# 2003901\n# ENERGY = 7119\n# I :1\n# I0 :2\n0 0 1 2 3\n", "maps"},
-             {"longer than is looked at", "f/e", map("# ENERGY = 999\n" + pixels.repeated(9000)), "maps"},
-             {"a result has a map's header", "f/r.dat",
-              map("\n          0          0        0.5\n          1          0        0.5\n"), "others"},
-             {"no axes", "f/q", pixels, "others"},
-             {"a spectrum", "f/r10.dat", scan, "spectra"},
-             {"before it by number", "f/r9.dat", scan, "spectra"},
-             {"no data", "f/s", "Mode 0 0 1 2\nOffset 0 0 0 0\n", "others"},
-             {"a job among others", "f/job", " {\"references\": []}", "others"},
-             {"not in the folder itself", "f/g/h", scan, ""}},
-            [this](const char *name, const QByteArray &bytes, const char *kind) {
-                QVERIFY(tables::writeBytes(m_dir.filePath(name), bytes));
-                const DroppedFiles one = sortDropped({m_dir.filePath(name)});
-                const bool isJob = QString(name) == "f/job";
-                QCOMPARE(one.job.isEmpty(), !isJob);
-                if (*kind && !isJob)
-                    QCOMPARE(kind == QString("maps")      ? one.maps.size()
-                             : kind == QString("spectra") ? one.spectra.size()
-                                                          : one.others.size(),
-                             1);
-            });
-        const DroppedFiles all = sortDropped({m_dir.filePath("f"), m_dir.filePath("missing")});
-        QCOMPARE(names(all.maps), QString("e b d a c"));
+        const QTemporaryDir dir;
+        QVERIFY(QDir(dir.path()).mkpath("sub"));
+        const std::pair<const char *, QByteArray> files[] = {
+            {"b7120", head + "# ENERGY = 7120\n" + pixels},
+            {"a7121", head + "# ENERGY = 7121\n" + pixels},
+            {"columns7119", "# 2003901\n# ENERGY = 7119\n# I :1\n# I0 :2\n0 0 1 2 3\n"},
+            {"large999", head + "# ENERGY = 999\n" + pixels.repeated(9000)},
+            {"no-energy", head + '\n' + pixels},
+            {"no-axes", pixels},
+            {"result.dat", head + cells}, // has a map's header
+            {"r10.dat", scan},
+            {"r9.dat", scan},
+            {"no-scan", "Mode 0 0 1 2\nOffset 0 0 0 0\n"},
+            {"job", " {\"references\": []}"},
+            {"sub/r.dat", scan}};
+        for (const auto &[name, bytes] : files)
+            QVERIFY(tables::writeBytes(dir.filePath(name), bytes));
+        const auto names = [&dir](const QStringList &paths) {
+            return paths.join(' ').remove(dir.path() + '/');
+        };
+        const DroppedFiles all = sortDropped({dir.path(), dir.filePath("missing")});
+        QCOMPARE(names(all.maps), QString("large999 columns7119 b7120 a7121 no-energy"));
         QCOMPARE(names(all.spectra), QString("r9.dat r10.dat"));
-        QCOMPARE(names(all.others), QString("job missing q r.dat s"));
-        QVERIFY(all.job.isEmpty());
+        QCOMPARE(names(all.others), QString("job missing no-axes no-scan result.dat"));
+        QCOMPARE(all.job, QString());
+        QCOMPARE(sortDropped({dir.filePath("job")}).job, dir.filePath("job"));
     }
 
     void placesOfSpectra()
     {
         forRows<QStringList, QStringList, QVector<int>>(
             {{"all empty", {"/a", "/my Target.dat", "/b"}, {"", "", "", "", ""}, {0, 4, 1}},
-             {"between", {"/a", "/b"}, {"/1", "", "/3", "", ""}, {1, 3}},
-             {"full", {"/a", "/b"}, {"/1", "", "/3", "/4", ""}, {1, -1}},
+             {"between, then full", {"/a", "/b"}, {"/1", "", "/3", "/4", ""}, {1, -1}},
              {"there already", {"/3", "/a", "/t"}, {"/1", "", "/3", "", "/t"}, {2, 1, 4}},
              {"twice", {"/a", "/a"}, {"", "", "", "", ""}, {0, 0}},
              {"another target", {"/target2", "/a"}, {"", "", "", "", "/target"}, {-1, 0}}},
