@@ -105,6 +105,7 @@ private:
     void loadAndCalculate();
     void load();
     void judgeInputs();
+    void takeLocks();
     void prepareOutputs();
     void writeFiles();
     void writeResult();
@@ -160,8 +161,12 @@ JobResult Run::run()
     QElapsedTimer whole;
     whole.start();
     m_timer.start();
-    m_record = beginRecord(m_job, m_options.isHashed && m_given.errors.isEmpty() && !m_options.checkOnly);
-    loadAndCalculate();
+    if (m_given.errors.isEmpty())
+        takeLocks();
+    if (m_result.outcome == JobOutcome::Done) {
+        m_record = beginRecord(m_job, m_options.isHashed && m_given.errors.isEmpty() && !m_options.checkOnly);
+        loadAndCalculate();
+    }
     if (m_isCalculated)
         writeFiles();
     m_progress.finish(m_result.outcome == JobOutcome::Done, static_cast<double>(whole.elapsed()) * 1e-3);
@@ -214,16 +219,20 @@ void Run::judgeInputs()
         prepareOutputs();
 }
 
+/// Those for which there are folders.
+void Run::takeLocks()
+{
+    const QString otherRun = m_options.checkOnly ? QString() : m_locks.take(lockFiles(m_job));
+    if (!otherRun.isEmpty())
+        fail(JobOutcome::CannotWrite, otherRun);
+}
+
 /// Neither is what could not be written.
 void Run::prepareOutputs()
 {
     for (const QString &problem : makeOutputFolders(m_job, m_options.checkOnly))
         fail(JobOutcome::CannotWrite, problem);
-    if (m_result.outcome != JobOutcome::Done || m_options.checkOnly)
-        return;
-    const QString otherRun = m_locks.take(lockFiles(m_job));
-    if (!otherRun.isEmpty())
-        fail(JobOutcome::CannotWrite, otherRun);
+    takeLocks();
 }
 
 void Run::writeFiles()

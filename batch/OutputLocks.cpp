@@ -2,6 +2,7 @@
 
 #include <QFileInfo>
 
+#include <algorithm>
 #include <utility>
 
 OutputLocks::~OutputLocks()
@@ -17,7 +18,13 @@ QString OutputLocks::take(const QStringList &files)
 {
     const numeric::HeldSignals held;    // between a lock and its name
     constexpr int momentToFill = 10000; // ms, of which making a lock file and filling it takes next to none
+    const auto isHeld = [this](const QString &path) {
+        return std::any_of(m_locks.begin(), m_locks.end(),
+                           [&path](const Lock &lock) { return lock.name->path() == path; });
+    };
     for (const QString &path : files) {
+        if (isHeld(path))
+            continue;
         Lock lock{std::make_unique<QLockFile>(path), nullptr};
         qint64 process = 0;
         QString host, program;

@@ -15,8 +15,8 @@ class OutputLocks
 public:
     ~OutputLocks();
 
-    /// Takes these lock files; see lockFiles(). Where one cannot be made, nothing can be written either, and that is
-    /// left to be found. One sentence when another run has one of them, else empty.
+    /// Takes these lock files, but for those that it has; see lockFiles(). Where one cannot be made, nothing can be
+    /// written either, and that is left to be found. One sentence when another run has one of them, else empty.
     QString take(const QStringList &files);
 
 private:

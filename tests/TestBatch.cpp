@@ -220,8 +220,8 @@ private slots:
                 QVERIFY2(QRegularExpression(sentence).match(m_sample.err).hasMatch(), qPrintable(m_sample.err));
                 QVERIFY(isThere ? tables::writeBytes(file, before) : QFile::remove(file));
             });
-        const QString noFolder = "'pictures': 'pictures' => 'pictures': 'truth.txt/p'";
-        QCOMPARE(m_sample.runJob(edited(m_sample.text("four-points.json"), noFolder)), 3);
+        const QString noVPoint = "'vPoint': true => 'vPoint': false";
+        QCOMPARE(m_sample.runJob(edited(m_sample.text("four-points.json"), noVPoint)), 1);
         QCOMPARE(verified(), 1);
         QVERIFY(m_sample.err.contains("has not written all"));
         QCOMPARE(m_sample.run({"--verify", m_sample.path("four-points.json")}), 2);
