@@ -37,6 +37,6 @@ int readableTextLines(const ChCoord &cc)
     const int fitting = truncToInt(std::ceil(height / std::abs(cc.sy0() - cc.isy0()))); // a line stands in the margin
     // The title of the y axis ends two text heights in from the left: beside the plot, not across its edge.
     const int beside = truncToInt(std::ceil(2 * cc.textFill * height / std::abs(cc.isx0() - cc.sx0())));
-    return std::max(std::min(most, std::max(fitting, truncToInt(height / readable))),
-                    std::min(beside, truncToInt(height / legible)));
+    return std::max({std::min(most, std::max(fitting, truncToInt(height / readable))),
+                     std::min(beside, truncToInt(height / legible)), 1});
 }

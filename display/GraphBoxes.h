@@ -15,5 +15,5 @@ struct GraphBoxes {
 };
 
 /// How many text lines a graph gets (ChCoord::textLines) whose margins are set: 20, in a small one as many fewer as
-/// leave the labels readable and below the plot, in a narrow one more, so that the title stands beside it.
+/// leave the labels readable and below the plot, in a narrow one more, so that the title stands beside it. At least 1.
 int readableTextLines(const ChCoord &cc);

@@ -137,7 +137,8 @@ private slots:
                                                    {400, 210, 11},
                                                    {400, 60, 9},
                                                    {200, 200, 15},
-                                                   {860, 200, 10}}) {
+                                                   {860, 200, 10},
+                                                   {300, 0, 1}}) { // divided by when it is enlarged
             AreaCoord cc(width, height);
             QCOMPARE(readableTextLines(cc), lines);
             cc.textLines = lines;
