@@ -3,6 +3,7 @@
 #include "mapdata/BlockReader.h"
 #include "mapdata/MapHeader.h"
 #include "mapdata/PixelLineParser.h"
+#include "numeric/ParallelRanges.h"
 #include "numeric/TextScanner.h"
 
 #include <QBuffer>
@@ -11,7 +12,6 @@
 #include <QFileInfo>
 #include <QIODevice>
 #include <QThread>
-#include <QtConcurrent>
 
 #include <algorithm>
 #include <array>
@@ -158,10 +158,13 @@ bool MapLoader::inParallel(std::vector<Segment> *segments, Work work) const
             segment.failed = true;
         }
     };
-    if (segments->size() == 1)
-        guarded(segments->front());
-    else
-        QtConcurrent::blockingMap(*segments, guarded);
+    const auto some = [segments, &guarded](std::size_t begin, std::size_t end) {
+        for (std::size_t i = begin; i < end; ++i)
+            guarded((*segments)[i]);
+    };
+    constexpr std::size_t worthAThread = 1;
+    if (!segments->empty())
+        numeric::parallelRanges(segments->size(), 0, some, worthAThread);
     return std::none_of(segments->begin(), segments->end(), [](const Segment &segment) { return segment.failed; });
 }
 

@@ -1,8 +1,8 @@
 #pragma once
 
-#include <QFutureSynchronizer>
+#include "numeric/HelperThreads.h"
+
 #include <QThread>
-#include <QtConcurrent>
 
 #include <algorithm>
 #include <cstddef>
@@ -11,9 +11,9 @@ namespace numeric
 {
 
 /// Calls work(begin, end) for ranges that together cover 0 ... count - 1, on `threads` threads at once (0: as many as
-/// the machine has cores), and returns when all are done. The ranges depend on nothing but the arguments; work must
-/// not depend on how the whole is cut. The calling thread takes a share. Fewer than `worthAThread` items are done
-/// before a thread has started.
+/// the machine has cores), and returns when all are done. The calling thread takes a share, and those for which the
+/// system makes no thread. Work must not depend on how the whole is cut; what it throws is thrown when all have ended.
+/// Fewer than `worthAThread` items are done before a thread has started.
 template <class Work>
 void parallelRanges(std::size_t count, int threads, Work work, std::size_t worthAThread = 4096)
 {
@@ -23,10 +23,14 @@ void parallelRanges(std::size_t count, int threads, Work work, std::size_t worth
         return count / shares * share + count % shares * share / shares;
     };
 
-    QFutureSynchronizer<void> others; // waits at the end of the scope
-    for (std::size_t share = 1; share < shares; ++share)
-        others.addFuture(QtConcurrent::run([work, start, share] { work(start(share), start(share + 1)); }));
+    HelperThreads others(shares - 1);
+    std::size_t share = 1;
+    while (share < shares && others.start([&work, begin = start(share), end = start(share + 1)] { work(begin, end); }))
+        ++share;
     work(0, start(1));
+    if (share < shares)
+        work(start(share), count);
+    others.finish();
 }
 
 } // namespace numeric

@@ -1,10 +1,12 @@
 #include "mapdata/MapFileReader.h"
 #include "tests/LiteralMapReader.h"
+#include "tests/NoThreads.h"
 #include "tests/Tables.h"
 
 #include <sys/stat.h>
 
 #include <atomic>
+#include <optional>
 #include <random>
 #include <thread>
 
@@ -177,9 +179,12 @@ private slots:
             QVERIFY(writeBytes(path, text));
             const LiteralMap wanted = readLiterally(text);
             QVERIFY(wanted.loaded);
-            for (const int threads : {0, 1, 2, 5}) {
+            for (const int threads : {0, 1, 2, 5, -5}) { // of -5 none can be had
+                std::optional<NoThreads> limit;
+                if (threads < 0)
+                    limit.emplace();
                 A2DData data;
-                const MapLoadResult result = loadMapFile(path, &data, {threads});
+                const MapLoadResult result = loadMapFile(path, &data, {std::abs(threads)});
                 QCOMPARE(differenceTo(wanted, result, data), QString());
             }
         }

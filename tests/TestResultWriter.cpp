@@ -1,5 +1,6 @@
 #include "analysis/methods/FourPoints.h"
 #include "analysis/results/ResultWriter.h"
+#include "tests/NoThreads.h"
 #include "tests/SmallDisk.h"
 #include "tests/Tables.h"
 
@@ -133,6 +134,8 @@ private slots:
                                       const QByteArray wanted = literalText(results, {true, 2, 2.75}, selection);
                                       for (const int threads : {1, 2, 3, 8, 0})
                                           QVERIFY(writtenFile(results, {true, 2, 2.75}, selection, threads) == wanted);
+                                      const NoThreads limit; // the writing goes on alone
+                                      QVERIFY(writtenFile(results, {true, 2, 2.75}, selection, 3) == wanted);
                                   });
     }
 
