@@ -20,6 +20,7 @@ void A2DData::clear()
 {
     m_headerText.clear();
     m_grid = MapGrid();
+    m_facts = MapLoadFacts();
     for (numeric::Plane *const plane : {&m_x, &m_y, &m_I, &m_I0, &m_absorption})
         plane->clear();
 }
@@ -48,10 +49,20 @@ void A2DData::sharePositions(const A2DData &other)
     const auto same = [](const numeric::Plane &l, const numeric::Plane &r) {
         return l.size() == r.size() && std::memcmp(l.data(), r.data(), l.size() * sizeof(double)) == 0;
     };
-    if (count() == 0 || &other == this || !same(m_x, other.m_x) || !same(m_y, other.m_y))
+    if (count() == 0 || sharesPositions(other) || !same(m_x, other.m_x) || !same(m_y, other.m_y))
         return;
+    takePositions(other);
+}
+
+void A2DData::takePositions(const A2DData &other)
+{
     m_x = other.m_x.share();
     m_y = other.m_y.share();
+}
+
+bool A2DData::sharesPositions(const A2DData &other) const
+{
+    return m_x.data() == other.m_x.data() && m_y.data() == other.m_y.data();
 }
 
 A2DData::Columns A2DData::resize(qint64 count)

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "mapdata/MapGrid.h"
+#include "mapdata/MapLoadFacts.h"
 #include "numeric/Plane.h"
 
 #include <QString>
@@ -63,6 +64,10 @@ public:
     /// The absorption of every pixel, count() values.
     const numeric::Plane &absorptions() const { return m_absorption; }
 
+    /// What was noticed while the file was read.
+    const MapLoadFacts &facts() const { return m_facts; }
+    void setFacts(const MapLoadFacts &facts) { m_facts = facts; }
+
     /// Forgets everything, the memory included.
     void clear();
     void setHeaderText(const QString &text) { m_headerText = text; }
@@ -76,6 +81,9 @@ public:
     /// Keeps the positions of `other` in the place of its own where they are the same, bit for bit: the maps of one
     /// sample were measured at the same points, and need the memory for them once.
     void sharePositions(const A2DData &other);
+    /// The same for positions that are known to be those of `other`; its own need not have been filled.
+    void takePositions(const A2DData &other);
+    bool sharesPositions(const A2DData &other) const;
 
     /// Makes room for `count` pixels, contents undefined, to be filled through the returned columns.
     /// Throws std::bad_alloc.
@@ -86,6 +94,7 @@ public:
 private:
     QString m_headerText;
     MapGrid m_grid;
+    MapLoadFacts m_facts;
     numeric::Plane m_x;
     numeric::Plane m_y;
     numeric::Plane m_I;

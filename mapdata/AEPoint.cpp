@@ -11,15 +11,26 @@
 #include <QDropEvent>
 #include <QFileInfo>
 
-AEPoint::LoadReport AEPoint::reportOf(const MapLoadResult &result, const QString &path) const
+AEPoint::LoadReport AEPoint::reportOf(const QString &path) const
 {
     const QString name = QFileInfo(path).fileName();
-    if (!result.opened)
-        return {tr("Cannot read %1").arg(name), true};
-    if (m_data.count() == 0)
+    switch (m_result.problem) {
+    case MapLoadProblem::NotOpened:
+    case MapLoadProblem::NotRead:
+        if (m_result.systemText.isEmpty())
+            return {tr("Cannot read %1").arg(name), true};
+        return {tr("Cannot read %1: %2").arg(name, m_result.systemText), true};
+    case MapLoadProblem::NoMemory:
+        return {tr("Not enough memory for %1").arg(name), true};
+    case MapLoadProblem::LineTooLong:
+        return {tr("No map data in %1: a line is longer than 64 MB").arg(name), true};
+    case MapLoadProblem::NoRecords:
         return {tr("No map data in %1").arg(name), true};
-    if (!result.loaded)
+    case MapLoadProblem::NoSize:
         return {tr("No map size in %1").arg(name), true};
+    case MapLoadProblem::None:
+        break;
+    }
     const QString size = QStringLiteral("%1 x %2").arg(m_data.nx()).arg(m_data.ny());
     if (static_cast<qint64>(m_data.nx()) * m_data.ny() == m_data.count())
         return {size, false};
@@ -159,18 +170,20 @@ void AEPoint::warnOfSize(bool isOther)
 void AEPoint::loadData(const QString &path)
 {
     m_loaded = false;
-    MapLoadResult result;
     {
         const WaitCursor wait;
-        result = loadMapFile(path, &m_data);
+        MapReadOptions options;
+        options.others = m_otherMaps();
+        m_result = loadMapFile(path, &m_data, options);
     }
-    m_report = path.isEmpty() ? LoadReport() : reportOf(result, path);
+    m_report = path.isEmpty() ? LoadReport() : reportOf(path);
     warnOfSize(false);
-    if (!result.energyText.isNull()) {
-        setEnergyText(result.energyText);
+    const bool isLoaded = m_result.loaded; // whoever hears of the energy may load again
+    if (!m_result.energyText.isNull()) {
+        setEnergyText(m_result.energyText);
         inNewEnergy();
     }
-    if (!result.loaded)
+    if (!isLoaded)
         return;
     m_loaded = true;
     emit newData();

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "mapdata/A2DData.h"
+#include "mapdata/MapLoadResult.h"
 
 #include "ui_AEPoint.h"
 
@@ -11,7 +12,7 @@
 #include <QString>
 #include <QVector>
 
-struct MapLoadResult;
+#include <functional>
 
 /// One energy at which a map was measured: its map data file, the energy, what the panel uses it for, and read-only
 /// fields for the values of the target and of four references at this energy.
@@ -25,8 +26,11 @@ public:
     /// What the file loaded last holds; to be used only when loaded().
     const A2DData &data() const { return m_data; }
     bool loaded() const { return m_loaded; }
-    /// Saves memory where the other map was measured at the same points.
-    void sharePositions(const AEPoint &other) { m_data.sharePositions(other.m_data); }
+    /// What became of the file chosen last.
+    const MapLoadResult &loadResult() const { return m_result; }
+    /// Gives the maps of the other rows when a file is loaded: positions that they have already take no memory again.
+    using OtherMaps = std::function<QVector<const A2DData *>()>;
+    void setOtherMaps(const OtherMaps &others) { m_otherMaps = others; }
 
     /// eV; 0 when the field holds no number.
     double energy() const;
@@ -84,10 +88,14 @@ private:
         QString text;
         bool isWarning = false;
     };
-    LoadReport reportOf(const MapLoadResult &result, const QString &path) const;
+    LoadReport reportOf(const QString &path) const;
     QVector<QLabel *> titles() const;
 
     A2DData m_data;
+    MapLoadResult m_result;
+    OtherMaps m_otherMaps = [] {
+        return QVector<const A2DData *>();
+    };
     LoadReport m_report;
     bool m_loaded = false;
     Ui_AEPoint ui;

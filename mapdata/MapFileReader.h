@@ -1,22 +1,20 @@
 #pragma once
 
 #include "mapdata/A2DData.h"
+#include "mapdata/MapLoadResult.h"
 
 #include <QByteArray>
 #include <QString>
+#include <QVector>
 
-/// What became of loading a map data file.
-struct MapLoadResult {
-    bool opened = false; ///< false: no readable regular file; the data are untouched then
-    bool loaded = false; ///< a usable map: at least one record, nx > 0 and ny > 0
-    QString energyText;  ///< as written in the last energy line (eV); null when the file has none
-};
-
-/// How the work of loading is cut. The result never depends on it.
+/// How a map is loaded. The values never depend on it.
 struct MapReadOptions {
     int threads = 0;                ///< 0: one for each core
     qint64 segmentBytes = 1 << 20;  ///< a further thread starts for no less than this
     qint64 blockBytes = 256 * 1024; ///< read and parsed at once; small enough to stay in the cache
+    /// Maps loaded before. Positions that are those of one of them, bit for bit, are shared with it and take no memory,
+    /// not even while the file is read. The map that is loaded is none of them.
+    QVector<const A2DData *> others = {};
 };
 
 /// Loads a map data file into `data`, whose memory is used again where it suffices.
@@ -33,8 +31,9 @@ struct MapReadOptions {
 /// ignored, a token that is no number reads as 0. A column-mapped file takes its size from its positions.
 ///
 /// When the file cannot be opened, or is no regular file, the data stay as they are. Otherwise they hold what was
-/// read, also when that is no usable map; they are empty when reading failed half-way or memory did not suffice.
-/// A file that changes while it is read gives some of its lines, old or new.
+/// read, also when that is no usable map; they are empty when reading failed half-way, memory did not suffice or a line
+/// was longer than BlockReader::longestLine. A file that changes while it is read gives some of its lines, old or new;
+/// that, and whatever else makes the map doubtful, stands in its MapLoadFacts.
 MapLoadResult loadMapFile(const QString &path, A2DData *data, const MapReadOptions &options = {});
 
 /// The same for the contents of a file; `opened` is always true.

@@ -4,6 +4,7 @@
 #include "numeric/TextToNumber.h"
 
 #include <cstddef>
+#include <cstdint>
 #include <cstring>
 
 namespace
@@ -26,13 +27,16 @@ bool isHeaderLine(std::string_view line)
     return scanner.next(&token) && token.front() == '#';
 }
 
-PixelLineParser::PixelLineParser(const MapHeader &header, const A2DData::Columns &columns, qint64 first, qint64 slots)
+PixelLineParser::PixelLineParser(const MapHeader &header, const A2DData::Columns &columns, qint64 first, qint64 slots,
+                                 const KnownPositions &known)
     : m_header(header)
     , m_layout(header.layout())
     , m_columns(columns)
     , m_first(first)
     , m_next(first)
     , m_end(first + slots)
+    , m_known(known)
+    , m_isKnown(known.count > 0)
 {
 }
 
@@ -82,17 +86,42 @@ inline bool PixelLineParser::readUsualLine(const char *&p, const char *end)
     return true;
 }
 
-inline void PixelLineParser::add(double x, double y, double I, double I0)
+inline bool PixelLineParser::isKnown(double x, double y) const
+{
+    const auto bits = [](double value) {
+        std::uint64_t pattern;
+        std::memcpy(&pattern, &value, sizeof value);
+        return pattern;
+    };
+    return m_next < m_known.count && bits(x) == bits(m_known.x[m_next]) && bits(y) == bits(m_known.y[m_next]);
+}
+
+/// From here on positions are stored, and those so far as well.
+void PixelLineParser::storeKnown()
+{
+    const auto bytes = static_cast<std::size_t>(count()) * sizeof(double);
+    std::memcpy(m_columns.x + m_first, m_known.x + m_first, bytes);
+    std::memcpy(m_columns.y + m_first, m_known.y + m_first, bytes);
+    m_isKnown = false;
+}
+
+/// False when there is no slot for it.
+inline bool PixelLineParser::add(double x, double y, double I, double I0)
 {
     if (m_next == m_end) {
         m_lacksRoom = true;
-        return;
+        return false;
     }
-    m_columns.x[m_next] = x;
-    m_columns.y[m_next] = y;
+    if (m_isKnown && !isKnown(x, y))
+        storeKnown();
+    if (!m_isKnown) {
+        m_columns.x[m_next] = x;
+        m_columns.y[m_next] = y;
+    }
     m_columns.I[m_next] = I;
     m_columns.I0[m_next] = I0;
     ++m_next;
+    return true;
 }
 
 void PixelLineParser::readAnyLine(std::string_view line)
@@ -121,8 +150,17 @@ void PixelLineParser::readDataLine(std::string_view line)
         if (tokens == m_layout.tokenI0)
             I0 = token;
     }
-    if (tokens == m_layout.tokensNeeded)
-        add(numeric::textToDouble(x), numeric::textToDouble(y), numeric::textToDouble(I), numeric::textToDouble(I0));
-    else if (tokens == m_layout.tokensWithoutI0)
-        add(numeric::textToDouble(x), numeric::textToDouble(y), numeric::textToDouble(I), 1.0);
+    const bool hasI0 = tokens == m_layout.tokensNeeded;
+    if (!hasI0 && tokens != m_layout.tokensWithoutI0)
+        return;
+    bool areNumbers = true;
+    const auto number = [&areNumbers](std::string_view text) {
+        bool isNumber = false;
+        const double value = numeric::textToDouble(text, &isNumber);
+        areNumbers = areNumbers && isNumber;
+        return value;
+    };
+    const double valueX = number(x), valueY = number(y), valueI = number(I), valueI0 = hasI0 ? number(I0) : 1.0;
+    if (add(valueX, valueY, valueI, valueI0) && !areNumbers)
+        ++m_unreadable;
 }

@@ -71,8 +71,10 @@ bool readDecimal(const char *, const char *, double *)
 
 } // namespace
 
-double textToDouble(std::string_view token)
+double textToDouble(std::string_view token, bool *isNumber)
 {
+    if (isNumber)
+        *isNumber = true;
     const char *p = token.data();
     const char *const end = p + token.size();
     double value = 0.0;
@@ -80,7 +82,7 @@ double textToDouble(std::string_view token)
         return value;
     if (readDecimal(token.data(), end, &value))
         return value;
-    return toQString(token).toDouble();
+    return toQString(token).toDouble(isNumber);
 }
 
 int textToInt(std::string_view token)

@@ -9,8 +9,8 @@ namespace numeric
 
 /// The number written in one token of a text file, exactly as QString::toDouble reads it: correctly rounded, with a
 /// decimal point whatever the locale, 0 when the token is no number. Usual tokens take a fast path, everything else
-/// goes to QString::toDouble itself.
-double textToDouble(std::string_view token);
+/// goes to QString::toDouble itself. `isNumber` (may be null) is set as by that: also false for what is too large.
+double textToDouble(std::string_view token, bool *isNumber = nullptr);
 
 /// The integer (base 10) in one token, exactly as QString::toInt reads it: 0 when it is none or does not fit.
 int textToInt(std::string_view token);

@@ -3,6 +3,8 @@
 #include "analysis/model/AnalysisInput.h"
 #include "tests/MethodSamples.h"
 
+#include <QMap>
+
 /// What a user at the panel could have set, without a panel. References and energy rows are named by their numbers
 /// from 1, several of them as one text such as "136".
 namespace modelsamples

@@ -5,6 +5,7 @@
 
 #include <deque>
 #include <functional>
+#include <memory>
 
 /// What is said about inputs that a result should not be trusted with.
 class TestFindings : public QObject
@@ -118,6 +119,36 @@ private slots:
                 "Em Energy 2: the pixels lie up to 0.6"},
                {"decimal commas", "", given(2, "3 2 0 0 2", "0,5"), "Em Energy 3: the intensity of every pixel is 0"},
                {"no logarithm", "", given(2, "3 2 0 0 2", "-1"), "Em Energy 3: no pixel of the map has a finite"}});
+    }
+
+    /// What reading them has shown.
+    void readMaps()
+    {
+        const auto parsed = [](const char *records) { // 3 x 2 pixels as the sample's, all absorbing ln 2
+            auto map = std::make_shared<A2DData>();
+            parseMapText(QByteArray("# AXIS 0 x um 0 1 2\n# AXIS 1 y um 0 2 1\n") + records, map.get());
+            return map;
+        };
+        const auto changed = parsed("0 0 1 2\n1 0 1 2\n2 0 1 2\n0 2 1 2\n1 2 1 2\n2 2 1 2\n");
+        MapLoadFacts facts;
+        facts.changedMeanwhile = true;
+        changed->setFacts(facts);
+        const auto third = [](const std::shared_ptr<A2DData> &map) -> Change {
+            return [map](AnalysisInput &i) {
+                i.points[2].map = map.get();
+            };
+        };
+        const auto half = parsed("0 0 1 2\n1 0 1 2\n2 0 1 2\n");
+        check({{"half a map", "", third(half), "Em Energy 3: the map has 3 records, not 3 x 2 = 6"},
+               {"pixels in another order", "", third(parsed("2 2 1 2\n1 2 1 2\n0 2 1 2\n2 0 1 2\n1 0 1 2\n0 0 1 2\n")),
+                "Em Energy 3: the pixels lie up to 2 steps from those of energy 1|Em Energy 3: the records are in "
+                "another "
+                "order than the header says: x is 2 in record 1, but 1 in record 2"},
+               {"decimal commas", "", third(parsed("0 0 1 2\n1 0 1,5 2,5\n2 0 1 2\n0 2 1 2\n1 2 1 2,5\n2 2 1 2\n")),
+                "Em Energy 3: 2 of 6 records have a value that is no number and counts as 0 (decimals take a point)"},
+               {"an unused map does not matter", "", [half](AnalysisInput &i) { i.points[7].map = half.get(); }, ""},
+               {"written to while it was read", "", third(changed),
+                "Em Energy 3: the map file changed while it was read"}});
     }
 
 private:

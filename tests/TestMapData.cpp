@@ -3,9 +3,12 @@
 #include "tests/NoThreads.h"
 #include "tests/Tables.h"
 
+#include <sys/resource.h>
 #include <sys/stat.h>
+#include <unistd.h>
 
 #include <atomic>
+#include <cmath>
 #include <optional>
 #include <random>
 #include <thread>
@@ -149,10 +152,16 @@ private slots:
         for (unsigned seed = 0; seed < 150; ++seed) {
             const QByteArray text = randomMap(seed);
             const LiteralMap wanted = readLiterally(text);
+            A2DData same, similar; // whose positions are compared with
+            parseMapText(text, &same);
+            parseMapText(QByteArray(text).replace(text.size() / 2, 1, "4"), &similar);
             for (const int threads : {1, 2, 3, 7, 1000}) {
                 for (const int blockBytes : {1, 10, 64, 100000}) {
                     A2DData data;
-                    const MapLoadResult result = parseMapText(text, &data, tinyCuts(threads, blockBytes));
+                    MapReadOptions options = tinyCuts(threads, blockBytes);
+                    if (threads != 2)
+                        options.others = {blockBytes < 60 ? &same : &similar};
+                    const MapLoadResult result = parseMapText(text, &data, options);
                     const QString difference = differenceTo(wanted, result, data);
                     QVERIFY2(difference.isEmpty(), difference.toUtf8() + "\nin blocks of the text\n" + text);
                 }
@@ -183,9 +192,14 @@ private slots:
                 std::optional<NoThreads> limit;
                 if (threads < 0)
                     limit.emplace();
-                A2DData data;
-                const MapLoadResult result = loadMapFile(path, &data, {std::abs(threads)});
+                A2DData data, again;
+                MapReadOptions options;
+                options.threads = std::abs(threads);
+                const MapLoadResult result = loadMapFile(path, &data, options);
                 QCOMPARE(differenceTo(wanted, result, data), QString());
+                options.others = {&data};
+                QCOMPARE(differenceTo(wanted, loadMapFile(path, &again, options), again), QString());
+                QVERIFY(again.sharesPositions(data));
             }
         }
     }
@@ -202,8 +216,31 @@ private slots:
             const QByteArray text = "# 1301\n" + axes("0", "0") + "1 2 3 4\n";
             MapLoadResult before = parseMapText(text, &data);
             const MapLoadResult result = loadMapFile(path, &data);
-            QVERIFY(!result.opened && !result.loaded);
+            QVERIFY(!result.opened && !result.loaded && result.problem == MapLoadProblem::NotOpened);
             QCOMPARE(differenceTo(readLiterally(text), before, data), QString()); // still there
+        }
+    }
+
+    /// The system says why a file is not opened; with a descriptor for one thread that one reads all.
+    void fewDescriptors()
+    {
+        const QTemporaryDir folder;
+        const QString path = folder.filePath(QStringLiteral("map.txt"));
+        const QByteArray text = "# 1301\n" + axes("9", "9") + QByteArray("1 2 3 4\n").repeated(100);
+        QVERIFY(writeBytes(path, text));
+        rlimit before = {};
+        getrlimit(RLIMIT_NOFILE, &before);
+        const int free = dup(STDIN_FILENO);
+        close(free);
+        for (const rlim_t left : {0, 1}) {
+            const rlimit limit = {static_cast<rlim_t>(free) + left, before.rlim_max};
+            setrlimit(RLIMIT_NOFILE, &limit);
+            A2DData data;
+            const MapLoadResult result = loadMapFile(path, &data, tinyCuts(7, 10));
+            setrlimit(RLIMIT_NOFILE, &before);
+            QCOMPARE(result.systemText.isEmpty(), left == 1);
+            QCOMPARE(result.problem, left == 1 ? MapLoadProblem::None : MapLoadProblem::NotOpened);
+            QVERIFY(left == 0 || differenceTo(readLiterally(text), result, data).isEmpty());
         }
     }
 
@@ -224,18 +261,58 @@ private slots:
     void sharedPositions()
     {
         A2DData first, second, other;
+        MapReadOptions options;
         parseMapText("# 1301\n0 0 1 2\n0.5 0 3 4\n", &first);
-        parseMapText("# 1301\n0 0 5 6\n0.5 0 7 8\n", &second);
-        parseMapText("# 1301\n0 0 5 6\n0.5 -0 7 8\n", &other);
-        second.sharePositions(first);
-        other.sharePositions(first); // -0 is another position in a result file
-        QCOMPARE(second.x().data(), first.x().data());
-        QCOMPARE(second.y().data(), first.y().data());
-        QVERIFY(other.x().data() != first.x().data());
+        parseMapText("# 1301\n7 7 1 2\n", &other);
+        options.others = {&other, &first};
+        parseMapText("# 1301\n0 0 5 6\n0.5 0 7 8\n", &second, options);
+        parseMapText("# 1301\n0 0 5 6\n0.5 -0 7 8\n", &other, {0, 1, 1, {&first}});
+        QVERIFY(second.sharesPositions(first));
+        QVERIFY(!other.sharesPositions(first)); // -0 is another position in a result file
+        QVERIFY(std::signbit(other.record(1).y) && other.record(1).x == 0.5);
         QCOMPARE(second.record(1).I, 7.0);
-        parseMapText("# 1301\n9 9 1 2\n8 8 3 4\n", &first);
+        parseMapText("# 1301\n9 9 1 2\n8 8 3 4\n", &first, {0, 1, 1, {&second}});
         QCOMPARE(second.record(1).x, 0.5);
         QCOMPARE(first.record(0).x, 9.0);
+    }
+
+    /// Records of the pixels a, b, ... of a map whose rows are "abcd efgh ijkl"; the last column has the records
+    /// between which their order breaks.
+    void orderOfRecords()
+    {
+        const QByteArray steps = "# AXIS 0 x um 0 0.5 3\n# AXIS 1 y um 0 -2 2\n", noSteps = axes("3", "2");
+        forRows<QByteArray, const char *, double, const char *>(
+            {{"as the header says", steps, "abcd efgh ijkl", 0, ""},
+             {"reversed", steps, "lkji hgfe dcba", 0, "x 0-1"},
+             {"reversed, no steps", noSteps, "lkji hgfe dcba", 0, ""},
+             {"y first", steps, "aei bfj cgk dhl", 0, "y 2-6"},
+             {"y first, no steps", noSteps, "aei bfj cgk dhl", 0, "y 2-6"},
+             {"y first, square", axes("2", "2"), "aei bfj cgk", 0, "x 0-2"},
+             {"every other row backwards", noSteps, "abcd hgfe ijkl", 0, "x 4-5"},
+             {"measured positions", steps, "abcd efgh ijkl", 0.7, ""},
+             {"two pixels exchanged", noSteps, "abcd egfh ijkl", 0, "x 5-6"},
+             {"two rows exchanged", noSteps, "abcd ijkl efgh", 0, "y 4-8"},
+             {"no positions", noSteps, "aaaa aaaa aaaa", 0, ""},
+             {"positions that stay", steps, "aaaa aaaa aaaa", 0, "x 0-3"},
+             {"half a map", steps, "lkji hg", 0, ""}},
+            [](QByteArray text, const char *pixels, double noise, const char *wanted) {
+                for (; *pixels != 0; ++pixels) {
+                    const int i = *pixels - 'a';
+                    if (*pixels == ' ')
+                        continue;
+                    text += QByteArray::number(0.5 * (i % 4 + noise * (i % 3))) + ' ' +
+                            QByteArray::number(-2 * (i / 4 + noise * (i % 2))) + " 1 2\n";
+                }
+                A2DData data, second;
+                parseMapText(text, &data);
+                parseMapText(text, &second, {0, 1, 1, {&data}});
+                for (const A2DData *const map : {&data, &second}) {
+                    const auto found = map->facts().orderBreak;
+                    const char axis = found && found->isAlongX ? 'x' : 'y';
+                    QCOMPARE(found ? QStringLiteral("%1 %2-%3").arg(axis).arg(found->from).arg(found->to) : QString(),
+                             QString(wanted));
+                }
+            });
     }
 
     /// The last column is the number of records, -1 for any.
@@ -261,7 +338,7 @@ private slots:
              {"1e6 tokens in a header line", '#' + QByteArray(" 7").repeated(1000000), false, 0},
              {"line feeds only", QByteArray(10 * megabyte, '\n'), false, 0},
              {"header lines only", QByteArray("#\n").repeated(megabyte / 4), false, 0},
-             {"100 MB in one line", QByteArray("123456789 ").repeated(10 * megabyte), false, 1},
+             {"100 MB in one line", axes("0", "0") + QByteArray("123456789 ").repeated(10 * megabyte), false, 0},
              {"20 MB in one number", axes("0", "0") + "1 2 3 " + QByteArray(20 * megabyte, '5'), true, 1},
              {"noise", noise, false, -1},
              {"wide noise", "\xFF\xFE" + noise, false, -1}},
@@ -276,8 +353,8 @@ private slots:
             });
     }
 
-    /// A beamline may rewrite the file meanwhile: whatever is read then, the loader stays within its memory and
-    /// returns.
+    /// A beamline may rewrite the file meanwhile: whatever is read then, the loader stays within its memory, returns
+    /// and has noticed some of it.
     void fileThatChangesMeanwhile()
     {
         const QTemporaryDir folder;
@@ -293,15 +370,16 @@ private slots:
                     file.resize(i % 3 == 0 ? 1000 : file.size());
             }
         });
-        bool inBounds = true;
-        for (int i = 0; i < 200; ++i) {
+        bool inBounds = true, hasNoticed = false;
+        for (int i = 0; i < 200 || (i < 20000 && !hasNoticed); ++i) {
             A2DData data;
             loadMapFile(path, &data, {1 + i % 3, 1000, 4096});
             inBounds = inBounds && data.count() <= longLines.size() / 4;
+            hasNoticed = hasNoticed || data.facts().changedMeanwhile;
         }
         stop = true;
         writer.join();
-        QVERIFY(inBounds);
+        QVERIFY(inBounds && hasNoticed);
     }
 };
 

@@ -4,6 +4,7 @@
 #include "analysis/model/EnergyFindings.h"
 #include "analysis/model/InputFiles.h"
 #include "analysis/model/MapFindings.h"
+#include "analysis/model/MapReadFindings.h"
 #include "analysis/model/UsedPoints.h"
 
 #include <QCoreApplication>
@@ -223,5 +224,6 @@ QVector<Finding> findings(const AnalysisInput &input)
     findInEnergies(input, &found);
     findInMaps(input, &found);
     findSameFiles(input, &found);
+    found += findInReadMaps(input);
     return found;
 }

@@ -7,8 +7,6 @@
 #include <QDateTime>
 #include <QFileInfo>
 
-#include <algorithm>
-
 PanelInputs::PanelInputs(const Ui_FourPs &form)
     : ui(form)
     , m_references{form.Ref1File, form.Ref2File, form.Ref3File, form.Ref4File}
@@ -19,6 +17,8 @@ PanelInputs::PanelInputs(const Ui_FourPs &form)
     for (const ARefFile *const reference : qAsConst(m_references))
         m_selectors.append(reference->selector());
     m_selectors.append(form.TargetFS);
+    for (AEPoint *const row : qAsConst(m_points))
+        row->setOtherMaps([this, row] { return mapsBeside(row); });
     m_valences.minEdit = form.HgAFrom;
     m_valences.maxEdit = form.HgATo;
     m_valences.numEdit = form.HgABoxes;
@@ -153,9 +153,14 @@ void PanelInputs::noteMap(AEPoint *row)
     ++m_mapRevision;
     const QFileInfo file(row->fileSelect()->fileText());
     m_mapFiles[m_points.indexOf(row)] = {file.absoluteFilePath(), file.size(), file.lastModified().toMSecsSinceEpoch()};
-    const auto other = std::find_if(m_points.begin(), m_points.end(), [row](const AEPoint *candidate) {
-        return candidate != row && candidate->loaded();
-    });
-    if (other != m_points.end())
-        row->sharePositions(**other);
+}
+
+QVector<const A2DData *> PanelInputs::mapsBeside(const AEPoint *row) const
+{
+    QVector<const A2DData *> maps;
+    for (const AEPoint *const other : m_points) {
+        if (other != row && other->loaded())
+            maps.append(&other->data());
+    }
+    return maps;
 }

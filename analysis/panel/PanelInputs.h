@@ -60,6 +60,7 @@ public:
 
 private:
     Conditions conditions() const;
+    QVector<const A2DData *> mapsBeside(const AEPoint *row) const;
     void refreshReferenceAt(int reference, AEPoint *row);
     void refreshTargetAt(AEPoint *row);
 

@@ -17,15 +17,41 @@ QString exactText(double value)
     return QString::number(value, 'g', QLocale::FloatingPointShortest);
 }
 
-QString problem(const QString &key, const QString &file, const char *kind)
+QString spectrumProblem(const QString &key, const QString &file)
 {
     const QFileInfo info(file);
-    QString what = QStringLiteral("%1 is no %2 file");
+    QString what = QStringLiteral("%1 is no spectrum file");
     if (!info.exists())
         what = QStringLiteral("%1: no such file");
     else if (!info.isFile() || !info.isReadable())
-        what = QStringLiteral("%1 cannot be read, a %2 file is expected");
-    return key + QLatin1String(": ") + what.replace(QLatin1String("%2"), QLatin1String(kind)).arg(file);
+        what = QStringLiteral("%1 cannot be read, a spectrum file is expected");
+    return key + QLatin1String(": ") + what.arg(file);
+}
+
+QString mapProblem(const QString &key, const QString &file, const MapLoadResult &result)
+{
+    if (!QFileInfo::exists(file))
+        return key + QStringLiteral(": %1: no such file").arg(file);
+    const QString why = result.systemText.isEmpty() ? QString() : QStringLiteral(" (%1)").arg(result.systemText);
+    const auto text = [&]() -> QString {
+        switch (result.problem) {
+        case MapLoadProblem::NotOpened:
+            return QStringLiteral("%1 cannot be read, a map data file is expected%2").arg(file, why);
+        case MapLoadProblem::NotRead:
+            return QStringLiteral("%1 could not be read to its end%2").arg(file, why);
+        case MapLoadProblem::NoMemory:
+            return QStringLiteral("there is not enough memory for %1").arg(file);
+        case MapLoadProblem::LineTooLong:
+            return QStringLiteral("%1 is no map data file: a line is longer than 64 MB").arg(file);
+        case MapLoadProblem::NoRecords:
+            return QStringLiteral("%1 is no map data file: no line of it is a pixel").arg(file);
+        case MapLoadProblem::NoSize:
+        case MapLoadProblem::None:
+            break;
+        }
+        return QStringLiteral("%1 is no map data file: it does not say how many columns and rows there are").arg(file);
+    };
+    return key + QLatin1String(": ") + text();
 }
 
 QString pathOf(const AFileSelect *selector)
@@ -89,18 +115,19 @@ QStringList PanelJob::load(const Job &job, const std::function<void(const QStrin
         m_inputs.references()[i]->setUsed(reference.use);
         m_inputs.references()[i]->setValenceText(i < job.references.size() ? exactText(reference.valence) : QString());
         if (!loadSpectrum(m_inputs.selector(i), reference.file, reference.dE))
-            problems << problem(QStringLiteral("references[%1].file").arg(i), reference.file, "spectrum");
+            problems << spectrumProblem(QStringLiteral("references[%1].file").arg(i), reference.file);
     }
     announce(job.target.file);
     if (!loadSpectrum(m_inputs.target(), job.target.file, job.target.dE))
-        problems << problem(QStringLiteral("target.file"), job.target.file, "spectrum");
+        problems << spectrumProblem(QStringLiteral("target.file"), job.target.file);
     for (int i = 0; i < m_inputs.points().size(); ++i) {
         Job::Energy energy;
         energy.use = false;
         energy = job.energies.value(i, energy);
         announce(energy.map);
-        if (!loadEnergy(m_inputs.points()[i], energy))
-            problems << problem(QStringLiteral("energies[%1].map").arg(i), energy.map, "map data");
+        AEPoint *const row = m_inputs.points()[i];
+        if (!loadEnergy(row, energy))
+            problems << mapProblem(QStringLiteral("energies[%1].map").arg(i), energy.map, row->loadResult());
     }
     const QString edge = ui.EdgeE->objectName();
     if (job.settings.contains(edge)) // which the spectra have changed meanwhile

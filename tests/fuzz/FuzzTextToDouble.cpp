@@ -15,12 +15,13 @@ namespace
 void compare(std::string_view token)
 {
     const QString text = QString::fromUtf8(token.data(), static_cast<int>(token.size()));
-    const double wanted = text.toDouble();
-    const double got = numeric::textToDouble(token);
+    bool isNumberWanted = false, isNumber = false;
+    const double wanted = text.toDouble(&isNumberWanted);
+    const double got = numeric::textToDouble(token, &isNumber);
     const bool sameBits = std::memcmp(&wanted, &got, sizeof got) == 0;
     if (!sameBits && !(std::isnan(wanted) && std::isnan(got)))
         std::abort();
-    if (numeric::textToInt(token) != text.toInt())
+    if (isNumber != isNumberWanted || numeric::textToInt(token) != text.toInt())
         std::abort();
 }
 
