@@ -1,6 +1,7 @@
 // What the analysis keeps of its runs, and what makes them stale.
 
 #include "analysis/model/Analysis.h"
+#include "analysis/model/Quality.h"
 #include "analysis/model/ResultText.h"
 #include "analysis/model/Staleness.h"
 #include "tests/ModelSamples.h"
@@ -50,6 +51,34 @@ private slots:
         QCOMPARE(analysis.results().headerLines, QStringList("# map 1"));
         QCOMPARE(analysis.results().record(4).x, 1.01); // of map 2: pixel (1, 1), shifted by 0.01
         QCOMPARE(analysis.histograms().thickness().n, 51);
+    }
+
+    void qualityIsThatOfTheRun()
+    {
+        Analysis analysis;
+        Quality quality(analysis);
+        AnalysisInput input = m_sample.input("rows=12367 v=36"); // of two marks the last one counts
+        QVERIFY(!quality.map(input, {}));
+        QCOMPARE(quality.problem(), QString("There is no result map yet."));
+        QVERIFY(analysis.runMap(input).isDone);
+        QVERIFY(!quality.known({}) && quality.expectedSeconds({}) > 0);
+        const std::vector<const A2DData *> maps = {input.points[0].map, input.points[1].map, input.points[6].map,
+                                                   input.points[5].map};
+        QVERIFY(mapsOf(*analysis.run(), input) == maps);
+        const std::vector<Region> regions = {{"all", {}, {}}, {"two", PixelRectangle{1, 0, 2, 0}, {}}};
+        const auto statistics = quality.statistics(input, {}, regions);
+        QCOMPARE(statistics.size(), std::size_t(2));
+        QCOMPARE(statistics[1].pixels, std::size_t(2));
+        QVERIFY(quality.known({}) && !quality.known({{}, true}) && !quality.known({0.5, false}));
+        input.points[0].mapFile.modified = 7;
+        QVERIFY(quality.map(input, {})); // it is known
+        QVERIFY(!quality.summary(input, {{}, true}));
+        QVERIFY(quality.problem().startsWith("The maps have changed"));
+        QVERIFY(quality.statistics(input, {}, regions).empty());
+        QVERIFY(analysis.runMap(input).isDone);
+        QVERIFY(!quality.known({}));
+        QVERIFY(quality.summary(input, {{}, true}));
+        QCOMPARE(quality.known({})->fractions.size(), std::size_t(2));
     }
 
     void refusedStepsChangeNothing()
