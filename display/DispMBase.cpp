@@ -10,6 +10,7 @@
 #include "display/ScaleBar.h"
 
 #include <QEvent>
+#include <QLabel>
 #include <QStylePainter>
 
 #include <algorithm>
@@ -19,6 +20,7 @@ namespace
 {
 
 constexpr int leastSide = 120;       // pixels: below that the room counts more than square cells
+constexpr int errorColumn = 7;       // of the header
 constexpr int headerCharacters = 48; // of the header without its title
 
 /// What the user typed into a field that shows `limit`: leaving the field as it is keeps all digits of the limit.
@@ -32,8 +34,12 @@ double typedLimit(QLineEdit *field, double limit)
 
 DispMBase::DispMBase(QWidget *parent)
     : QFrame(parent)
+    , m_error(new QLabel)
 {
     ui.setupUi(this);
+    m_error->setObjectName(QStringLiteral("ValError"));
+    m_error->setToolTip(tr("Standard error of the value, from the counting noise"));
+    m_error->hide();
     for (QLineEdit *const limit : {ui.MaxV, ui.MinV})
         new NumberTyping(limit);
     setAttribute(Qt::WA_QuitOnClose, false);
@@ -143,6 +149,7 @@ void DispMBase::setTitle(const QString &title)
 {
     ui.Title->setText(title);
     pop->setWindowTitle(title);
+    makeRoomInHeader();
 }
 
 void DispMBase::showValue(const QString &text)
@@ -151,12 +158,31 @@ void DispMBase::showValue(const QString &text)
     ui.Val->setCursorPosition(0);
 }
 
+/// In the column of the button, which then stands at its right end.
+void DispMBase::showError(const QString &text)
+{
+    if (m_error->isHidden() && !text.isEmpty()) {
+        m_error->setFixedWidth(m_error->fontMetrics().boundingRect(QStringLiteral("± 0.000000")).width());
+        ui.gridLayout_2->addWidget(m_error, 0, errorColumn, Qt::AlignLeft);
+        ui.gridLayout_2->setAlignment(ui.PopDockB, Qt::AlignRight);
+        ui.gridLayout_2->setColumnMinimumWidth(errorColumn, m_error->width() + ui.PopDockB->width());
+        m_error->show();
+        makeRoomInHeader();
+    }
+    m_error->setText(text);
+}
+
+void DispMBase::makeRoomInHeader()
+{
+    const int readOuts =
+        headerCharacters * fontMetrics().averageCharWidth() + (m_error->isHidden() ? 0 : m_error->width());
+    ui.Title->setVisible(ui.frame->width() - ui.Title->sizeHint().width() >= readOuts);
+}
+
 bool DispMBase::eventFilter(QObject *watched, QEvent *event)
 {
-    if (watched == ui.frame && event->type() == QEvent::Resize) {
-        const int readOuts = headerCharacters * fontMetrics().averageCharWidth();
-        ui.Title->setVisible(ui.frame->width() - ui.Title->sizeHint().width() >= readOuts);
-    }
+    if (watched == ui.frame && event->type() == QEvent::Resize)
+        makeRoomInHeader();
     if (watched == ui.CBar && event->type() == QEvent::MouseButtonDblClick)
         ui.DispA->update(); // undoes the stretch, of which the bar says nothing
     if (watched != ui.frame && event->type() == QEvent::ToolTip)

@@ -16,6 +16,7 @@
 #include <optional>
 
 class HeaderMenu;
+class QLabel;
 class QStylePainter;
 
 /// A map: a header row with title and read-outs above a drawing area, and beside it a colour bar with its limits.
@@ -51,6 +52,8 @@ public:
     void setTitle(const QString &title);
     /// Shows the value under the mouse.
     void showValue(const QString &text);
+    /// Shows behind the value how far it can be trusted. There is room for it from the first text on.
+    void showError(const QString &text);
     /// The columns and rows of the map: the drawing area gets its proportions, so that cells are square. None: it
     /// takes all the room.
     void setCells(const QSize &cells);
@@ -89,6 +92,7 @@ private:
     void connectArea();
     void placeArea();
     QRect areaIn(const QRect &room) const;
+    void makeRoomInHeader();
     void showLimits();
     void showHandleValues();
     void forgetChosenLimits(const MouseC *m);
@@ -97,6 +101,7 @@ private:
     void takePercentiles();
 
     HeaderMenu *m_menu;
+    QLabel *m_error;
     QSize m_cells;
     double m_cellWidth = 0.0;
     QString m_unit;                            // of the cell's width

@@ -108,6 +108,7 @@ void HeaderMenu::showHowTo()
         {tr("Double click"), tr("shows everything again; in a result map in the quantity's own colours")},
         {tr("Shift and double click"), tr("result map: colours from the smallest to the largest value shown")},
         {tr("Control and double click"), tr("result map: colours from the 2nd to the 98th percentile of them")},
+        {tr("Control and drag"), tr("result map: a region; its mean spectrum and fit are shown")},
         {tr("Drag an end of the colour bar"), tr("stretches the colours; a double click on the bar undoes it")},
         {tr("Right click on the colour bar"), tr("other colours, limits by percentile")},
         {tr("Drag a marker"), tr("moves the edge, a range or an energy without a map; a click moves nothing")},

@@ -82,3 +82,8 @@ bool mouserecording::isShiftLeftPress(const MouseC &mouse)
 {
     return leftPressWith(mouse, Qt::ShiftModifier);
 }
+
+bool mouserecording::isControlLeftPress(const MouseC &mouse)
+{
+    return leftPressWith(mouse, Qt::ControlModifier);
+}

@@ -19,5 +19,7 @@ bool isPlainLeftPress(const MouseC &mouse);
 bool isBesidePress(const MouseC &mouse);
 /// Whether the last press was the left button with Shift, but neither Control nor Alt held.
 bool isShiftLeftPress(const MouseC &mouse);
+/// The same with Control, but neither Shift nor Alt.
+bool isControlLeftPress(const MouseC &mouse);
 
 } // namespace mouserecording

@@ -1,5 +1,6 @@
 #include "analysis/model/Quality.h"
 
+#include "analysis/methods/ResultPosition.h"
 #include "analysis/model/Analysis.h"
 #include "analysis/model/AnalysisInput.h"
 #include "analysis/uncertainty/UncertaintyConstants.h"
@@ -41,6 +42,21 @@ std::vector<const A2DData *> mapsOf(const RunInfo &run, const AnalysisInput &now
     if (std::find(maps.begin(), maps.end(), nullptr) != maps.end())
         maps.clear();
     return maps;
+}
+
+bool isFraction(int position)
+{
+    return position >= ResultPosition::ratio && position < ResultPosition::ratio + ResultPosition::referenceRows;
+}
+
+const numeric::Plane *standardErrors(const UncertaintyMap &map, int position)
+{
+    if (position == ResultPosition::valence)
+        return &map.valence;
+    if (position == ResultPosition::amount)
+        return &map.amount;
+    const auto reference = static_cast<std::size_t>(position - ResultPosition::ratio);
+    return isFraction(position) && reference < map.fractions.size() ? &map.fractions[reference] : nullptr;
 }
 
 std::vector<const A2DData *> Quality::mapsNow(const AnalysisInput &now)

@@ -3,6 +3,7 @@
 #include "analysis/uncertainty/RegionStatistics.h"
 #include "analysis/uncertainty/UncertaintyMap.h"
 #include "mapdata/A2DData.h"
+#include "numeric/Plane.h"
 
 #include <QString>
 #include <QtGlobal>
@@ -25,6 +26,12 @@ struct Region {
 /// The maps of a run in the order of its method (all of them, or those of the anchor points and then that of the V
 /// point), as they are loaded now. Empty when one of them is no longer the file that the run read.
 std::vector<const A2DData *> mapsOf(const RunInfo &run, const AnalysisInput &now);
+
+/// The standard errors of the quantity at `position` (see ResultPosition); null for one that has none: only valence,
+/// amount and, where they were asked for, the fractions have.
+const numeric::Plane *standardErrors(const UncertaintyMap &map, int position);
+/// Whether the quantity is a fraction, whose standard errors have to be asked for.
+bool isFraction(int position);
 
 /// How far the results of the last map calculation can be trusted. Nothing is calculated before it is asked for, and
 /// then kept until the results or what is asked for are others. The intensities are not kept with the results but read

@@ -2,6 +2,8 @@
 
 #include "analysis/drawing/PlottedText.h"
 #include "analysis/panel/FieldMarkers.h"
+#include "analysis/panel/RegionPicker.h"
+#include "analysis/panel/RegionsView.h"
 #include "analysis/results/ResultQuantities.h"
 #include "controls/CompactControls.h"
 #include "controls/NumberTyping.h"
@@ -55,8 +57,11 @@ FourPs::FourPs(QWidget *parent)
     , m_mapButtons(quantityControls<QRadioButton>(this, &ResultQuantity::mapButton))
     , m_histogramButtons(quantityControls<QRadioButton>(this, &ResultQuantity::histogramButton))
     , m_graphs(ui, m_inputs, m_analysis)
-    , m_resultMap(ui.ResultMap, m_mapButtons, ui.MaskBelow, m_inputs, m_analysis)
+    , m_resultMap({ui.ResultMap, m_mapButtons, ui.MaskBelow, ui.ErrorAbove}, m_inputs, m_analysis, &m_quality)
     , m_dataMap(m_dataMapDisplay.get())
+    , m_regionPicker(new RegionPicker(
+          ui.ResultMap, [this] { return QSize(m_resultMap.shown().grid.nx, m_resultMap.shown().grid.ny); }))
+    , m_regions(new RegionsView(m_inputs, m_analysis, &m_quality, [this] { return m_resultMap.request(); }))
     , m_staleMark(ui.CalcMapB)
     , m_recalculation([this](Recalculation::Wanted what) {
         what == Recalculation::Wanted::Whole ? calculateAll() : calculateDue();
@@ -77,6 +82,8 @@ FourPs::FourPs(QWidget *parent)
     connectKeys();
     connectFileLists();
     offerTexts();
+    connectMaps();
+    connectRegions();
     connectStaleMark(); // last: what the other slots change is compared then
     m_inputs.applyEdgeToRows();
     m_resultMap.refresh();
@@ -98,7 +105,7 @@ const Ui_FourPs &FourPs::setUpForm()
 {
     ui.setupUi(this);
     for (QLineEdit *const field : {ui.EdgeE, ui.PreEEndDE, ui.PostEStartDE, ui.HgAFrom, ui.HgATo, ui.HgABoxes,
-                                   ui.HgTFrom, ui.HgTTo, ui.HgTBoxes, ui.MaskBelow})
+                                   ui.HgTFrom, ui.HgTTo, ui.HgTBoxes, ui.MaskBelow, ui.ErrorAbove})
         new NumberTyping(field);
     return ui;
 }
@@ -200,9 +207,6 @@ void FourPs::offerTexts()
         display->headerMenu()->setValues([this, id] { return m_graphs.text(id); });
         tellOfCopies(display->headerMenu(), display->ui.Title);
     }
-    ui.ResultMap->headerMenu()->proposedName = [this] {
-        return pictureName();
-    };
     offerMapText(ui.ResultMap, [this](char separator) { return m_resultMap.text(separator); });
     offerMapText(m_dataMapDisplay.get(),
                  [this](char separator) { return plottedtext::ofMap(m_dataMap.shown(), separator); });
@@ -233,14 +237,6 @@ void FourPs::tellOfCopies(const HeaderMenu *header, const QLabel *title)
 {
     connect(header, &HeaderMenu::copiedValues, this,
             [this, title] { showStatus(tr("saved the values of \"%1\" on the clipboard").arg(title->text())); });
-}
-
-/// "cell1_Valence": after the result file and the quantity.
-QString FourPs::pictureName() const
-{
-    const QString result = QFileInfo(ui.SaveFSelect->fileText()).completeBaseName();
-    const QString quantity = QLatin1String(quantityAt(m_resultMap.quantity())->name);
-    return result.isEmpty() ? QString() : result + QLatin1Char('_') + quantity;
 }
 
 void FourPs::connectSpectra()
@@ -339,18 +335,6 @@ void FourPs::connectResults()
     connect(comparison, &DispABase::mReleased, this, &FourPs::newColorLCFvs4PS);
     connect(comparison, &DispABase::mDClicked, this, &FourPs::clearLCFvs4PS);
 
-    connect(ui.ResultMap, &DispMBase::draw, this, &FourPs::drawMap);
-    connect(ui.ResultMap, &DispMBase::nowPos, this, &FourPs::receiveNowPosInMap);
-    connect(ui.ResultMap, &DispMBase::mDClicked, this, &FourPs::dClickedInMap);
-    connect(m_dataMapDisplay.get(), &DispMBase::draw, this, &FourPs::drawDMap);
-    connect(m_dataMapDisplay.get(), &DispMBase::nowPos, this, &FourPs::receiveNowPosInDMap);
-    connect(ui.MaskBelow, &QLineEdit::textChanged, this, [this] { m_resultMap.refresh(); });
-    for (QRadioButton *const button : qAsConst(m_mapButtons)) {
-        connect(button, &QRadioButton::toggled, this, [this](bool on) {
-            if (on)
-                selectedNewMap();
-        });
-    }
     for (QRadioButton *const button : qAsConst(m_histogramButtons))
         connect(button, &QRadioButton::toggled, this, &FourPs::chooseHistograms);
     for (QCheckBox *const box : {ui.HgAPerRef, ui.HgTPerRef})

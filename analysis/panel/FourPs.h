@@ -2,6 +2,7 @@
 
 #include "analysis/job/Job.h"
 #include "analysis/model/Analysis.h"
+#include "analysis/model/Quality.h"
 #include "analysis/panel/DataMapView.h"
 #include "analysis/panel/FindingMarks.h"
 #include "analysis/panel/Graphs.h"
@@ -28,6 +29,8 @@ class HeaderMenu;
 class QFileDialog;
 class QLabel;
 class QPushButton;
+class RegionPicker;
+class RegionsView;
 
 /// The analysis panel: it holds every control of the program, hands what is set to the analysis and shows what comes
 /// back. Its slots gather, run and show; no rule stands in it.
@@ -46,15 +49,20 @@ public:
     AnalysisInput input() const { return m_inputs.gather(); }
     /// What was calculated, and how each step went.
     const Analysis &analysis() const { return m_analysis; }
+    /// How far that can be trusted.
+    Quality &quality() { return m_quality; }
     /// Whether the quantity at `position` goes into the result file; no for a position that does not exist.
     bool recordsQuantity(int position) const;
     const Graphs &graphs() const { return m_graphs; }
     QString messages() const { return ui.Messages->toPlainText(); }
     Displays *displays() const { return m_displays.get(); }
     DispMBase *resultMap() const { return ui.ResultMap; }
+    RegionsView *regions() const { return m_regions.get(); }
     DispMBase *dataMap() const { return m_dataMapDisplay.get(); }
     /// Shows the map of a result quantity (see ResultPosition), as its button does.
     void showQuantity(int position) { m_mapButtons.at(position)->setChecked(true); }
+    /// Shows its standard error or the misfit instead, as the map's menu does.
+    void showKind(ResultMapView::Kind kind) { m_resultMap.choose(kind); }
     /// Shows the measured map of an energy row, counted from 0, as its button does.
     void showDataMap(int row) { m_inputs.points().at(row)->showMapButton()->setChecked(true); }
 
@@ -74,6 +82,8 @@ public:
     /// Ask for the name of the file that gets a map as text and for a job file; an empty answer is a change of mind.
     std::function<QString()> askMapFile;
     std::function<QString()> askJobFile;
+    /// Asks for the amount that the pixels of a region have at least; none is a change of mind.
+    std::function<std::optional<double>()> askThickness;
     /// Seconds: a map that is expected to take longer is not calculated unless it is asked for.
     double longestQuietMap = 0.3;
 
@@ -139,8 +149,9 @@ public slots:
 
     /// Paints a graph for Displays.
     void draw(Displays::DispId id, DispABase *dab, QStylePainter *p) { m_graphs.draw(id, dab, p); }
-    void drawMap(QStylePainter *p) { m_resultMap.draw(p); }
-    void drawDMap(QStylePainter *p) { m_dataMap.draw(p); }
+    /// Paint the maps with the outlines of the regions.
+    void drawMap(QStylePainter *p);
+    void drawDMap(QStylePainter *p);
     void receiveNowPosInMap(double x, double y) { m_resultMap.showValueAt(x, y); }
     void receiveNowPosInDMap(double x, double y) { m_dataMap.showValueAt(x, y); }
     void dClickedInMap(MouseC *m) { m_resultMap.doubleClick(*m); }
@@ -215,6 +226,9 @@ private:
     void reportValues();
     void placeEnergyMarkers();
     void showEnergyWindow(bool full);
+    void connectMaps();
+    void connectRegions();
+    std::optional<double> thicknessFromDialog();
     void chooseHistograms();
     void showDataMapOf(AEPoint *row, bool isShown);
     void showSomeDataMap();
@@ -224,6 +238,7 @@ private:
     Ui_FourPs ui;
     PanelInputs m_inputs;
     Analysis m_analysis;
+    Quality m_quality{m_analysis};
     std::unique_ptr<Displays> m_displays;
     std::unique_ptr<DispMBase> m_dataMapDisplay;
     QVector<QCheckBox *> m_recordBoxes; ///< by position of the result quantity
@@ -232,6 +247,8 @@ private:
     Graphs m_graphs;
     ResultMapView m_resultMap;
     DataMapView m_dataMap;
+    std::unique_ptr<RegionPicker> m_regionPicker;
+    std::unique_ptr<RegionsView> m_regions;
     StaleMark m_staleMark;
     Recalculation m_recalculation;
     FindingMarks m_findingMarks;

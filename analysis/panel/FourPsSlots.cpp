@@ -6,6 +6,7 @@
 #include "analysis/model/TakingPart.h"
 #include "analysis/panel/FourPs.h"
 #include "analysis/panel/PanelJob.h"
+#include "analysis/panel/RegionsView.h"
 #include "analysis/results/ResultQuantities.h"
 #include "controls/Field.h"
 #include "controls/WaitCursor.h"
@@ -177,6 +178,7 @@ void FourPs::showMapResults()
     }
     chooseHistograms();
     m_resultMap.refresh();
+    m_regions->refresh();
     repaintDisplays();
 }
 

@@ -11,3 +11,9 @@ void ResultView::show(const ResultRecords &results, int position, const ValenceP
     if (m_map.values && hideBelow)
         maskBelow(results, *hideBelow, &m_mask);
 }
+
+void ResultView::hideAbove(const double *values, double limit)
+{
+    if (m_map.values)
+        maskAbove(values, m_map.count, limit, &m_mask);
+}

@@ -26,6 +26,11 @@ public:
     void show(const ResultRecords &results, int position, const ValencePair &valences,
               std::optional<double> hideBelow = std::nullopt);
 
+    /// Hides also the pixels where another plane of as many values is above `limit`.
+    void hideAbove(const double *values, double limit);
+    /// Shows another plane, of as many values as the results have, with the same pixels hidden.
+    void showInstead(const double *values) { m_map.values = values; }
+
     int position() const { return m_position; }
     /// Its values are null when the method does not compute the quantity, and without results; the count is that of the
     /// results in any case.

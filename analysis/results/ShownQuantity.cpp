@@ -65,11 +65,27 @@ void maskBelow(const ResultRecords &results, double limit, std::vector<quint8> *
     });
 }
 
-QString cellText(const ShownMap &map, double x, double y)
+void maskAbove(const double *values, std::size_t count, double limit, std::vector<quint8> *mask)
+{
+    mask->resize(count);
+    quint8 *const hidden = mask->data();
+    numeric::parallelRanges(count, 0, [values, limit, hidden](std::size_t begin, std::size_t end) {
+        for (std::size_t i = begin; i < end; ++i)
+            hidden[i] = values[i] > limit ? 1 : hidden[i];
+    });
+}
+
+std::optional<std::size_t> cellAt(const ShownMap &map, double x, double y)
 {
     if (!map.values || !(x >= 0 && x < map.grid.nx && y >= 0 && y < map.grid.ny))
-        return QString();
+        return std::nullopt;
     const auto index = static_cast<std::size_t>(numeric::truncToInt(y)) * static_cast<std::size_t>(map.grid.nx) +
                        static_cast<std::size_t>(numeric::truncToInt(x));
-    return index < map.count ? fieldText(map.values[index]) : QString();
+    return index < map.count ? std::optional<std::size_t>(index) : std::nullopt;
+}
+
+QString cellText(const ShownMap &map, double x, double y)
+{
+    const std::optional<std::size_t> cell = cellAt(map, x, y);
+    return cell ? fieldText(map.values[*cell]) : QString();
 }

@@ -8,6 +8,7 @@
 #include <QtGlobal>
 
 #include <cstddef>
+#include <optional>
 #include <vector>
 
 class ResultRecords;
@@ -31,7 +32,12 @@ const double *shownPlane(const ResultRecords &results, int position, const Valen
 /// One byte per pixel, 1 where the amount t is below `limit`: pixels to be hidden. A NaN is not below.
 void maskBelow(const ResultRecords &results, double limit, std::vector<quint8> *mask);
 
-/// The value of the cell that covers (x, y), as text with six significant digits, "nan" or "inf"; empty beside the map
-/// and for a cell that has no value. Cell (i, j) covers the coordinates from (i, j) to
-/// (i + 1, j + 1).
+/// Sets the bytes of the pixels whose value is above `limit` as well; a NaN is not above. `mask` is empty or has a byte
+/// per value.
+void maskAbove(const double *values, std::size_t count, double limit, std::vector<quint8> *mask);
+
+/// The index of the value of the cell that covers (x, y); none beside the map and for a cell that has no value. Cell
+/// (i, j) covers the coordinates from (i, j) to (i + 1, j + 1).
+std::optional<std::size_t> cellAt(const ShownMap &map, double x, double y);
+/// That value as text with six significant digits, "nan" or "inf"; empty where there is none.
 QString cellText(const ShownMap &map, double x, double y);

@@ -1,0 +1,79 @@
+#include "analysis/model/RegionText.h"
+
+#include <QCoreApplication>
+
+#include <algorithm>
+#include <cmath>
+#include <limits>
+
+namespace
+{
+
+QString translated(const char *text)
+{
+    return QCoreApplication::translate("FourPs", text);
+}
+
+QString significant(double value, int digits)
+{
+    return QString::number(value, 'g', digits);
+}
+
+} // namespace
+
+QString withError(double value, double error)
+{
+    if (!std::isfinite(value) || !std::isfinite(error) || error <= 0.0)
+        return significant(value, 3);
+    const double exponent = std::floor(std::log10(error));
+    const int decimals = static_cast<int>(std::max(0.0, std::min(9.0, 1.0 - exponent)));
+    return QStringLiteral("%1 ± %2").arg(QString::number(value, 'f', decimals), significant(error, 2));
+}
+
+QString regionLine(const RegionStatistics &statistics)
+{
+    if (statistics.pixels == 0)
+        return translated(QT_TRANSLATE_NOOP("FourPs", "No pixel of this region has intensities and a result."));
+    QString line = translated(QT_TRANSLATE_NOOP("FourPs", "V %1, t %2, %3 pixels, scatter %4 (expected %5)"))
+                       .arg(withError(statistics.mean, statistics.fit.valenceError))
+                       .arg(significant(statistics.fit.amount, 3))
+                       .arg(statistics.pixels)
+                       .arg(significant(statistics.scatter, 2), significant(statistics.expectedScatter, 2));
+    if (statistics.fit.degrees > 0)
+        line += translated(QT_TRANSLATE_NOOP("FourPs", ", chi² %1")).arg(significant(statistics.fit.misfit(), 2));
+    return line;
+}
+
+QStringList regionTitles()
+{
+    QStringList titles;
+    for (const char *const title :
+         {QT_TRANSLATE_NOOP("FourPs", "Region"), "x0", "y0", "x1", "y1", QT_TRANSLATE_NOOP("FourPs", "Pixels"),
+          QT_TRANSLATE_NOOP("FourPs", "Amount"), QT_TRANSLATE_NOOP("FourPs", "Mean"),
+          QT_TRANSLATE_NOOP("FourPs", "Median"), QT_TRANSLATE_NOOP("FourPs", "Scatter"),
+          QT_TRANSLATE_NOOP("FourPs", "Expected"), "±", QT_TRANSLATE_NOOP("FourPs", "chi²")})
+        titles << translated(title);
+    return titles;
+}
+
+QStringList regionCells(const Region &region, const RegionStatistics &statistics, int width, int height, int digits)
+{
+    const PixelRectangle all = {0, 0, width - 1, height - 1};
+    const PixelRectangle area = region.rectangle.value_or(all);
+    const auto clipped = [](int position, int last) {
+        return QString::number(std::max(0, std::min(position, last)));
+    };
+    QStringList cells = {region.name,
+                         clipped(std::min(area.x0, area.x1), all.x1),
+                         clipped(std::min(area.y0, area.y1), all.y1),
+                         clipped(std::max(area.x0, area.x1), all.x1),
+                         clipped(std::max(area.y0, area.y1), all.y1),
+                         QString::number(statistics.pixels)};
+    const double noNumber = std::numeric_limits<double>::quiet_NaN();
+    const bool hasMisfit = statistics.fit.degrees > 0;
+    for (const double value :
+         {statistics.amount, statistics.mean, statistics.median, statistics.scatter, statistics.expectedScatter,
+          statistics.fit.valenceError, hasMisfit ? statistics.fit.misfit() : noNumber})
+        cells << (statistics.pixels > 0 && !std::isnan(value) ? significant(value, digits) : QString());
+    return cells;
+}
