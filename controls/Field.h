@@ -18,6 +18,13 @@ inline double number(const QLineEdit *field)
     return number(field->text());
 }
 
+/// Shows lines of a note below the first line of a widget's tool tip, in the place of the last note; empty: none.
+inline void showNote(QWidget *widget, const QString &note)
+{
+    const QString what = widget->toolTip().section(QLatin1Char('\n'), 0, 0);
+    widget->setToolTip(note.isEmpty() ? what : what + QLatin1Char('\n') + note);
+}
+
 /// Shows a text in a field, from its first character on.
 inline void showText(QLineEdit *field, const QString &text)
 {

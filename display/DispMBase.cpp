@@ -290,13 +290,9 @@ void DispMBase::showHandleValues()
     };
     const QString upper = tr("Upper handle of the colours at %1").arg(valueAt(ui.CBar->topIndex));
     const QString lower = tr("Lower handle of the colours at %1").arg(valueAt(ui.CBar->bottomIndex));
-    const auto show = [](QWidget *widget, const QString &values) {
-        const QString what = widget->toolTip().section(QLatin1Char('\n'), 0, 0);
-        widget->setToolTip(what + QLatin1Char('\n') + values);
-    };
-    show(ui.MaxV, upper);
-    show(ui.MinV, lower);
-    show(ui.CBar, upper + QLatin1Char('\n') + lower);
+    showNote(ui.MaxV, upper);
+    showNote(ui.MinV, lower);
+    showNote(ui.CBar, upper + QLatin1Char('\n') + lower);
 }
 
 QSize DispMBase::pictureSize() const

@@ -77,8 +77,14 @@ void ARefFile::setAmount(double amount)
     showNumber(ui.AmountDisp, amount);
 }
 
+void ARefFile::noteRatio(const QString &note)
+{
+    showNote(ui.RatioDisp, note);
+}
+
 void ARefFile::clearResults()
 {
+    noteRatio(QString());
     ui.RatioDisp->clear();
     ui.AmountDisp->clear();
 }

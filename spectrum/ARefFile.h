@@ -36,6 +36,8 @@ public:
     /// Six significant digits.
     void setRatio(double ratio);
     void setAmount(double amount);
+    /// What the tool tip of the ratio says of it besides.
+    void noteRatio(const QString &note);
     void clearResults();
 
 signals:

@@ -54,6 +54,7 @@ const StepOutcome &Analysis::runTarget(const AnalysisInput &input)
         return refuse(Step::Target, *refusal);
     const auto &plan = std::get<TargetPlan>(planned);
     m_targetRun = plan.run;
+    m_targetValues = plan.values;
     return plan.run.method.isNonEquivalent ? runNonEquivalentTarget(plan)
                                            : runFourPointsTarget(plan, methodValences(takingPart(input)));
 }
@@ -79,6 +80,11 @@ const StepOutcome &Analysis::runNonEquivalentTarget(const TargetPlan &plan)
     return note(Step::Target, true,
                 nonEquivalentText({fractions, fractions + plan.run.references.size()}, values[ResultPosition::valence],
                                   values[ResultPosition::amount]));
+}
+
+std::optional<TargetFit> Analysis::targetFit() const
+{
+    return m_targetRun ? std::optional<TargetFit>(fitTarget(*m_targetRun, m_targetValues)) : std::nullopt;
 }
 
 const StepOutcome &Analysis::runFit(const AnalysisInput &input)

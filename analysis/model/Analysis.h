@@ -6,12 +6,14 @@
 #include "analysis/results/ResultHistograms.h"
 #include "analysis/results/ResultRecords.h"
 #include "analysis/results/ResultWriter.h"
+#include "analysis/uncertainty/SpectrumFit.h"
 
 #include <QString>
 
 #include <array>
 #include <memory>
 #include <optional>
+#include <vector>
 
 /// What the user asks for.
 enum class Step { Map, Target, Fit, Write };
@@ -76,6 +78,8 @@ public:
     const std::optional<NonEquivalentTarget> &nonEquivalentTarget() const { return m_nonEquivalentTarget; }
     /// What the target was calculated from last; null before.
     const RunInfo *targetRun() const { return m_targetRun ? &*m_targetRun : nullptr; }
+    /// How well the method finds that, from its residuals; none before.
+    std::optional<TargetFit> targetFit() const;
     const LinearCombination *fit() const { return m_fit.get(); }
     /// What the fit was made of last; null before.
     const FitRun *fitRun() const { return m_fitRun ? &*m_fitRun : nullptr; }
@@ -92,6 +96,7 @@ private:
     quint64 m_revision = 0;
     ResultHistograms m_histograms;
     std::optional<RunInfo> m_targetRun;
+    std::vector<double> m_targetValues; ///< at its points, in the order of the method
     std::optional<FourPointsTarget> m_fourPointsTarget;
     std::optional<NonEquivalentTarget> m_nonEquivalentTarget;
     std::unique_ptr<LinearCombination> m_fit;

@@ -204,6 +204,7 @@ private:
     void showFindings();
     void showMapResults();
     void showTargetResults();
+    void clearTarget();
     void showFit();
     void refreshStaleMark();
     void repaintDisplays();

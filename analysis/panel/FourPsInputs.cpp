@@ -43,7 +43,7 @@ void FourPs::receiveNewFile(const QString &)
     if (position >= 0 && m_inputs.selectors()[position] == m_inputs.target()) {
         receiveNewTarget();
         if (!m_inputs.target()->valid())
-            ui.TargetDMut->clear();
+            clearTarget();
     } else {
         receiveNewRef(position);
     }
@@ -98,7 +98,7 @@ void FourPs::receiveUpdatedTarget()
         calcBoth();
         return;
     }
-    ui.TargetDMut->clear();
+    clearTarget();
     recalculateQuietly();
 }
 

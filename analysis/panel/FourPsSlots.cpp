@@ -4,6 +4,7 @@
 #include "analysis/model/ResultText.h"
 #include "analysis/model/Staleness.h"
 #include "analysis/model/TakingPart.h"
+#include "analysis/model/UncertaintyText.h"
 #include "analysis/panel/FourPs.h"
 #include "analysis/panel/PanelJob.h"
 #include "analysis/panel/RegionsView.h"
@@ -187,7 +188,9 @@ void FourPs::showTargetResults()
 {
     for (ARefFile *const reference : m_inputs.references())
         reference->clearResults();
-    ui.TargetDMut->clear();
+    clearTarget();
+    const TargetFit fit = m_analysis.targetFit().value_or(TargetFit());
+    showNote(ui.TargetDMut, targetErrorsText(fit));
     if (!m_analysis.targetRun()->method.isNonEquivalent)
         return;
     const auto &target = m_analysis.nonEquivalentTarget();
@@ -198,8 +201,15 @@ void FourPs::showTargetResults()
     for (int j = 0; j < target->references.size(); ++j) {
         ARefFile *const reference = m_inputs.references()[target->references[j].row];
         reference->setRatio(valueAt(ResultPosition::ratio + j));
+        reference->noteRatio(fractionErrorText(fit, j));
         reference->setAmount(valueAt(ResultPosition::dMut + j));
     }
+}
+
+void FourPs::clearTarget()
+{
+    ui.TargetDMut->clear();
+    showNote(ui.TargetDMut, QString());
 }
 
 void FourPs::showFit()

@@ -1,7 +1,7 @@
 #include "analysis/panel/RegionsView.h"
 
 #include "analysis/model/Analysis.h"
-#include "analysis/model/RegionText.h"
+#include "analysis/model/UncertaintyText.h"
 #include "analysis/panel/PanelInputs.h"
 #include "display/DispABase.h"
 #include "display/HeaderMenu.h"

@@ -5,11 +5,17 @@
 #include <QString>
 #include <QStringList>
 
-/// What regions say, in the language of the program; numbers have a decimal point.
+/// What uncertainties, regions and the target's fit say, in the language of the program; numbers have a decimal point.
 
 /// "2.71 ± 0.013": the error with two significant digits, the value with as many decimals. Without a finite error the
 /// value alone, with three significant digits.
 QString withError(double value, double error);
+
+/// Of a target: line by line V, t and the fractions with what they may be off, 68.3 % of the time: the standard errors
+/// times Student's factor. For n = p a sentence that says why there are none.
+QString targetErrorsText(const TargetFit &target);
+/// That of one fraction, counted from 0; empty for n = p.
+QString fractionErrorText(const TargetFit &target, int reference);
 
 /// "V 2.71 ± 0.01, t 0.83, 1240 pixels, scatter 0.12 (expected 0.09), chi² 1.1": the mean valence with its standard
 /// error, the mean amount per pixel, and chi^2 / (n - p) of the mean spectrum, which is left out for n = p. For a

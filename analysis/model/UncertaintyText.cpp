@@ -1,4 +1,4 @@
-#include "analysis/model/RegionText.h"
+#include "analysis/model/UncertaintyText.h"
 
 #include <QCoreApplication>
 
@@ -28,6 +28,31 @@ QString withError(double value, double error)
     const double exponent = std::floor(std::log10(error));
     const int decimals = static_cast<int>(std::max(0.0, std::min(9.0, 1.0 - exponent)));
     return QStringLiteral("%1 ± %2").arg(QString::number(value, 'f', decimals), significant(error, 2));
+}
+
+QString fractionErrorText(const TargetFit &target, int reference)
+{
+    const auto j = static_cast<std::size_t>(reference);
+    if (target.fit.degrees == 0 || j >= target.fit.fractions.size())
+        return QString();
+    return withError(target.fit.fractions[j], target.factor * target.fit.fractionErrors[j]);
+}
+
+QString targetErrorsText(const TargetFit &target)
+{
+    const SpectrumFit &fit = target.fit;
+    if (fit.degrees == 0)
+        return translated(QT_TRANSLATE_NOOP("FourPs", "No standard errors: as many points as unknowns."));
+    QStringList lines = {QStringLiteral("V ") + withError(fit.valence, target.factor * fit.valenceError),
+                         QStringLiteral("t ") + withError(fit.amount, target.factor * fit.amountError)};
+    for (std::size_t j = 0; j < fit.fractions.size(); ++j)
+        lines << translated(QT_TRANSLATE_NOOP("FourPs", "Ratio %1: %2"))
+                     .arg(j + 1)
+                     .arg(fractionErrorText(target, static_cast<int>(j)));
+    lines << translated(QT_TRANSLATE_NOOP("FourPs", "(68 %: standard error times Student's factor %1 for n - p = %2)"))
+                 .arg(significant(target.factor, 3))
+                 .arg(fit.degrees);
+    return lines.join(QLatin1Char('\n'));
 }
 
 QString regionLine(const RegionStatistics &statistics)
