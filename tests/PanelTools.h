@@ -13,17 +13,17 @@
 namespace paneltools
 {
 
-/// Three references, a target and eight small maps without noise, in a directory of their own.
+/// Three references, a target and eight small maps, without noise unless asked for, in a directory of their own.
 class SampleFiles
 {
 public:
-    bool make(int width = 6, int height = 4)
+    bool make(int width = 6, int height = 4, double noise = 0)
     {
         sample::SampleOptions options;
         options.directory = m_dir.path();
         options.width = width;
         options.height = height;
-        options.noise = 0;
+        options.noise = noise;
         QString error;
         return m_dir.isValid() && sample::writeSample(options, &m_written, &error);
     }

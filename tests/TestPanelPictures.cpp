@@ -3,6 +3,7 @@
 #include "AnalystTools.h"
 #include "DisplayHelpers.h"
 #include "analysis/drawing/MapDrawing.h"
+#include "analysis/panel/RegionsView.h"
 #include "analysis/results/QuantityRange.h"
 #include "analysis/results/ResultQuantities.h"
 #include "numeric/RealToInt.h"
@@ -18,11 +19,17 @@ QImage shot(DispMBase *map)
     return map->area()->grab().toImage().convertToFormat(QImage::Format_RGB32);
 }
 
-/// The screen position of the middle of cell i of a map of 6 columns.
-QPoint cellOf(DispMBase *map, int i)
+/// The screen position of the middle of a cell.
+QPoint middleOf(DispMBase *map, int column, int row)
 {
     const ChCoord &cc = map->area()->cc;
-    return {numeric::truncToInt(cc.r2sx(i % 6 + 0.5)), numeric::truncToInt(cc.r2sy(i / 6 + 0.5))};
+    return {numeric::truncToInt(cc.r2sx(column + 0.5)), numeric::truncToInt(cc.r2sy(row + 0.5))};
+}
+
+/// That of cell i of a map of 6 columns.
+QPoint cellOf(DispMBase *map, int i)
+{
+    return middleOf(map, i % 6, i / 6);
 }
 
 /// What the map shows beside itself while the mouse is over cell i.
@@ -42,6 +49,124 @@ class TestPanelPictures : public QObject
 
 private slots:
     void initTestCase() { QVERIFY(m_files.make()); }
+
+    // --- how far it can be trusted ---
+
+    void standardErrors()
+    {
+        SampleFiles noisy;
+        QVERIFY(noisy.make(12, 8, 40000));
+        Analyst user(noisy);
+        user.panel.show();
+        user.panel.showKind(ResultMapView::Kind::Error);
+        const UncertaintyMap &errors = *user.panel.quality().known({});
+        QCOMPARE(user.map()->ui.Title->text(), QString("Result map, Valence ±"));
+        std::vector<double> sorted(errors.valence.data(), errors.valence.data() + 96);
+        std::sort(sorted.begin(), sorted.end());
+        QCOMPARE(user.limits(), "0 to " + sixDigits(sorted[93])); // rank 0.98 * 95
+        moveTo(user.map()->area(), middleOf(user.map(), 3, 2));
+        QCOMPARE(user.map()->ui.Val->text(), sixDigits(errors.valence[27]));
+        QCOMPARE(user.text("ResultMap/ValError"), QString());
+
+        user.field("ErrorAbove")->setText(sixDigits((sorted[89] + sorted[90]) / 2));
+        QCOMPARE(user.copied(user.map()->headerMenu()).join('\t').count("nan"), 6);
+        user.field("ErrorAbove")->setText(QString());
+        user.click("MapC1"); // of which there is none
+        QCOMPARE(user.map()->ui.Title->text(), QString("Result map, C1"));
+        QCOMPARE(user.text("StatusLine"), QString("C1 has no standard error."));
+        user.panel.showKind(ResultMapView::Kind::Misfit);
+        QCOMPARE(user.map()->ui.Title->text(), QString("Result map, misfit"));
+        user.panel.showKind(ResultMapView::Kind::Value);
+        user.click("MapValence");
+        moveTo(user.map()->area(), middleOf(user.map(), 3, 2));
+        QCOMPARE(user.map()->ui.Val->text(), sixDigits(user.results().quantity(ResultPosition::valence)[27]));
+        QCOMPARE(user.text("ResultMap/ValError"), "± " + QString::number(errors.valence[27], 'g', 2));
+        QCOMPARE(user.limits(), QString("1.5 to 4.5"));
+        user.panel.longestQuietMap = 0; // the mouse waits for nothing
+        user.click("CalcMapB");
+        moveTo(user.map()->area(), middleOf(user.map(), 3, 2));
+        QCOMPARE(user.text("ResultMap/ValError"), QString());
+    }
+
+    /// Drags with Control, docked and popped out: the map itself neither moves nor hears of anything but the release.
+    void regions()
+    {
+        Analyst user(m_files);
+        user.panel.show();
+        user.tick("3", "ShowMapB");
+        DispArea *const area = user.map()->area();
+        const RegionsView &regions = *user.panel.regions();
+        shot(user.map());
+        const RealRange range = area->shownRange();
+        QStringList heard;
+        connect(area, &DispArea::mPressed, this, [&heard] { heard << "press"; });
+        connect(area, &DispArea::mDragging, this, [&heard] { heard << "drag"; });
+        connect(area, &DispArea::mReleased, this, [&heard] { heard << "release"; });
+        const auto controlDrag = [&](const QPoint &from, const QPoint &to) {
+            drag(area, from, to, Qt::ControlModifier);
+        };
+        controlDrag(cellOf(user.map(), 8), cellOf(user.map(), 8) + QPoint(2, 2)); // a click
+        QVERIFY(regions.regions().empty() && !user.panel.regions()->isVisible());
+        controlDrag(cellOf(user.map(), 15), cellOf(user.map(), 8));
+        user.click("ResultMap/PopDockB");
+        shot(user.map());
+        controlDrag(cellOf(user.map(), 23), QPoint(area->width() + 50, -50)); // beyond the corner
+        QCOMPARE(heard.join(' '), QString("release release release"));
+        QVERIFY(area->shownRange() == range);
+        QVERIFY(user.panel.regions()->isVisible());
+
+        const auto corners = [&regions](std::size_t i) {
+            const PixelRectangle &r = *regions.regions().at(i).rectangle;
+            return QVector<int>{r.x0, r.y0, r.x1, r.y1};
+        };
+        QCOMPARE(corners(0), (QVector<int>{2, 1, 3, 2}));
+        QCOMPARE(corners(1), (QVector<int>{5, 3, 5, 3}));
+        for (DispMBase *const map : {user.map(), user.panel.dataMap()}) {
+            const ChCoord &cc = map->area()->cc;
+            const QImage image = shot(map);
+            const QPoint edge(qRound(cc.r2sx(2)), qRound(cc.r2sy(2)));
+            bool isOutlined = false;
+            for (int dx = -2; dx <= 2; ++dx)
+                isOutlined |= image.pixelColor(edge + QPoint(dx, 0)) == resultdrawing::regionColour(0);
+            QVERIFY(isOutlined);
+        }
+
+        // Its numbers are those of the pixels, also after a change.
+        QVector<double> means;
+        for (const char *const valence : {"4", "5"}) {
+            user.type("Ref3File/Valence", valence);
+            double amount = 0, weighted = 0;
+            for (const int i : {8, 9, 14, 15}) {
+                amount += user.results().t()[i];
+                weighted += user.results().t()[i] * user.results().quantity(ResultPosition::valence)[i];
+            }
+            QVERIFY(qAbs(regions.statistics()[0].mean - weighted / amount) < 1e-12);
+            means << regions.statistics()[0].mean;
+        }
+        QVERIFY(qAbs(means[0] - means[1]) > 1e-3);
+        QVERIFY(regions.spectrumText().count('\n') > sample::mapCount + 3); // points and curve
+
+        user.panel.askThickness = [] {
+            return std::optional<double>(0.5);
+        };
+        const auto choose = [&](const QString &entry) {
+            for (QAction *const action : user.map()->headerMenu()->menu->actions()) {
+                if (action->text() == entry)
+                    action->trigger();
+            }
+        };
+        choose("Region: above thickness...");
+        QVERIFY(regions.statistics()[2].pixels < 24);
+        moveTo(area, cellOf(user.map(), 14));
+        while (regions.regions().size() < 8)
+            choose("Region: this pixel");
+        QCOMPARE(corners(3), (QVector<int>{2, 2, 2, 2}));
+        choose("Region: this pixel");
+        QVERIFY(user.text("StatusLine").startsWith("There are 8 regions already"));
+        QCOMPARE(regions.tableText().count('\n'), 9);
+        choose("Regions: clear");
+        QVERIFY(regions.regions().empty() && regions.outlines().isEmpty());
+    }
 
     // --- colours of the result map ---
 

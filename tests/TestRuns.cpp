@@ -1,9 +1,11 @@
 // What the analysis keeps of its runs, and what makes them stale.
 
 #include "analysis/model/Analysis.h"
+#include "analysis/model/FittedCurve.h"
 #include "analysis/model/Quality.h"
 #include "analysis/model/ResultText.h"
 #include "analysis/model/Staleness.h"
+#include "analysis/model/UncertaintyText.h"
 #include "tests/ModelSamples.h"
 #include "tests/Tables.h"
 
@@ -79,6 +81,51 @@ private slots:
         QVERIFY(!quality.known({}));
         QVERIFY(quality.summary(input, {{}, true}));
         QCOMPARE(quality.known({})->fractions.size(), std::size_t(2));
+    }
+
+    /// At the energies of the maps the curve is what the method fitted; other spectra give none.
+    void curveOfTheFit()
+    {
+        for (const char *const method : {"linear", "Victoreen"}) {
+            AnalysisInput input = m_sample.input(QString("rows=123456 %1").arg(method));
+            Analysis analysis;
+            QVERIFY(analysis.runMap(input).isDone);
+            Quality quality(analysis);
+            const SpectrumFit fit = quality.statistics(input, {}, {{"all", {}, {}}})[0].fit;
+            const FittedCurve curve = fittedCurve(*analysis.run(), fit, input);
+            QCOMPARE(curve.energies.size(), std::size_t(301)); // 7000 to 7300 eV
+            for (std::size_t k = 0; k < fit.fitted.size(); ++k)
+                QVERIFY(near(curve.total[std::size_t(eightEnergies[k] - 7000)], fit.fitted[k]));
+            input.references[1].spectrum = input.references[2].spectrum;
+            QVERIFY(fittedCurve(*analysis.run(), fit, input).energies.empty());
+        }
+    }
+
+    void errorTexts()
+    {
+        struct Case {
+            const char *name;
+            double value, error;
+        };
+        forEach<Case>({{"2.713 ± 0.013", 2.71281, 0.0129},
+                       {"-0.25 ± 0.5", -0.25, 0.5},
+                       {"3 ± 12", 2.7, 12.1},
+                       {"2.71", 2.7128, qQNaN()}},
+                      [](const Case &c) { QCOMPARE(withError(c.value, c.error), QString(c.name)); });
+    }
+
+    /// One degree of freedom: V is known to 1.84 standard errors; none: not at all.
+    void targetErrors()
+    {
+        Analysis analysis;
+        QVERIFY(!analysis.targetFit());
+        QVERIFY(analysis.runTarget(m_sample.input("rows=12356 linear")).isDone);
+        const TargetFit target = *analysis.targetFit();
+        QCOMPARE(target.fit.valence, analysis.nonEquivalentTarget()->values[ResultPosition::valence]);
+        const QString v = withError(target.fit.valence, 1.8373 * target.fit.valenceError);
+        QCOMPARE(targetErrorsText(target).section('\n', 0, 0), "V " + v);
+        QVERIFY(analysis.runTarget(m_sample.input("rows=1236 linear")).isDone);
+        QCOMPARE(targetErrorsText(*analysis.targetFit()).count('\n'), 0);
     }
 
     void refusedStepsChangeNothing()

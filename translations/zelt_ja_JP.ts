@@ -417,6 +417,10 @@ Do you want to replace it?</source>
         <source>Lower handle of the colours at %1</source>
         <translation>カラーバーの下のつまみの値: %1</translation>
     </message>
+    <message>
+        <source>Standard error of the value, from the counting noise</source>
+        <translation>値の標準誤差（計数ノイズによる）</translation>
+    </message>
 </context>
 <context>
     <name>DisplayPicture</name>
@@ -1358,6 +1362,142 @@ Do you want to replace it?</source>
         <source>Energy %1: the pixels lie up to %2 steps from those of energy %3</source>
         <translation>エネルギー %1：画素の位置がエネルギー %3 と最大 %2 ステップずれています</translation>
     </message>
+    <message>
+        <source>± above</source>
+        <translation>± これ超を隠す</translation>
+    </message>
+    <message>
+        <source>Hide the pixels whose standard error of the shown quantity is above this number, in this map only</source>
+        <translation>表示している量の標準誤差がこの値を超える画素を隠す（このマップの表示だけ）</translation>
+    </message>
+    <message>
+        <source>There is no result map yet.</source>
+        <translation>結果マップはまだありません。</translation>
+    </message>
+    <message>
+        <source>The maps have changed since the calculation; press Calc. first.</source>
+        <translation>計算後にマップが変わりました。先に「計算」を押してください。</translation>
+    </message>
+    <message>
+        <source>There are no uncertainties: the energies are fewer than the unknowns.</source>
+        <translation>不確かさは求められません：エネルギー点が未知数より少ないためです。</translation>
+    </message>
+    <message>
+        <source>There is no memory for the uncertainties.</source>
+        <translation>不確かさを計算するメモリーが足りません。</translation>
+    </message>
+    <message>
+        <source>No standard errors: as many points as unknowns.</source>
+        <translation>標準誤差はありません：点の数が未知数と同じです。</translation>
+    </message>
+    <message>
+        <source>Ratio %1: %2</source>
+        <translation>比率 %1：%2</translation>
+    </message>
+    <message>
+        <source>(68 %: standard error times Student&apos;s factor %1 for n - p = %2)</source>
+        <translation>（68 %：標準誤差に Student の係数 %1 を掛けた値、n - p = %2）</translation>
+    </message>
+    <message>
+        <source>No pixel of this region has intensities and a result.</source>
+        <translation>この領域には、強度と結果のある画素がありません。</translation>
+    </message>
+    <message>
+        <source>V %1, t %2, %3 pixels, scatter %4 (expected %5)</source>
+        <translation>V %1、t %2、%3 画素、ばらつき %4（予想 %5）</translation>
+    </message>
+    <message>
+        <source>, chi² %1</source>
+        <translation>、χ² %1</translation>
+    </message>
+    <message>
+        <source>Region</source>
+        <translation>領域</translation>
+    </message>
+    <message>
+        <source>Pixels</source>
+        <translation>画素数</translation>
+    </message>
+    <message>
+        <source>Mean</source>
+        <translation>平均</translation>
+    </message>
+    <message>
+        <source>Median</source>
+        <translation>中央値</translation>
+    </message>
+    <message>
+        <source>Scatter</source>
+        <translation>ばらつき</translation>
+    </message>
+    <message>
+        <source>Expected</source>
+        <translation>予想</translation>
+    </message>
+    <message>
+        <source>chi²</source>
+        <translation>χ²</translation>
+    </message>
+    <message>
+        <source>There are %1 regions already; clear them first.</source>
+        <translation>領域はすでに %1 個あります。先に消去してください。</translation>
+    </message>
+    <message>
+        <source>Region: this pixel</source>
+        <translation>領域：この画素</translation>
+    </message>
+    <message>
+        <source>Point at a pixel of the result map first.</source>
+        <translation>先に結果マップの画素を指してください。</translation>
+    </message>
+    <message>
+        <source>Region: above thickness...</source>
+        <translation>領域：厚さが指定値以上...</translation>
+    </message>
+    <message>
+        <source>Regions: show</source>
+        <translation>領域：表示</translation>
+    </message>
+    <message>
+        <source>Regions: clear</source>
+        <translation>領域：すべて消去</translation>
+    </message>
+    <message>
+        <source>Region: above thickness</source>
+        <translation>領域：厚さが指定値以上</translation>
+    </message>
+    <message>
+        <source>All pixels with at least this amount (t/ts):</source>
+        <translation>総量 (t/ts) がこの値以上のすべての画素：</translation>
+    </message>
+    <message>
+        <source>Show</source>
+        <translation>表示</translation>
+    </message>
+    <message>
+        <source>Value</source>
+        <translation>値</translation>
+    </message>
+    <message>
+        <source>± (standard error)</source>
+        <translation>±（標準誤差）</translation>
+    </message>
+    <message>
+        <source>Misfit (chi² / (n - p))</source>
+        <translation>不一致度 (χ² / (n - p))</translation>
+    </message>
+    <message>
+        <source>There is no misfit: as many energies as unknowns.</source>
+        <translation>不一致度はありません：エネルギー点の数が未知数と同じです。</translation>
+    </message>
+    <message>
+        <source>%1 has no standard error.</source>
+        <translation>%1 には標準誤差がありません。</translation>
+    </message>
+    <message>
+        <source>misfit</source>
+        <translation>不一致度</translation>
+    </message>
 </context>
 <context>
     <name>HeaderMenu</name>
@@ -1481,6 +1621,14 @@ Do you want to replace it?</source>
         <source>How to</source>
         <translation>操作方法</translation>
     </message>
+    <message>
+        <source>Control and drag</source>
+        <translation>Control を押しながらドラッグ</translation>
+    </message>
+    <message>
+        <source>result map: a region; its mean spectrum and fit are shown</source>
+        <translation>結果マップ：領域を選び、平均スペクトルとフィットを表示する</translation>
+    </message>
 </context>
 <context>
     <name>NumberTyping</name>
@@ -1498,6 +1646,65 @@ Do you want to replace it?</source>
     <message>
         <source>Frame</source>
         <translation>フレーム</translation>
+    </message>
+</context>
+<context>
+    <name>RegionsView</name>
+    <message>
+        <source>Regions</source>
+        <translation>領域</translation>
+    </message>
+    <message>
+        <source>Mean valence, weighted with the amounts, and mean amount per pixel; scatter of the valences and what the noise explains of it; chi² / (n - p) of the mean spectrum</source>
+        <translation>総量で重み付けした平均価数と画素あたりの平均総量、価数のばらつきとそのうちノイズで説明できる分、平均スペクトルの χ² / (n - p)</translation>
+    </message>
+    <message>
+        <source>A click chooses the region whose spectrum is shown; corners in pixels, amount: the sum over the region, mean: weighted with the amounts, ±: its standard error</source>
+        <translation>クリックした領域のスペクトルを表示する。角の座標は画素、総量は領域内の和、平均は総量の重み付き、± はその標準誤差</translation>
+    </message>
+    <message>
+        <source>Copy table</source>
+        <translation>表をコピー</translation>
+    </message>
+    <message>
+        <source>Remove this region</source>
+        <translation>この領域を消去</translation>
+    </message>
+    <message>
+        <source>Regions: clear</source>
+        <translation>領域：すべて消去</translation>
+    </message>
+    <message>
+        <source>Region %1</source>
+        <translation>領域 %1</translation>
+    </message>
+    <message>
+        <source>Pixel %1, %2</source>
+        <translation>画素 %1, %2</translation>
+    </message>
+    <message>
+        <source>No region: drag one with Control in the result map.</source>
+        <translation>領域がありません：結果マップを Control キーを押しながらドラッグしてください。</translation>
+    </message>
+    <message>
+        <source>Energy [eV]</source>
+        <translation>エネルギー [eV]</translation>
+    </message>
+    <message>
+        <source>Absorption</source>
+        <translation>吸収</translation>
+    </message>
+    <message>
+        <source>Residual / s</source>
+        <translation>残差 / s</translation>
+    </message>
+    <message>
+        <source>Fit</source>
+        <translation>フィット</translation>
+    </message>
+    <message>
+        <source>Background</source>
+        <translation>バックグラウンド</translation>
     </message>
 </context>
 <context>
