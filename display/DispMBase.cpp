@@ -34,12 +34,9 @@ double typedLimit(QLineEdit *field, double limit)
 
 DispMBase::DispMBase(QWidget *parent)
     : QFrame(parent)
-    , m_error(new QLabel)
 {
     ui.setupUi(this);
-    m_error->setObjectName(QStringLiteral("ValError"));
-    m_error->setToolTip(tr("Standard error of the value, from the counting noise"));
-    m_error->hide();
+    addLabels();
     for (QLineEdit *const limit : {ui.MaxV, ui.MinV})
         new NumberTyping(limit);
     setAttribute(Qt::WA_QuitOnClose, false);
@@ -75,6 +72,19 @@ DispMBase::~DispMBase()
     // A field that has the focus announces its text while it is destroyed, when there is no display left to take it.
     ui.MaxV->disconnect(this);
     ui.MinV->disconnect(this);
+}
+
+/// Those of the header that are seen only at times.
+void DispMBase::addLabels()
+{
+    m_error = new QLabel(ui.frame);
+    m_error->setObjectName(QStringLiteral("ValError"));
+    m_error->setToolTip(tr("Standard error of the value, from the counting noise"));
+    m_error->hide();
+    m_shortTitle = new QLabel(ui.frame);
+    m_shortTitle->setObjectName(QStringLiteral("ShortTitle"));
+    m_shortTitle->hide();
+    ui.gridLayout_2->addWidget(m_shortTitle, 0, 0);
 }
 
 void DispMBase::connectArea()
@@ -145,11 +155,13 @@ void DispMBase::takePercentiles()
     ui.DispA->update();
 }
 
-void DispMBase::setTitle(const QString &title)
+void DispMBase::setTitle(const QString &title, const QString &shortTitle)
 {
     ui.Title->setText(title);
+    m_shortTitle->setText(shortTitle);
     pop->setWindowTitle(title);
-    makeRoomInHeader();
+    if (ui.frame->isVisible()) // else it will be, with a width
+        makeRoomInHeader();
 }
 
 void DispMBase::showValue(const QString &text)
@@ -162,7 +174,7 @@ void DispMBase::showValue(const QString &text)
 void DispMBase::showError(const QString &text)
 {
     if (m_error->isHidden() && !text.isEmpty()) {
-        m_error->setFixedWidth(m_error->fontMetrics().boundingRect(QStringLiteral("± 0.000000")).width());
+        m_error->setFixedWidth(m_error->fontMetrics().boundingRect(QStringLiteral("± 0.0e-00")).width());
         ui.gridLayout_2->addWidget(m_error, 0, errorColumn, Qt::AlignLeft);
         ui.gridLayout_2->setAlignment(ui.PopDockB, Qt::AlignRight);
         ui.gridLayout_2->setColumnMinimumWidth(errorColumn, m_error->width() + ui.PopDockB->width());
@@ -176,7 +188,11 @@ void DispMBase::makeRoomInHeader()
 {
     const int readOuts =
         headerCharacters * fontMetrics().averageCharWidth() + (m_error->isHidden() ? 0 : m_error->width());
-    ui.Title->setVisible(ui.frame->width() - ui.Title->sizeHint().width() >= readOuts);
+    const auto fits = [this, readOuts](const QLabel *title) {
+        return ui.frame->width() - title->sizeHint().width() >= readOuts;
+    };
+    ui.Title->setVisible(fits(ui.Title));
+    m_shortTitle->setVisible(ui.Title->isHidden() && fits(m_shortTitle));
 }
 
 bool DispMBase::eventFilter(QObject *watched, QEvent *event)

@@ -48,8 +48,9 @@ public:
     void chooseLimits(const ValueRange &chosen);
     /// How wide a cell is, for the scale bar of pictures; no width or unit: none is drawn.
     void setCellWidth(double width, const QString &unit);
-    /// The header's title, which makes room for the read-outs where both do not fit, and the window's.
-    void setTitle(const QString &title);
+    /// The header's title and the window's. Where it does not fit beside the read-outs the header has the short one, or
+    /// none.
+    void setTitle(const QString &title, const QString &shortTitle = QString());
     /// Shows the value under the mouse.
     void showValue(const QString &text);
     /// Shows behind the value how far it can be trusted. There is room for it from the first text on.
@@ -89,6 +90,7 @@ protected:
     bool eventFilter(QObject *watched, QEvent *event) override;
 
 private:
+    void addLabels();
     void connectArea();
     void placeArea();
     QRect areaIn(const QRect &room) const;
@@ -101,7 +103,8 @@ private:
     void takePercentiles();
 
     HeaderMenu *m_menu;
-    QLabel *m_error;
+    QLabel *m_error = nullptr;      // behind the value
+    QLabel *m_shortTitle = nullptr; // where the title does not fit
     QSize m_cells;
     double m_cellWidth = 0.0;
     QString m_unit;                            // of the cell's width

@@ -6,6 +6,7 @@
 
 #include <QClipboard>
 #include <QHelpEvent>
+#include <QLabel>
 #include <QMenu>
 
 #include <optional>
@@ -241,11 +242,13 @@ private slots:
     void titleMakesRoom()
     {
         DispMBase display;
-        display.setTitle("Result map, Valence");
-        for (const int width : {900, 250, 900}) {
+        display.setTitle("Result map, Valence", "V");
+        const auto *const shortTitle = display.findChild<QLabel *>("ShortTitle");
+        for (const int width : {900, 420, 250, 900}) {
             display.resize(width, 400);
             display.grab();
-            QCOMPARE(display.ui.Title->isHidden(), width < 300);
+            QCOMPARE(display.ui.Title->isHidden(), width < 500);
+            QCOMPARE(shortTitle->isHidden(), width != 420);
             QCOMPARE(display.ui.Title->text(), QString("Result map, Valence")); // pictures carry it
         }
     }

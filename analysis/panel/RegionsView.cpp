@@ -51,7 +51,7 @@ RegionsView::RegionsView(const PanelInputs &inputs, const Analysis &analysis, Qu
     offerMenu();
     connect(m_graph, &DispABase::draw, this,
             [this](QStylePainter *p) { resultdrawing::drawRegion(m_graph, p, graphInput()); });
-    resize(840, 620);
+    resize(800, 600);
 }
 
 RegionsView::~RegionsView()

@@ -144,7 +144,7 @@ void ResultMapView::refresh()
     m_areErrorsSought = false;
     m_view.show(m_analysis.results(), quantity(), m_analysis.runValences(), limitIn(m_controls.hideBelow));
     const QString problem = showQuality();
-    m_map->setTitle(translated(QT_TRANSLATE_NOOP("FourPs", "Result map, %1")).arg(shownName()));
+    m_map->setTitle(translated(QT_TRANSLATE_NOOP("FourPs", "Result map, %1")).arg(shownName()), shownName());
     showGrid(m_map, shown().grid);
     m_map->picture.invalidate();
     m_map->area()->update();
