@@ -1,0 +1,49 @@
+#include "plan/PlanText.h"
+
+#include <QCoreApplication>
+
+#include <algorithm>
+#include <iterator>
+
+namespace
+{
+
+struct Row {
+    PlanText key;
+    const char *text;
+};
+
+constexpr Row texts[] = {
+    {PlanText::FewReferences, QT_TRANSLATE_NOOP("Plan", "Planning needs at least two references.")},
+    {PlanText::OutsideReference,
+     QT_TRANSLATE_NOOP("Plan", "Reference %1 reaches from %2 to %3 eV and not to %4 eV, which \"%5\" asks for.")},
+    {PlanText::EmptyRange, QT_TRANSLATE_NOOP("Plan", "There are no candidates between %1 and %2 eV.")},
+    {PlanText::ManyCandidates, QT_TRANSLATE_NOOP("Plan", "The step makes more than %1 candidates.")},
+    {PlanText::FewEnergies, QT_TRANSLATE_NOOP("Plan", "%1 energies are too few: the method wants %2 or more.")},
+    {PlanText::ManyEnergies, QT_TRANSLATE_NOOP("Plan", "%1 energies are too many: the method knows %2.")},
+    {PlanText::FewCandidates, QT_TRANSLATE_NOOP("Plan", "Only %1 candidates are %2 eV apart, fewer than the %3 energies.")},
+    {PlanText::ManyKept, QT_TRANSLATE_NOOP("Plan", "%1 energies are to be kept, more than the %2 that are planned.")},
+    {PlanText::NoLines,
+     QT_TRANSLATE_NOOP("Plan", "Reference %1 has no edge jump: its pre-edge or post-edge range holds too few points.")},
+    {PlanText::AlikeReferences,
+     QT_TRANSLATE_NOOP("Plan", "References %1 and %2 are alike: no energies can tell them apart.")},
+    {PlanText::MixedReference,
+     QT_TRANSLATE_NOOP("Plan", "Reference %1 is a mixture of the others: no energies can tell them apart.")},
+    {PlanText::NothingFound, QT_TRANSLATE_NOOP("Plan", "No candidates determine the fit.")},
+    {PlanText::Stopped, QT_TRANSLATE_NOOP("Plan", "Planning was stopped.")},
+    {PlanText::EndsAndDifferences, QT_TRANSLATE_NOOP("Plan", "ends + largest reference differences")},
+    {PlanText::Background, QT_TRANSLATE_NOOP("Plan", "background")},
+    {PlanText::Amount, QT_TRANSLATE_NOOP("Plan", "amount and background")},
+    {PlanText::Difference, QT_TRANSLATE_NOOP("Plan", "%1 against %2")},
+    {PlanText::WithExtraTerm, QT_TRANSLATE_NOOP("Plan", "planned with one background term more than the fit has")},
+    {PlanText::WithoutExtraTerm, QT_TRANSLATE_NOOP("Plan", "planned with the background of the fit, without a term more")},
+};
+
+} // namespace
+
+QString planText(PlanText text)
+{
+    const auto row =
+        std::find_if(std::begin(texts), std::end(texts), [text](const Row &candidate) { return candidate.key == text; });
+    return QCoreApplication::translate("Plan", row->text);
+}

@@ -1,0 +1,28 @@
+#pragma once
+
+#include <QString>
+
+/// What the planning says to the user, in the language of the program; %1, %2, ... are filled by the caller.
+enum class PlanText {
+    FewReferences,
+    OutsideReference, ///< name, from, to, energy, what wants it
+    EmptyRange,       ///< from, to
+    ManyCandidates,   ///< most
+    FewEnergies,      ///< found, needed
+    ManyEnergies,     ///< found, most
+    FewCandidates,    ///< found, spacing, needed
+    ManyKept,         ///< found, most
+    NoLines,          ///< name
+    AlikeReferences,  ///< names
+    MixedReference,   ///< name
+    NothingFound,
+    Stopped,
+    EndsAndDifferences,
+    Background,
+    Amount,
+    Difference, ///< names
+    WithExtraTerm,
+    WithoutExtraTerm
+};
+
+QString planText(PlanText text);
