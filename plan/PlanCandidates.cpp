@@ -28,8 +28,7 @@ Bounds boundsOf(const PlanRequest &request)
     const PlanRange range = commonRange(request);
     Bounds bounds;
     bounds.edge = std::round(request.edge / fineStep) * fineStep;
-    bounds.from = request.from.value_or(
-        std::max(bounds.edge - before, std::ceil(range.from / fineStep) * fineStep));
+    bounds.from = request.from.value_or(std::max(bounds.edge - before, std::ceil(range.from / fineStep) * fineStep));
     bounds.to = request.to.value_or(std::min(bounds.edge + behind, std::floor(range.to / fineStep) * fineStep));
     return bounds;
 }
@@ -90,8 +89,8 @@ QString rangeMistake(const PlanRequest &request)
 QString numberMistake(const PlanRequest &request)
 {
     const bool isFour = isFourPoints(request.method);
-    const int needed = isFour ? 3 : nonEquivalentUnknowns(static_cast<int>(planReferences(request)),
-                                                          backgroundOf(request.method));
+    const int needed =
+        isFour ? 3 : nonEquivalentUnknowns(static_cast<int>(planReferences(request)), backgroundOf(request.method));
     if (request.count < needed)
         return planText(PlanText::FewEnergies).arg(request.count).arg(needed);
     if (isFour && request.count > mostNonEquivalentPoints)

@@ -95,7 +95,7 @@ private:
     double product(const Row &l, const Row &r) const;
 
     std::size_t m_columns = 0;
-    std::vector<Row> m_rows;         ///< of Q, one per candidate
+    std::vector<Row> m_rows;           ///< of Q, one per candidate
     Row m_valence = {}, m_amount = {}; ///< R^-T u
     struct Scenario {
         double valence;
@@ -311,8 +311,7 @@ double distinctness(PlanMethod method, const std::vector<PlanPoint> &candidates,
     std::vector<Vector> parts;
     orthonormalise(&columns, &parts);
     const Vector &own = parts.back();
-    const double norm =
-        std::sqrt(std::inner_product(own.begin() + static_cast<std::ptrdiff_t>(background), own.end(),
-                                     own.begin() + static_cast<std::ptrdiff_t>(background), 0.0));
+    const double norm = std::sqrt(std::inner_product(own.begin() + static_cast<std::ptrdiff_t>(background), own.end(),
+                                                     own.begin() + static_cast<std::ptrdiff_t>(background), 0.0));
     return norm > 0.0 ? own.back() / norm : 0.0;
 }

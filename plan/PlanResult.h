@@ -23,9 +23,9 @@ struct PlanRole {
 struct PlanScenarioResult {
     PlanScenario scenario;
     double valence = 0.0;
-    double sigmaV = 0.0;         ///< the same exposure at each energy
-    double sigmaVAtShares = 0.0; ///< the exposure shared out as planned
-    std::vector<double> sigmaF;  ///< per reference, the same exposure at each energy
+    double sigmaV = 0.0;            ///< the same exposure at each energy
+    double sigmaVAtShares = 0.0;    ///< the exposure shared out as planned
+    std::vector<double> sigmaF;     ///< per reference, the same exposure at each energy
     double valencePerTenthEv = 0.0; ///< change of the valence when all energies are wrong by the same 0.1 eV
     double bias = 0.0;              ///< four-points method: what it finds without noise less the true valence
 };
@@ -40,7 +40,7 @@ struct PlannedSet {
     double sigmaV = 0.0;
     double sigmaVAtShares = 0.0;
     std::vector<double> sigmaF;
-    std::vector<double> detectionLimits; ///< 3.29 sigmaF (L. A. Currie, Anal. Chem. 40 (1968) 586)
+    std::vector<double> detectionLimits; ///< detectionFactor times sigmaF
     double valencePerTenthEv = 0.0;
     double bias = 0.0;
     double criterion = 0.0;    ///< root of what was minimised, in units of the valence

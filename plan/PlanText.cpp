@@ -21,7 +21,8 @@ constexpr Row texts[] = {
     {PlanText::ManyCandidates, QT_TRANSLATE_NOOP("Plan", "The step makes more than %1 candidates.")},
     {PlanText::FewEnergies, QT_TRANSLATE_NOOP("Plan", "%1 energies are too few: the method wants %2 or more.")},
     {PlanText::ManyEnergies, QT_TRANSLATE_NOOP("Plan", "%1 energies are too many: the method knows %2.")},
-    {PlanText::FewCandidates, QT_TRANSLATE_NOOP("Plan", "Only %1 candidates are %2 eV apart, fewer than the %3 energies.")},
+    {PlanText::FewCandidates,
+     QT_TRANSLATE_NOOP("Plan", "Only %1 candidates are %2 eV apart, fewer than the %3 energies.")},
     {PlanText::ManyKept, QT_TRANSLATE_NOOP("Plan", "%1 energies are to be kept, more than the %2 that are planned.")},
     {PlanText::NoLines,
      QT_TRANSLATE_NOOP("Plan", "Reference %1 has no edge jump: its pre-edge or post-edge range holds too few points.")},
@@ -35,15 +36,31 @@ constexpr Row texts[] = {
     {PlanText::Background, QT_TRANSLATE_NOOP("Plan", "background")},
     {PlanText::Amount, QT_TRANSLATE_NOOP("Plan", "amount and background")},
     {PlanText::Difference, QT_TRANSLATE_NOOP("Plan", "%1 against %2")},
+    {PlanText::Planned, QT_TRANSLATE_NOOP("Plan", "planned")},
+    {PlanText::EnergyTitle, QT_TRANSLATE_NOOP("Plan", " energy/eV  share/%  separates")},
+    {PlanText::ScenarioTitle,
+     QT_TRANSLATE_NOOP("Plan",
+                       "fractions and thickness: sigma_V at equal shares, at these shares, change of V per 0.1 eV "
+                       "of wrong energy; sigma_f per reference")},
+    {PlanText::SetTitle,
+     QT_TRANSLATE_NOOP("Plan", "sigma_V at equal shares, at the best shares, change of V per 0.1 eV; energies/eV")},
+    {PlanText::NumberTitle, QT_TRANSLATE_NOOP("Plan", "The same by the number of energies, each planned:")},
+    {PlanText::Limits, QT_TRANSLATE_NOOP("Plan", "detection limits of the fractions: %1")},
+    {PlanText::Bias, QT_TRANSLATE_NOOP("Plan", "valence that the method misses without any noise: %1")},
+    {PlanText::PictureShares, QT_TRANSLATE_NOOP("Plan", "share of the exposure/%")},
+    {PlanText::PictureEnergy, QT_TRANSLATE_NOOP("Plan", "energy/eV")},
+    {PlanText::PictureReferences, QT_TRANSLATE_NOOP("Plan", "references in edge jumps")},
+    {PlanText::PictureWorth, QT_TRANSLATE_NOOP("Plan", "worth of candidates")},
     {PlanText::WithExtraTerm, QT_TRANSLATE_NOOP("Plan", "planned with one background term more than the fit has")},
-    {PlanText::WithoutExtraTerm, QT_TRANSLATE_NOOP("Plan", "planned with the background of the fit, without a term more")},
+    {PlanText::WithoutExtraTerm,
+     QT_TRANSLATE_NOOP("Plan", "planned with the background of the fit, without a term more")},
 };
 
 } // namespace
 
 QString planText(PlanText text)
 {
-    const auto row =
-        std::find_if(std::begin(texts), std::end(texts), [text](const Row &candidate) { return candidate.key == text; });
+    const auto row = std::find_if(std::begin(texts), std::end(texts),
+                                  [text](const Row &candidate) { return candidate.key == text; });
     return QCoreApplication::translate("Plan", row->text);
 }

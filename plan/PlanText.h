@@ -21,6 +21,17 @@ enum class PlanText {
     Background,
     Amount,
     Difference, ///< names
+    Planned,
+    EnergyTitle,
+    ScenarioTitle,
+    SetTitle,
+    NumberTitle,
+    Limits, ///< numbers, one per reference
+    Bias,   ///< number
+    PictureShares,
+    PictureEnergy,
+    PictureReferences,
+    PictureWorth,
     WithExtraTerm,
     WithoutExtraTerm
 };

@@ -13,8 +13,6 @@ using Vector = std::vector<double>;
 namespace
 {
 
-constexpr double detectionFactor = 3.29;
-
 /// Root of the mean square of a number of the scenarios.
 template <class Value>
 double rootMeanSquare(const std::vector<PlanScenarioResult> &scenarios, Value value)

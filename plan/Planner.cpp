@@ -1,9 +1,9 @@
 #include "plan/PlanCandidates.h"
 #include "plan/PlanCriterion.h"
-#include "plan/PlannedSets.h"
 #include "plan/PlanResult.h"
 #include "plan/PlanSearch.h"
 #include "plan/PlanText.h"
+#include "plan/PlannedSets.h"
 
 #include <algorithm>
 #include <cmath>
@@ -112,8 +112,8 @@ Planner::Found Planner::search(int n, int starts, double from, double to)
     if (m_last.size() == static_cast<std::size_t>(n) - 1) { // one more in the best place
         for (const int candidate : {0, static_cast<int>(m_candidates.size()) / 2}) {
             Set set = m_last;
-            for (int i = candidate; set.size() < static_cast<std::size_t>(n) && i < static_cast<int>(m_candidates.size());
-                 ++i) {
+            for (int i = candidate;
+                 set.size() < static_cast<std::size_t>(n) && i < static_cast<int>(m_candidates.size()); ++i) {
                 if (m_search.isFree(set, -1, i))
                     set.insert(set.begin(), i);
             }
@@ -178,7 +178,8 @@ std::vector<int> Planner::numbers() const
 {
     const int most = std::min({mostByNumber, m_plain->most(), mostTogether(m_request, m_candidates)});
     std::vector<int> found;
-    for (int n = std::max({fewestByNumber, m_plain->fewest(), static_cast<int>(m_search.kept().size())}); n <= most; ++n)
+    for (int n = std::max({fewestByNumber, m_plain->fewest(), static_cast<int>(m_search.kept().size())}); n <= most;
+         ++n)
         found.push_back(n);
     return found;
 }

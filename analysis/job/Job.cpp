@@ -34,7 +34,45 @@ void readList(JobReader *reader, const QString &key, int atMost, QStringList *er
     }
 }
 
-Job readContents(const QJsonObject &root, const QDir &directory, QStringList *errors)
+/// "line 3, column 7" of a byte offset.
+QString placeOf(const QByteArray &text, int offset)
+{
+    const QByteArray before = text.left(offset);
+    return QStringLiteral("line %1, column %2").arg(before.count('\n') + 1).arg(offset - before.lastIndexOf('\n'));
+}
+
+} // namespace
+
+QJsonObject parseJsonObject(const QByteArray &text, const QString &kind, QStringList *errors)
+{
+    QJsonParseError outcome;
+    const QJsonDocument document = QJsonDocument::fromJson(text, &outcome);
+    const int before = errors->size();
+    if (text.contains('\0'))
+        errors->append(QStringLiteral("the %1 must be UTF-8 (this seems to be UTF-16)").arg(kind));
+    else if (outcome.error != QJsonParseError::NoError)
+        errors->append(QStringLiteral("not JSON: %1 at %2").arg(outcome.errorString(), placeOf(text, outcome.offset)));
+    else if (!document.isObject())
+        errors->append(QStringLiteral("the %1 must be an object { }").arg(kind));
+    if (errors->size() == before)
+        errors->append(doubtfulJson(text));
+    return document.object();
+}
+
+QJsonObject readJsonObject(const QString &path, const QString &kind, QStringList *errors)
+{
+    const QFileInfo info(path);
+    QFile file(path);
+    if (!info.exists())
+        errors->append(QStringLiteral("no such file"));
+    else if (!info.isFile() || !file.open(QIODevice::ReadOnly))
+        errors->append(QStringLiteral("the %1 file cannot be read").arg(kind));
+    else
+        return parseJsonObject(file.readAll(), kind, errors);
+    return QJsonObject();
+}
+
+Job jobFromJson(const QJsonObject &root, const QDir &directory, QStringList *errors)
 {
     Job job;
     JobReader reader(root, QString(), errors);
@@ -68,44 +106,21 @@ Job readContents(const QJsonObject &root, const QDir &directory, QStringList *er
     return job;
 }
 
-/// "line 3, column 7" of a byte offset.
-QString placeOf(const QByteArray &text, int offset)
-{
-    const QByteArray before = text.left(offset);
-    return QStringLiteral("line %1, column %2").arg(before.count('\n') + 1).arg(offset - before.lastIndexOf('\n'));
-}
-
-} // namespace
-
 JobOrErrors parseJob(const QByteArray &text, const QString &folder)
 {
     JobOrErrors result;
-    QJsonParseError outcome;
-    const QJsonDocument document = QJsonDocument::fromJson(text, &outcome);
-    if (text.contains('\0'))
-        result.errors << QStringLiteral("the job must be UTF-8 (this seems to be UTF-16)");
-    else if (outcome.error != QJsonParseError::NoError)
-        result.errors << QStringLiteral("not JSON: %1 at %2").arg(outcome.errorString(), placeOf(text, outcome.offset));
-    else if (!document.isObject())
-        result.errors << QStringLiteral("the job must be an object { }");
-    if (!result.errors.isEmpty())
-        return result;
-    result.errors = doubtfulJson(text);
-    result.job = readContents(document.object(), QDir(folder), &result.errors);
+    const QJsonObject root = parseJsonObject(text, QStringLiteral("job"), &result.errors);
+    if (result.errors.isEmpty())
+        result.job = jobFromJson(root, QDir(folder), &result.errors);
     return result;
 }
 
 JobOrErrors readJob(const QString &path)
 {
     JobOrErrors result;
-    const QFileInfo info(path);
-    QFile file(path);
-    if (!info.exists())
-        result.errors << QStringLiteral("no such file");
-    else if (!info.isFile() || !file.open(QIODevice::ReadOnly))
-        result.errors << QStringLiteral("the job file cannot be read");
-    else
-        result = parseJob(file.readAll(), info.path());
+    const QJsonObject root = readJsonObject(path, QStringLiteral("job"), &result.errors);
+    if (result.errors.isEmpty())
+        result.job = jobFromJson(root, QFileInfo(path).dir(), &result.errors);
     result.job.fileName = path;
     return result;
 }

@@ -5,6 +5,8 @@
 #include <QStringList>
 #include <QVector>
 
+class QDir;
+
 /// One analysis as a job file (JSON) describes it: inputs, settings of the panel, outputs. docs/batch.md describes the
 /// file. Paths are absolute or relative to the working directory.
 struct Job {
@@ -56,3 +58,11 @@ JobOrErrors parseJob(const QByteArray &text, const QString &folder);
 
 /// Reads a job file. Relative paths in it are taken from its own directory.
 JobOrErrors readJob(const QString &path);
+
+/// The object that a JSON text or file holds. Mistakes go to `errors`, keys given twice among them; `kind` names the
+/// file in them, such as "job".
+QJsonObject parseJsonObject(const QByteArray &text, const QString &kind, QStringList *errors);
+QJsonObject readJsonObject(const QString &path, const QString &kind, QStringList *errors);
+
+/// The job that an object describes, its relative paths taken from `directory`. Mistakes go to `errors`.
+Job jobFromJson(const QJsonObject &root, const QDir &directory, QStringList *errors);

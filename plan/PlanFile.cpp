@@ -1,0 +1,297 @@
+#include "plan/PlanFile.h"
+
+#include "analysis/job/JobReader.h"
+#include "numeric/FieldText.h"
+#include "plan/PlanSamples.h"
+
+#include <QDir>
+#include <QFileInfo>
+#include <QJsonArray>
+
+#include <algorithm>
+#include <cmath>
+
+namespace
+{
+
+const QStringList &planKeys()
+{
+    static const QStringList keys = {"energies", "from",       "to",        "step",   "spacing",   "keep",   "counts",
+                                     "mode",     "background", "scenarios", "deltaE", "extraTerm", "compare"};
+    return keys;
+}
+
+/// What the panel has where a job says nothing.
+double numberOf(const QJsonObject &settings, const char *name, double absent)
+{
+    const QJsonValue value = settings.value(QLatin1String(name));
+    return value.isString() ? value.toString().toDouble() : value.toDouble(absent);
+}
+
+bool isChosen(const QJsonObject &settings, const char *name)
+{
+    return settings.value(QLatin1String(name)).toBool();
+}
+
+PlanMethod methodOf(const QJsonObject &settings)
+{
+    if (isChosen(settings, "TypeNonEquiv"))
+        return isChosen(settings, "NonEquivBGVic") ? PlanMethod::VictoreenNonEquivalent
+                                                   : PlanMethod::LinearNonEquivalent;
+    return isChosen(settings, "TypeTMKisExact") ? PlanMethod::ExactFourPoints : PlanMethod::LeastSquaresFourPoints;
+}
+
+/// Takes the values of a plan out of its object.
+class PlanReader
+{
+public:
+    PlanReader(const QJsonObject &root, PlanFile *plan)
+        : m_reader(root, QString(), &plan->errors)
+        , m_root(root)
+        , m_plan(*plan)
+        , m_request(plan->request)
+    {
+    }
+
+    void read();
+    void readScenarios();
+
+private:
+    void require(bool good, const QString &message);
+    std::vector<double> numbers(const QJsonValue &value, const QString &name);
+    double positive(const char *key, double absent);
+    void readBackground();
+    void readEnergies();
+    void readLists();
+
+    JobReader m_reader;
+    const QJsonObject &m_root;
+    PlanFile &m_plan;
+    PlanRequest &m_request;
+};
+
+void PlanReader::require(bool good, const QString &message)
+{
+    if (!good)
+        m_plan.errors << message;
+}
+
+std::vector<double> PlanReader::numbers(const QJsonValue &value, const QString &name)
+{
+    std::vector<double> found;
+    for (const QJsonValue &entry : value.toArray()) {
+        require(entry.isDouble(), name + QLatin1String(" must be a list of numbers"));
+        found.push_back(entry.toDouble());
+    }
+    require(value.isArray() || value.isUndefined(), name + QLatin1String(" must be a list of numbers"));
+    return found;
+}
+
+double PlanReader::positive(const char *key, double absent)
+{
+    const QString name = QLatin1String(key);
+    if (!m_reader.has(name))
+        return absent;
+    const double value = m_reader.number(name);
+    require(value > 0.0, name + QLatin1String(" must be above 0"));
+    return value;
+}
+
+void PlanReader::read()
+{
+    const auto optional = [this](const char *key) {
+        return m_reader.has(key) ? std::optional<double>(m_reader.number(key)) : std::nullopt;
+    };
+    m_request.from = optional("from");
+    m_request.to = optional("to");
+    if (m_reader.has("step"))
+        m_request.step = positive("step", 1.0);
+    m_request.spacing = optional("spacing").value_or(m_request.spacing);
+    require(m_request.spacing >= 0.0, QStringLiteral("spacing must not be below 0"));
+    m_request.keep = numbers(m_root.value("keep"), QStringLiteral("keep"));
+    m_request.counts = positive("counts", m_request.counts);
+    m_request.deltaE = optional("deltaE").value_or(m_request.deltaE);
+    require(m_request.deltaE >= 0.0, QStringLiteral("deltaE must not be below 0"));
+    m_request.hasExtraTerm = m_reader.truth("extraTerm", true);
+    const QString mode = m_reader.has("mode") ? m_reader.text("mode") : QStringLiteral("transmission");
+    require(mode == QLatin1String("transmission") || mode == QLatin1String("fluorescence"),
+            QStringLiteral("mode must be \"transmission\" or \"fluorescence\""));
+    m_request.mode = mode == QLatin1String("fluorescence") ? PlanMode::Fluorescence : PlanMode::Transmission;
+    readBackground();
+    readEnergies();
+    readLists();
+}
+
+void PlanReader::readBackground()
+{
+    if (m_reader.has("background"))
+        m_request.background = m_reader.number("background");
+    const bool isShare = m_request.mode == PlanMode::Fluorescence;
+    require(std::abs(m_request.background) < 700.0 &&
+                (!isShare || (m_request.background >= 0.0 && m_request.background < 1.0)),
+            isShare ? QStringLiteral("background must be a share from 0 to below 1")
+                    : QStringLiteral("background is no absorption"));
+}
+
+/// A number, or the energies of a job.
+void PlanReader::readEnergies()
+{
+    const QJsonValue energies = m_root.value("energies");
+    if (energies.isDouble()) {
+        m_request.count = energies.toInt();
+        require(m_request.count >= 1 && m_request.count <= 100 && m_request.count == energies.toDouble(),
+                QStringLiteral("energies must be a whole number from 1 to 100"));
+        return;
+    }
+    require(energies.isArray(), QStringLiteral("energies must be the number of energies, or those of a job"));
+    PlanList list = {QStringLiteral("energies of the job"), {}, -1};
+    for (const Job::Energy &energy : m_plan.job.energies) {
+        if (!energy.use)
+            continue;
+        if (energy.vPoint)
+            list.vPoint = static_cast<int>(list.energies.size());
+        list.energies.push_back(energy.energy);
+    }
+    m_request.count = static_cast<int>(list.energies.size());
+    m_request.compare.push_back(list);
+}
+
+void PlanReader::readLists()
+{
+    const QJsonValue lists = m_root.value("compare");
+    require(lists.isUndefined() || lists.isArray(), QStringLiteral("compare must be a list of lists of energies"));
+    for (int i = 0; i < lists.toArray().size(); ++i) {
+        const QString name = QStringLiteral("compare[%1]").arg(i);
+        m_request.compare.push_back({name, numbers(lists.toArray().at(i), name), -1});
+    }
+}
+
+/// When the references are known.
+void PlanReader::readScenarios()
+{
+    const QJsonValue scenarios = m_root.value("scenarios");
+    require(scenarios.isUndefined() || scenarios.isArray(), QStringLiteral("scenarios must be a list of objects { }"));
+    const std::size_t m = planReferences(m_request);
+    for (int i = 0; i < scenarios.toArray().size(); ++i) {
+        const QString name = QStringLiteral("scenarios[%1]").arg(i);
+        JobReader entry(scenarios.toArray().at(i).toObject(), name, &m_plan.errors);
+        entry.allowOnly({"fractions", "thickness"});
+        entry.require({"fractions"});
+        PlanScenario scenario;
+        scenario.thickness = entry.has("thickness") ? entry.number("thickness") : m_request.thickness;
+        require(scenario.thickness > 0.0, name + QLatin1String(".thickness must be above 0"));
+        const QJsonArray fractions = entry.array("fractions", Job::maxReferences);
+        double sum = 0.0;
+        for (const QJsonValue &fraction : fractions) {
+            scenario.fractions.push_back(fraction.toDouble());
+            sum += fraction.toDouble();
+        }
+        require(scenario.fractions.size() == m && sum > 0.0,
+                name + QStringLiteral(".fractions must be %1 numbers, one per reference, with a sum above 0").arg(m));
+        m_request.scenarios.push_back(scenario);
+    }
+}
+
+bool readSpectrum(const QString &key, const QString &file, double dE, AMutE *spectrum, QStringList *errors)
+{
+    spectrum->setDE(dE);
+    if (!spectrum->read(file)) {
+        const QFileInfo info(file);
+        const bool isThere = info.isFile() && info.isReadable();
+        errors->append(key + QStringLiteral(": %1 %2").arg(file, isThere ? QStringLiteral("is no spectrum file")
+                                                                         : QStringLiteral("cannot be read")));
+    }
+    return spectrum->valid();
+}
+
+/// The spectra with edge and lines; t of the target, if there is one.
+void loadSpectra(PlanFile *plan)
+{
+    PlanRequest &request = plan->request;
+    const Job &job = plan->job;
+    double edge = 0.0;
+    for (int i = 0; i < job.references.size(); ++i) {
+        const Job::Reference &reference = job.references[i];
+        if (!reference.use)
+            continue;
+        AMutE spectrum;
+        if (readSpectrum(QStringLiteral("references[%1].file").arg(i), reference.file, reference.dE, &spectrum,
+                         &plan->errors))
+            edge = spectrum.findEdge();
+        request.references.push_back({spectrum.fileName(), spectrum, reference.valence});
+    }
+    AMutE target;
+    if (!job.target.file.isEmpty() &&
+        readSpectrum(QStringLiteral("target.file"), job.target.file, job.target.dE, &target, &plan->errors))
+        edge = target.findEdge();
+    request.edge = numberOf(job.settings, "EdgeE", fieldText(edge).toDouble());
+    const auto setLines = [&](AMutE *spectrum) {
+        spectrum->setEdgeEnergy(request.edge);
+        spectrum->setPreEdgeEnd(request.edge + numberOf(job.settings, "PreEEndDE", -50.0));
+        spectrum->setPostEdgeStart(request.edge + numberOf(job.settings, "PostEStartDE", 100.0));
+        spectrum->fitLines();
+    };
+    for (PlanReference &reference : request.references)
+        setLines(&reference.spectrum);
+    if (!target.valid() || request.references.size() < 2)
+        return;
+    setLines(&target);
+    double unit = 1.0; // of t, in edge jumps
+    if (isFourPoints(request.method))
+        unit = 0.5 * (request.references[0].spectrum.edgeJump() + request.references[1].spectrum.edgeJump());
+    if (std::isfinite(target.edgeJump() / unit) && target.edgeJump() / unit > 0.0)
+        request.thickness = target.edgeJump() / unit;
+}
+
+} // namespace
+
+PlanFile readPlan(const QString &path)
+{
+    PlanFile plan;
+    QJsonObject root = readJsonObject(path, QStringLiteral("plan"), &plan.errors);
+    if (!plan.errors.isEmpty())
+        return plan;
+    JobReader(root, QString(), &plan.errors)
+        .allowOnly(QStringList{"references", "target", "settings", "output"} + planKeys());
+    JobReader(root, QString(), &plan.errors).require({"references", "energies"});
+    QJsonObject job;
+    for (const char *const key : {"references", "target", "settings", "output", "energies"}) {
+        if (root.contains(QLatin1String(key)))
+            job.insert(QLatin1String(key), root.value(QLatin1String(key)));
+    }
+    if (!root.value("energies").isArray())
+        job.insert("energies", QJsonArray());
+    plan.job = jobFromJson(job, QFileInfo(path).absoluteDir(), &plan.errors);
+    plan.job.fileName = path;
+    plan.request.method = methodOf(plan.job.settings);
+    plan.request.subtractsPostLine = isChosen(plan.job.settings, "SubPostEforRef");
+    PlanReader reader(root, &plan);
+    reader.read();
+    if (plan.errors.isEmpty())
+        loadSpectra(&plan);
+    if (plan.errors.isEmpty())
+        reader.readScenarios();
+    return plan;
+}
+
+Job plannedJob(const PlanFile &plan, const PlannedSet &set)
+{
+    Job job = plan.job;
+    job.energies.clear();
+    int vPoint = set.vPoint;
+    double largest = -1.0;
+    for (std::size_t k = 0; k < set.energies.size(); ++k) {
+        const PlanPoint point = planPoint(plan.request, set.energies[k]);
+        const std::vector<double> jumps = planJumps(plan.request);
+        const double difference = std::abs(point.absorption[0] / jumps[0] - point.absorption[1] / jumps[1]);
+        if (set.vPoint < 0 && difference > largest) {
+            largest = difference;
+            vPoint = static_cast<int>(k);
+        }
+        job.energies.append({set.energies[k], QString(), true, false, false});
+    }
+    if (vPoint >= 0)
+        job.energies[vPoint].vPoint = true;
+    job.settings.insert("EdgeE", plan.request.edge);
+    return job;
+}

@@ -1,0 +1,118 @@
+#include "plan/PlanReport.h"
+
+#include "plan/PlanSamples.h"
+
+#include <QJsonArray>
+#include <QJsonDocument>
+#include <QJsonObject>
+
+namespace
+{
+
+QJsonArray listOf(const std::vector<double> &values)
+{
+    QJsonArray list;
+    for (const double value : values)
+        list.append(value);
+    return list;
+}
+
+QJsonArray detectionLimits(const std::vector<double> &sigmaF)
+{
+    QJsonArray list;
+    for (const double sigma : sigmaF)
+        list.append(detectionFactor * sigma);
+    return list;
+}
+
+QJsonArray rolesReport(const PlannedSet &set)
+{
+    QJsonArray roles;
+    for (const PlanRole &role : set.roles) {
+        switch (role.kind) {
+        case PlanRole::Kind::Background:
+            roles.append(QStringLiteral("background"));
+            break;
+        case PlanRole::Kind::Amount:
+            roles.append(QStringLiteral("amount"));
+            break;
+        case PlanRole::Kind::Difference:
+            roles.append(QStringLiteral("reference %1 against %2").arg(role.first + 1).arg(role.second + 1));
+            break;
+        }
+    }
+    return roles;
+}
+
+QJsonObject scenarioReport(const PlanScenarioResult &scenario)
+{
+    return {{"fractions", listOf(scenario.scenario.fractions)},
+            {"thickness", scenario.scenario.thickness},
+            {"valence", scenario.valence},
+            {"sigmaV", scenario.sigmaV},
+            {"sigmaVAtShares", scenario.sigmaVAtShares},
+            {"sigmaF", listOf(scenario.sigmaF)},
+            {"detectionLimits", detectionLimits(scenario.sigmaF)},
+            {"valencePerTenthEv", scenario.valencePerTenthEv},
+            {"bias", scenario.bias}};
+}
+
+QJsonObject setReport(const PlannedSet &set)
+{
+    QJsonArray scenarios;
+    for (const PlanScenarioResult &scenario : set.scenarios)
+        scenarios.append(scenarioReport(scenario));
+    QJsonObject report{{"number", static_cast<int>(set.energies.size())},
+                       {"energies", listOf(set.energies)},
+                       {"shares", listOf(set.shares)},
+                       {"separates", rolesReport(set)},
+                       {"sigmaV", set.sigmaV},
+                       {"sigmaVAtShares", set.sigmaVAtShares},
+                       {"sigmaF", listOf(set.sigmaF)},
+                       {"detectionLimits", listOf(set.detectionLimits)},
+                       {"valencePerTenthEv", set.valencePerTenthEv},
+                       {"criterion", set.criterion},
+                       {"extraTerm", set.hasExtraTerm},
+                       {"scenarios", scenarios}};
+    if (!set.name.isEmpty())
+        report.insert("name", set.name);
+    if (set.vPoint >= 0) {
+        report.insert("vPoint", set.energies[static_cast<std::size_t>(set.vPoint)]);
+        report.insert("bias", set.bias);
+    }
+    return report;
+}
+
+QJsonArray setsReport(const std::vector<PlannedSet> &sets)
+{
+    QJsonArray list;
+    for (const PlannedSet &set : sets)
+        list.append(setReport(set));
+    return list;
+}
+
+} // namespace
+
+QByteArray planReport(const PlanRequest &request, const PlanResult &result, const QString &planFile)
+{
+    QJsonArray references;
+    for (std::size_t j = 0; j < planReferences(request); ++j) {
+        const PlanReference &reference = request.references[j];
+        references.append(QJsonObject{
+            {"file", reference.name}, {"valence", reference.valence}, {"edgeJump", reference.spectrum.edgeJump()}});
+    }
+    const QJsonObject report{{"program", "flokluk-plan " FLOKLUK_VERSION},
+                             {"plan", planFile},
+                             {"edge", request.edge},
+                             {"counts", request.counts},
+                             {"mode", request.mode == PlanMode::Transmission ? "transmission" : "fluorescence"},
+                             {"background", request.background},
+                             {"deltaE", request.deltaE},
+                             {"seed", static_cast<double>(request.seed)},
+                             {"candidates", static_cast<double>(result.candidates.size())},
+                             {"references", references},
+                             {"planned", setReport(result.planned)},
+                             {"compared", setsReport(result.compared)},
+                             {"byNumber", setsReport(result.byNumber)}};
+    return QJsonDocument(report).toJson();
+}

@@ -1,0 +1,12 @@
+#pragma once
+
+#include "plan/PlanResult.h"
+
+#include <QByteArray>
+#include <QString>
+
+/// The table for the eye, in the language of the program.
+QString planTable(const PlanRequest &request, const PlanResult &result);
+
+/// The same as JSON; docs/planning.md names the keys. Numbers that are not finite become null.
+QByteArray planReport(const PlanRequest &request, const PlanResult &result, const QString &planFile);

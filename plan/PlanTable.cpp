@@ -1,0 +1,92 @@
+#include "plan/PlanReport.h"
+#include "plan/PlanSamples.h"
+#include "plan/PlanText.h"
+
+#include <QStringList>
+
+#include <algorithm>
+
+namespace
+{
+
+QString number(double value, int width, int decimals)
+{
+    return QStringLiteral("%1").arg(value, width, 'f', decimals);
+}
+
+QString roleText(const PlanRequest &request, const PlanRole &role)
+{
+    const auto name = [&request](int j) {
+        return request.references[static_cast<std::size_t>(j)].name;
+    };
+    switch (role.kind) {
+    case PlanRole::Kind::Background:
+        return planText(PlanText::Background);
+    case PlanRole::Kind::Amount:
+        return planText(PlanText::Amount);
+    case PlanRole::Kind::Difference:
+        break;
+    }
+    return planText(PlanText::Difference).arg(name(role.first), name(role.second));
+}
+
+QString joined(const std::vector<double> &values, int decimals)
+{
+    QStringList texts;
+    for (const double value : values)
+        texts << QString::number(value, 'f', decimals);
+    return texts.join(QLatin1Char(' '));
+}
+
+QString energyTable(const PlanRequest &request, const PlannedSet &set)
+{
+    QString text = planText(PlanText::EnergyTitle) + QLatin1Char('\n');
+    for (std::size_t k = 0; k < set.energies.size(); ++k) {
+        text += number(set.energies[k], 10, 2) + number(100.0 * set.shares[k], 8, 1) + QLatin1String("  ") +
+                roleText(request, set.roles[k]);
+        if (set.vPoint == static_cast<int>(k))
+            text += QLatin1String(", V");
+        text += QLatin1Char('\n');
+    }
+    return text;
+}
+
+QString scenarioTable(const PlannedSet &set)
+{
+    QString text = planText(PlanText::ScenarioTitle) + QLatin1Char('\n');
+    for (const PlanScenarioResult &scenario : set.scenarios)
+        text += QStringLiteral("%1 t %2  %3 %4 %5  %6\n")
+                    .arg(joined(scenario.scenario.fractions, 2))
+                    .arg(scenario.scenario.thickness, 0, 'g', 3)
+                    .arg(number(scenario.sigmaV, 8, 4), number(scenario.sigmaVAtShares, 8, 4),
+                         number(scenario.valencePerTenthEv, 8, 4), joined(scenario.sigmaF, 4));
+    text += planText(PlanText::Limits).arg(joined(set.detectionLimits, 4)) + QLatin1Char('\n');
+    if (set.vPoint >= 0)
+        text += planText(PlanText::Bias).arg(number(set.bias, 0, 4)) + QLatin1Char('\n');
+    return text;
+}
+
+/// Sets side by side: what they are, and their worth over all scenarios.
+QString setLine(const QString &name, const PlannedSet &set)
+{
+    return QStringLiteral("%1 %2 %3  %4: %5\n")
+        .arg(number(set.sigmaV, 8, 4), number(set.sigmaVAtShares, 8, 4), number(set.valencePerTenthEv, 8, 4), name,
+             joined(set.energies, 2));
+}
+
+} // namespace
+
+QString planTable(const PlanRequest &request, const PlanResult &result)
+{
+    const PlannedSet &planned = result.planned;
+    QString text = energyTable(request, planned) + QLatin1Char('\n') + scenarioTable(planned) + QLatin1Char('\n');
+    text += planText(PlanText::SetTitle) + QLatin1Char('\n') + setLine(planText(PlanText::Planned), planned);
+    for (const PlannedSet &set : result.compared)
+        text += setLine(set.name, set);
+    text += QLatin1Char('\n') + planText(PlanText::NumberTitle) + QLatin1Char('\n');
+    for (const PlannedSet &set : result.byNumber)
+        text += setLine(QString::number(set.energies.size()), set);
+    text += QLatin1Char('\n');
+    text += planText(planned.hasExtraTerm ? PlanText::WithExtraTerm : PlanText::WithoutExtraTerm) + QLatin1Char('\n');
+    return text;
+}
