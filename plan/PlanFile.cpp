@@ -251,13 +251,12 @@ PlanFile readPlan(const QString &path)
     QJsonObject root = readJsonObject(path, QStringLiteral("plan"), &plan.errors);
     if (!plan.errors.isEmpty())
         return plan;
-    JobReader(root, QString(), &plan.errors)
-        .allowOnly(QStringList{"references", "target", "settings", "output"} + planKeys());
+    JobReader(root, QString(), &plan.errors).allowOnly(jobKeys() + planKeys());
     JobReader(root, QString(), &plan.errors).require({"references", "energies"});
     QJsonObject job;
-    for (const char *const key : {"references", "target", "settings", "output", "energies"}) {
-        if (root.contains(QLatin1String(key)))
-            job.insert(QLatin1String(key), root.value(QLatin1String(key)));
+    for (const QString &key : jobKeys()) {
+        if (root.contains(key))
+            job.insert(key, root.value(key));
     }
     if (!root.value("energies").isArray())
         job.insert("energies", QJsonArray());

@@ -50,7 +50,7 @@ constexpr Row texts[] = {
     {PlanText::PictureShares, QT_TRANSLATE_NOOP("Plan", "share of the exposure/%")},
     {PlanText::PictureEnergy, QT_TRANSLATE_NOOP("Plan", "energy/eV")},
     {PlanText::PictureReferences, QT_TRANSLATE_NOOP("Plan", "references in edge jumps")},
-    {PlanText::PictureWorth, QT_TRANSLATE_NOOP("Plan", "worth of candidates")},
+    {PlanText::PictureWorth, QT_TRANSLATE_NOOP("Plan", "error of V if moved here")},
     {PlanText::WithExtraTerm, QT_TRANSLATE_NOOP("Plan", "planned with one background term more than the fit has")},
     {PlanText::WithoutExtraTerm,
      QT_TRANSLATE_NOOP("Plan", "planned with the background of the fit, without a term more")},

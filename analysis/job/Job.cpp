@@ -72,11 +72,17 @@ QJsonObject readJsonObject(const QString &path, const QString &kind, QStringList
     return QJsonObject();
 }
 
+const QStringList &jobKeys()
+{
+    static const QStringList keys = {"references", "target", "energies", "settings", "output", "lenient"};
+    return keys;
+}
+
 Job jobFromJson(const QJsonObject &root, const QDir &directory, QStringList *errors)
 {
     Job job;
     JobReader reader(root, QString(), errors);
-    reader.allowOnly({"references", "target", "energies", "settings", "output", "lenient"});
+    reader.allowOnly(jobKeys());
     reader.require({"references", "energies"});
     readList(&reader, "references", Job::maxReferences, errors, [&job, &directory](JobReader *entry) {
         entry->allowOnly({"file", "use", "valence", "dE"});
@@ -110,7 +116,7 @@ JobOrErrors parseJob(const QByteArray &text, const QString &folder)
 {
     JobOrErrors result;
     const QJsonObject root = parseJsonObject(text, QStringLiteral("job"), &result.errors);
-    if (result.errors.isEmpty())
+    if (!root.isEmpty() || result.errors.isEmpty())
         result.job = jobFromJson(root, QDir(folder), &result.errors);
     return result;
 }
@@ -119,7 +125,7 @@ JobOrErrors readJob(const QString &path)
 {
     JobOrErrors result;
     const QJsonObject root = readJsonObject(path, QStringLiteral("job"), &result.errors);
-    if (result.errors.isEmpty())
+    if (!root.isEmpty() || result.errors.isEmpty())
         result.job = jobFromJson(root, QFileInfo(path).dir(), &result.errors);
     result.job.fileName = path;
     return result;

@@ -64,5 +64,8 @@ JobOrErrors readJob(const QString &path);
 QJsonObject parseJsonObject(const QByteArray &text, const QString &kind, QStringList *errors);
 QJsonObject readJsonObject(const QString &path, const QString &kind, QStringList *errors);
 
+/// The keys that a job may have.
+const QStringList &jobKeys();
+
 /// The job that an object describes, its relative paths taken from `directory`. Mistakes go to `errors`.
 Job jobFromJson(const QJsonObject &root, const QDir &directory, QStringList *errors);
