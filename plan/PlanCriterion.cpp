@@ -80,6 +80,7 @@ public:
     NonEquivalentCriterion(const PlanRequest &request, const std::vector<PlanPoint> &candidates, bool hasExtraTerm);
 
     double of(const std::vector<int> &chosen) const override;
+    std::vector<double> along(const std::vector<int> &chosen, std::size_t slot) const override;
     int fewest() const override { return static_cast<int>(m_columns); }
     int most() const override { return std::numeric_limits<int>::max(); }
 
@@ -89,7 +90,9 @@ private:
         double l[mostColumns][mostColumns];
     };
 
-    bool factorise(const std::vector<int> &chosen, Factor *factor) const;
+    void add(int candidate, Factor *squares) const;
+    bool factorise(Factor *factor) const;
+    double value(const std::vector<int> &chosen, const Factor &factor) const;
     Row solve(const Factor &factor, Row right) const;
     Row transposedSolve(const std::vector<Vector> &parts, const Row &right) const;
     double product(const Row &l, const Row &r) const;
@@ -149,20 +152,21 @@ NonEquivalentCriterion::Row NonEquivalentCriterion::transposedSolve(const std::v
     return x;
 }
 
-/// Cholesky's decomposition of Q^T Q over the chosen rows, with inverse diagonal; false where it is singular.
-bool NonEquivalentCriterion::factorise(const std::vector<int> &chosen, Factor *factor) const
+/// Adds a row's squares to the lower half of Q^T Q.
+void NonEquivalentCriterion::add(int candidate, Factor *squares) const
+{
+    const Row &row = m_rows[static_cast<std::size_t>(candidate)];
+    for (std::size_t i = 0; i < m_columns; ++i) {
+        for (std::size_t j = 0; j <= i; ++j)
+            squares->l[i][j] += row[i] * row[j];
+    }
+}
+
+/// Cholesky's decomposition of Q^T Q in its place, with inverse diagonal; false where it is singular.
+bool NonEquivalentCriterion::factorise(Factor *factor) const
 {
     constexpr double singular = 1e-22; // of the squares of orthonormal columns
     const std::size_t p = m_columns;
-    for (std::size_t i = 0; i < p; ++i)
-        std::fill_n(factor->l[i], i + 1, 0.0);
-    for (const int k : chosen) {
-        const Row &row = m_rows[static_cast<std::size_t>(k)];
-        for (std::size_t i = 0; i < p; ++i) {
-            for (std::size_t j = 0; j <= i; ++j)
-                factor->l[i][j] += row[i] * row[j];
-        }
-    }
     for (std::size_t j = 0; j < p; ++j) {
         double *const own = factor->l[j];
         const double before = own[j];
@@ -206,9 +210,33 @@ double NonEquivalentCriterion::product(const Row &l, const Row &r) const
 
 double NonEquivalentCriterion::of(const std::vector<int> &chosen) const
 {
-    Factor factor;
-    if (chosen.size() < m_columns || !factorise(chosen, &factor))
-        return infinite;
+    Factor factor = {};
+    for (const int k : chosen)
+        add(k, &factor);
+    return chosen.size() < m_columns || !factorise(&factor) ? infinite : value(chosen, factor);
+}
+
+std::vector<double> NonEquivalentCriterion::along(const std::vector<int> &chosen, std::size_t slot) const
+{
+    Factor others = {};
+    for (std::size_t i = 0; i < chosen.size(); ++i) {
+        if (i != slot)
+            add(chosen[i], &others);
+    }
+    std::vector<int> set = chosen;
+    std::vector<double> values(m_rows.size(), infinite);
+    for (std::size_t k = 0; k < m_rows.size() && chosen.size() >= m_columns; ++k) {
+        set[slot] = static_cast<int>(k);
+        Factor factor = others;
+        add(set[slot], &factor);
+        if (factorise(&factor))
+            values[k] = value(set, factor);
+    }
+    return values;
+}
+
+double NonEquivalentCriterion::value(const std::vector<int> &chosen, const Factor &factor) const
+{
     const Row valence = solve(factor, m_valence);
     const Row amount = solve(factor, m_amount);
     double sum = 0.0;
@@ -238,6 +266,7 @@ public:
     }
 
     double of(const std::vector<int> &chosen) const override;
+    std::vector<double> along(const std::vector<int> &chosen, std::size_t slot) const override;
     int fewest() const override { return 3; }
     int most() const override { return mostNonEquivalentPoints; }
 
@@ -262,6 +291,17 @@ double FourPointsCriterion::of(const std::vector<int> &chosen) const
             sum += found.valence[k] * found.valence[k] * m_weights[s][static_cast<std::size_t>(chosen[k])];
     }
     return std::isfinite(sum) ? sum / static_cast<double>(m_mixtures.size()) : infinite;
+}
+
+std::vector<double> FourPointsCriterion::along(const std::vector<int> &chosen, std::size_t slot) const
+{
+    std::vector<int> set = chosen;
+    std::vector<double> values;
+    for (std::size_t k = 0; k < m_points.size(); ++k) {
+        set[slot] = static_cast<int>(k);
+        values.push_back(of(set));
+    }
+    return values;
 }
 
 } // namespace

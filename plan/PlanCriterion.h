@@ -20,6 +20,9 @@ public:
     /// determine the fit.
     virtual double of(const std::vector<int> &chosen) const = 0;
 
+    /// The same for every candidate in the place of entry `slot`, one value per candidate.
+    virtual std::vector<double> along(const std::vector<int> &chosen, std::size_t slot) const = 0;
+
     /// The fewest energies that it knows a value for, and the most.
     virtual int fewest() const = 0;
     virtual int most() const = 0;

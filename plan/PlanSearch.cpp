@@ -60,17 +60,14 @@ double PlanSearch::exchange(const PlanCriterion &criterion, Set *set) const
         for (std::size_t slot = 0; slot < set->size(); ++slot) {
             if (std::find(m_kept.begin(), m_kept.end(), (*set)[slot]) != m_kept.end())
                 continue;
-            Set other = *set;
-            for (int candidate = 0; candidate < static_cast<int>(m_energies.size()); ++candidate) {
-                if (!isFree(*set, static_cast<int>(slot), candidate))
+            const std::vector<double> values = criterion.along(*set, slot);
+            for (int candidate = 0; candidate < static_cast<int>(values.size()); ++candidate) {
+                const double tried = values[static_cast<std::size_t>(candidate)];
+                if (!(tried < value * (1.0 - 1e-12)) || !isFree(*set, static_cast<int>(slot), candidate))
                     continue;
-                other[slot] = candidate;
-                const double tried = criterion.of(other);
-                if (tried < value * (1.0 - 1e-12) || (std::isinf(value) && std::isfinite(tried))) {
-                    value = tried;
-                    (*set)[slot] = candidate;
-                    isBetter = true;
-                }
+                value = tried;
+                (*set)[slot] = candidate;
+                isBetter = true;
             }
         }
         if (m_hasVPoint) { // any of them may be the V point
@@ -167,6 +164,12 @@ PlanSearch::Set PlanSearch::best(const PlanCriterion &criterion, int n, int star
     std::vector<Set> sets = given;
     if (n <= mostExhaustive)
         sets.push_back(exhaustive(criterion, n, thinning(criterion, n)));
+    return exchanged(criterion, n, starts, sets, progress);
+}
+
+PlanSearch::Set PlanSearch::exchanged(const PlanCriterion &criterion, int n, int starts, const std::vector<Set> &given,
+                                      const Progress &progress) const
+{
     Set found;
     double value = infinite;
     const auto tryStart = [&](Set set) {
@@ -178,9 +181,9 @@ PlanSearch::Set PlanSearch::best(const PlanCriterion &criterion, int n, int star
             found = set;
         }
     };
-    const auto whole = static_cast<double>(sets.size()) + starts;
+    const auto whole = static_cast<double>(given.size()) + starts;
     double done = 0.0;
-    for (const Set &set : sets) {
+    for (const Set &set : given) {
         tryStart(set);
         if (progress && !progress(++done / whole))
             return {};

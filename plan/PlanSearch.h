@@ -22,6 +22,10 @@ public:
     Set best(const PlanCriterion &criterion, int n, int starts, const std::vector<Set> &given,
              const Progress &progress = {}) const;
 
+    /// The same without the sets of a thinned grid.
+    Set exchanged(const PlanCriterion &criterion, int n, int starts, const std::vector<Set> &given,
+                  const Progress &progress = {}) const;
+
     /// Moves one energy after the other to where the criterion is smallest, until none moves (V. V. Fedorov, Theory of
     /// Optimal Experiments, 1972; one coordinate at a time: R. K. Meyer, C. J. Nachtsheim, Technometrics 37 (1995) 60).
     /// Returns the value reached.
