@@ -3,6 +3,7 @@
 #include "analysis/model/Findings.h"
 #include "analysis/panel/FourPs.h"
 #include "analysis/panel/PanelSettings.h"
+#include "analysis/shift/MapShift.h"
 #include "batch/OutputFolders.h"
 #include "batch/OutputLocks.h"
 #include "batch/OutputPaths.h"
@@ -17,6 +18,7 @@
 #include <QFileInfo>
 
 #include <algorithm>
+#include <optional>
 
 namespace
 {
@@ -77,6 +79,7 @@ QStringList missingParts(const Job &job)
 int stagesOf(const Job &job)
 {
     int stages = 1; // calculating
+    stages += job.shift != Job::Shift::Ignored;
     for (const Job::Reference &reference : job.references)
         stages += !reference.file.isEmpty();
     for (const Job::Energy &energy : job.energies)
@@ -108,6 +111,7 @@ private:
     void takeLocks();
     void prepareOutputs();
     void writeFiles();
+    void findShift();
     void writeResult();
     void writePictures();
     bool writeReport();
@@ -125,6 +129,7 @@ private:
     numeric::FileSet m_files;
     Progress m_progress;
     JobResult m_result;
+    std::optional<EnergyShift> m_shift;
     RunTimes m_times;
     RunRecord m_record;
     QElapsedTimer m_timer;
@@ -187,9 +192,13 @@ void Run::loadAndCalculate()
         m_progress.stage(QStringLiteral("calculating"));
     }
     m_isCalculated = true;
+    if (m_job.shift != Job::Shift::Ignored)
+        findShift();
     m_times.calculate = lap();
     for (const Step step : {Step::Map, Step::Target, Step::Fit})
         noteOutcome(step);
+    if (m_shift)
+        m_result.messages += textOf(*m_shift) + QLatin1Char('\n');
 }
 
 void Run::load()
@@ -246,6 +255,15 @@ void Run::writeFiles()
     publish();
 }
 
+/// Looked for with the references as the job has them, whatever is done with it.
+void Run::findShift()
+{
+    m_progress.stage(QStringLiteral("finding the energy shift"));
+    m_shift = findMapShift(m_panel.input());
+    if (m_job.shift == Job::Shift::Applied && m_shift->isFound())
+        m_panel.shiftReferences(m_shift->shift);
+}
+
 void Run::writeResult()
 {
     m_progress.stage(QStringLiteral("writing %1").arg(QFileInfo(m_job.resultFile).fileName()));
@@ -269,10 +287,10 @@ bool Run::writeReport()
 {
     m_record.files = m_files.members();
     numeric::OutputFile file(m_job.report, &m_files);
-    const bool isWritten =
-        file.open() &&
-        file.write(runReport(m_panel.input(), m_panel.analysis(), m_job, m_times, m_record, m_result.errors)) &&
-        file.commit();
+    const bool isWritten = file.open() &&
+                           file.write(runReport(m_panel.input(), m_panel.analysis(), m_job, m_times, m_record,
+                                                m_result.errors, m_shift)) &&
+                           file.commit();
     if (!isWritten)
         fail(JobOutcome::CannotWrite, QStringLiteral("cannot write the report %1").arg(m_job.report));
     return isWritten;

@@ -141,10 +141,25 @@ QJsonArray warningsOf(const AnalysisInput &input)
     return warnings;
 }
 
+/// Without the shift where it cannot be told: it would be used.
+QJsonObject shiftReport(const EnergyShift &shift, const Job &job)
+{
+    QJsonObject report{{"isFound", shift.isFound()},
+                       {"isApplied", shift.isFound() && job.shift == Job::Shift::Applied},
+                       {"message", textOf(shift)}};
+    if (!shift.isFound())
+        return report;
+    report.insert("shift", shift.shift);
+    report.insert("error", shift.error);
+    report.insert("misfitBefore", shift.misfitBefore);
+    report.insert("misfitAfter", shift.misfitAfter);
+    return report;
+}
+
 } // namespace
 
 QByteArray runReport(const AnalysisInput &input, const Analysis &analysis, const Job &job, const RunTimes &times,
-                     const RunRecord &record, const QStringList &errors)
+                     const RunRecord &record, const QStringList &errors, const std::optional<EnergyShift> &shift)
 {
     QJsonObject report{{"program", "flokluk-batch " FLOKLUK_VERSION},
                        {"job", numeric::realPath(job.fileName)},
@@ -162,6 +177,8 @@ QByteArray runReport(const AnalysisInput &input, const Analysis &analysis, const
         report.insert("target", targetReport(input.target, analysis));
     if (analysis.run())
         report.insert("map", mapReport(analysis));
+    if (shift)
+        report.insert("energyShift", shiftReport(*shift, job));
     insertRecord(record, job.report, &report);
     return QJsonDocument(report).toJson();
 }

@@ -1,7 +1,11 @@
 #pragma once
 
+#include "analysis/shift/EnergyShift.h"
+
 #include <QByteArray>
 #include <QStringList>
+
+#include <optional>
 
 class Analysis;
 struct AnalysisInput;
@@ -17,7 +21,8 @@ struct RunTimes {
 };
 
 /// What a run found, as JSON: edges and edge jumps, the target by every method, and mean and standard deviation of each
-/// computed quantity over the finite pixels; and what the run read and wrote. docs/batch.md describes it. Numbers that
-/// are not finite become null.
+/// computed quantity over the finite pixels, and the energy shift where it was looked for; and what the run read and
+/// wrote. docs/batch.md describes it. Numbers that are not finite become null.
 QByteArray runReport(const AnalysisInput &input, const Analysis &analysis, const Job &job, const RunTimes &times,
-                     const RunRecord &record, const QStringList &errors);
+                     const RunRecord &record, const QStringList &errors,
+                     const std::optional<EnergyShift> &shift = std::nullopt);

@@ -84,8 +84,14 @@ QString planTable(const PlanRequest &request, const PlanResult &result)
     for (const PlannedSet &set : result.compared)
         text += setLine(set.name, set);
     text += QLatin1Char('\n') + planText(PlanText::NumberTitle) + QLatin1Char('\n');
-    for (const PlannedSet &set : result.byNumber)
-        text += setLine(QString::number(set.energies.size()), set);
+    bool isMarked = false;
+    for (const PlannedSet &set : result.byNumber) {
+        const bool isPlain = planned.hasExtraTerm && !set.hasExtraTerm;
+        text += setLine(QString::number(set.energies.size()) + (isPlain ? QLatin1String("*") : QLatin1String()), set);
+        isMarked = isMarked || isPlain;
+    }
+    if (isMarked)
+        text += planText(PlanText::Marked) + QLatin1Char('\n');
     text += QLatin1Char('\n');
     text += planText(planned.hasExtraTerm ? PlanText::WithExtraTerm : PlanText::WithoutExtraTerm) + QLatin1Char('\n');
     return text;

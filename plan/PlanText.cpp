@@ -47,6 +47,7 @@ constexpr Row texts[] = {
     {PlanText::NumberTitle, QT_TRANSLATE_NOOP("Plan", "The same by the number of energies, each planned:")},
     {PlanText::Limits, QT_TRANSLATE_NOOP("Plan", "detection limits of the fractions: %1")},
     {PlanText::Bias, QT_TRANSLATE_NOOP("Plan", "valence that the method misses without any noise: %1")},
+    {PlanText::Marked, QT_TRANSLATE_NOOP("Plan", "* too few energies to be planned with a background term more")},
     {PlanText::PictureShares, QT_TRANSLATE_NOOP("Plan", "share of the exposure/%")},
     {PlanText::PictureEnergy, QT_TRANSLATE_NOOP("Plan", "energy/eV")},
     {PlanText::PictureReferences, QT_TRANSLATE_NOOP("Plan", "references in edge jumps")},

@@ -28,6 +28,7 @@ enum class PlanText {
     NumberTitle,
     Limits, ///< numbers, one per reference
     Bias,   ///< number
+    Marked,
     PictureShares,
     PictureEnergy,
     PictureReferences,

@@ -34,6 +34,15 @@ void readList(JobReader *reader, const QString &key, int atMost, QStringList *er
     }
 }
 
+Job::Shift shiftOf(const QJsonValue &value, QStringList *errors)
+{
+    if (value == QJsonValue("apply"))
+        return Job::Shift::Applied;
+    if (!value.isUndefined() && !value.isBool())
+        errors->append(QStringLiteral("findShift must be true, false or \"apply\""));
+    return value.toBool() ? Job::Shift::Reported : Job::Shift::Ignored;
+}
+
 /// "line 3, column 7" of a byte offset.
 QString placeOf(const QByteArray &text, int offset)
 {
@@ -74,7 +83,7 @@ QJsonObject readJsonObject(const QString &path, const QString &kind, QStringList
 
 const QStringList &jobKeys()
 {
-    static const QStringList keys = {"references", "target", "energies", "settings", "output", "lenient"};
+    static const QStringList keys = {"references", "target", "energies", "settings", "output", "lenient", "findShift"};
     return keys;
 }
 
@@ -104,6 +113,7 @@ Job jobFromJson(const QJsonObject &root, const QDir &directory, QStringList *err
     }
     job.settings = reader.object("settings");
     job.lenient = reader.truth("lenient", false);
+    job.shift = shiftOf(root.value("findShift"), errors);
     JobReader output(reader.object("output"), "output", errors);
     output.allowOnly({"result", "pictures", "report"});
     job.resultFile = inDirectory(directory, output.path("result"));
@@ -160,5 +170,7 @@ QByteArray Job::toJson() const
         root.insert("target", QJsonObject{{"file", target.file}, {"dE", target.dE}});
     if (lenient)
         root.insert("lenient", true);
+    if (shift != Shift::Ignored)
+        root.insert("findShift", shift == Shift::Applied ? QJsonValue("apply") : QJsonValue(true));
     return QJsonDocument(root).toJson();
 }

@@ -28,6 +28,13 @@ struct Job {
         bool lcf = false; ///< takes part in the linear combination fit
     };
 
+    /// The energy shift of the maps against the references (analysis/shift).
+    enum class Shift {
+        Ignored,
+        Reported, ///< looked for
+        Applied   ///< and added to the dE of all references, where it can be told
+    };
+
     static constexpr int maxReferences = 4;
     static constexpr int maxEnergies = 8;
 
@@ -40,6 +47,7 @@ struct Job {
     QString pictures;     ///< folder; empty: no pictures
     QString report;       ///< file; empty: none is written
     bool lenient = false; ///< calculates with inputs that cannot be right, too
+    Shift shift = Shift::Ignored;
 
     /// The contents of a job file. The paths stand in it as they are.
     QByteArray toJson() const;

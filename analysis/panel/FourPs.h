@@ -71,6 +71,8 @@ public:
     /// beginning with the key in the job, for each file that could not be loaded. Settings that the panel does not have
     /// are left out (see PanelSettings).
     QStringList load(const Job &job, const std::function<void(const QString &file)> &loading = {});
+    /// Adds a shift, eV, to the dE of every reference that is loaded, and calculates.
+    void shiftReferences(double shift);
     /// The present inputs and settings as a job.
     Job job() const;
     /// What is changed within a scope of it is calculated once, at its end.

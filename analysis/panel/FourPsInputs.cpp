@@ -5,6 +5,7 @@
 #include "controls/WaitCursor.h"
 #include "display/DispABase.h"
 #include "display/HeaderMenu.h"
+#include "numeric/FieldText.h"
 
 #include <QFileInfo>
 
@@ -28,6 +29,18 @@ void FourPs::setEdge()
     for (int i = 0; i < m_inputs.references().size(); ++i)
         receiveNewRef(i);
     repaintDisplays();
+}
+
+void FourPs::shiftReferences(double shift)
+{
+    const Recalculation::Scope once(m_recalculation);
+    for (int i = 0; i < m_inputs.references().size(); ++i) {
+        AXafsFileSelect *const selector = m_inputs.selector(i);
+        if (!selector->valid())
+            continue;
+        selector->setDEText(fieldText(selector->spectrum().dE() + shift));
+        selector->setNewDE();
+    }
 }
 
 /// Leaving a field as it was is no change.
