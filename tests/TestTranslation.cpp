@@ -71,7 +71,7 @@ private slots:
         QProcess process;
         process.setWorkingDirectory(QFileInfo(CATALOGUE).path());
         process.start(lupdate, {"../app", "../analysis", "../controls", "../display", "../mapdata", "../spectrum",
-                                "../forms", "-ts", copy, "-locations", "none", "-no-obsolete", "-silent"});
+                                "../plan", "../forms", "-ts", copy, "-locations", "none", "-no-obsolete", "-silent"});
         QVERIFY(process.waitForFinished(60000));
         for (const Entry &entry : entriesOf(copy))
             QVERIFY2(!entry.isUnfinished, qPrintable(entry.source));

@@ -489,6 +489,37 @@ Do you want to replace it?</source>
     </message>
 </context>
 <context>
+    <name>EnergyShift</name>
+    <message>
+        <source>The energy shift of the maps cannot be told: %1.</source>
+        <translation>マップのエネルギーのずれは求められません: %1。</translation>
+    </message>
+    <message>
+        <source>there is no mean spectrum of material</source>
+        <translation>物質の平均スペクトルがありません</translation>
+    </message>
+    <message>
+        <source>there are too few energies for a misfit</source>
+        <translation>エネルギー点が少なく、フィットの残差が得られません</translation>
+    </message>
+    <message>
+        <source>the misfit still falls at 2 eV</source>
+        <translation>2 eV ずらしても残差が減り続けます</translation>
+    </message>
+    <message>
+        <source>the misfit hardly depends on it</source>
+        <translation>残差がずれにほとんど依存しません</translation>
+    </message>
+    <message>
+        <source>several shifts do equally well</source>
+        <translation>同程度によく合うずれが複数あります</translation>
+    </message>
+    <message>
+        <source>Energy shift of the maps: %1 +- %2 eV, to be added to the dE of all references (misfit %3 without, %4 with it)</source>
+        <translation>マップのエネルギーのずれ: %1 +- %2 eV。すべての参照試料の dE に加える値です(残差は補正なしで %3、補正ありで %4)</translation>
+    </message>
+</context>
+<context>
     <name>FourPs</name>
     <message>
         <source>Frame</source>
@@ -1639,6 +1670,133 @@ Do you want to replace it?</source>
     <message>
         <source>%1 or %2? It counts as 0.</source>
         <translation>%1 ですか、%2 ですか？ 0 として扱います。</translation>
+    </message>
+</context>
+<context>
+    <name>Plan</name>
+    <message>
+        <source>Planning needs at least two references.</source>
+        <translation>計画には参照試料が二つ以上必要です。</translation>
+    </message>
+    <message>
+        <source>Reference %1 reaches from %2 to %3 eV and not to %4 eV, which &quot;%5&quot; asks for.</source>
+        <translation>参照試料 %1 の範囲は %2 から %3 eV で、「%5」が求める %4 eV を含みません。</translation>
+    </message>
+    <message>
+        <source>There are no candidates between %1 and %2 eV.</source>
+        <translation>%1 から %2 eV の間に候補のエネルギーがありません。</translation>
+    </message>
+    <message>
+        <source>The step makes more than %1 candidates.</source>
+        <translation>この刻みでは候補が %1 個を超えます。</translation>
+    </message>
+    <message>
+        <source>%1 energies are too few: the method wants %2 or more.</source>
+        <translation>エネルギーが %1 点では足りません。この方法には %2 点以上が必要です。</translation>
+    </message>
+    <message>
+        <source>%1 energies are too many: the method knows %2.</source>
+        <translation>エネルギーが %1 点では多すぎます。この方法では %2 点までです。</translation>
+    </message>
+    <message>
+        <source>Only %1 candidates are %2 eV apart, fewer than the %3 energies.</source>
+        <translation>%2 eV 以上離れた候補は %1 個だけで、エネルギーの数 %3 より少なくなっています。</translation>
+    </message>
+    <message>
+        <source>%1 energies are to be kept, more than the %2 that are planned.</source>
+        <translation>残すエネルギーが %1 点あり、計画する %2 点を超えています。</translation>
+    </message>
+    <message>
+        <source>Reference %1 has no edge jump: its pre-edge or post-edge range holds too few points.</source>
+        <translation>参照試料 %1 のエッジジャンプが求められません。プリエッジまたはポストエッジの範囲の点が足りません。</translation>
+    </message>
+    <message>
+        <source>References %1 and %2 are alike: no energies can tell them apart.</source>
+        <translation>参照試料 %1 と %2 は同じ形をしています。どのエネルギーでも区別できません。</translation>
+    </message>
+    <message>
+        <source>Reference %1 is a mixture of the others: no energies can tell them apart.</source>
+        <translation>参照試料 %1 は他の参照試料の混合になっています。どのエネルギーでも区別できません。</translation>
+    </message>
+    <message>
+        <source>No candidates determine the fit.</source>
+        <translation>フィットが定まる候補の組がありません。</translation>
+    </message>
+    <message>
+        <source>Planning was stopped.</source>
+        <translation>計画を中止しました。</translation>
+    </message>
+    <message>
+        <source>ends + largest reference differences</source>
+        <translation>両端と参照試料の差が最大の点</translation>
+    </message>
+    <message>
+        <source>background</source>
+        <translation>バックグラウンド</translation>
+    </message>
+    <message>
+        <source>amount and background</source>
+        <translation>量とバックグラウンド</translation>
+    </message>
+    <message>
+        <source>%1 against %2</source>
+        <translation>%1 と %2 の区別</translation>
+    </message>
+    <message>
+        <source>planned</source>
+        <translation>計画</translation>
+    </message>
+    <message>
+        <source> energy/eV  share/%  separates</source>
+        <translation> エネルギー/eV  配分/%  役割</translation>
+    </message>
+    <message>
+        <source>fractions and thickness: sigma_V at equal shares, at these shares, change of V per 0.1 eV of wrong energy; sigma_f per reference</source>
+        <translation>割合と厚さ: 均等配分での sigma_V、この配分での sigma_V、エネルギーの誤り 0.1 eV あたりの V の変化、参照試料ごとの sigma_f</translation>
+    </message>
+    <message>
+        <source>sigma_V at equal shares, at the best shares, change of V per 0.1 eV; energies/eV</source>
+        <translation>均等配分での sigma_V、最良の配分での sigma_V、0.1 eV あたりの V の変化、エネルギー/eV</translation>
+    </message>
+    <message>
+        <source>The same by the number of energies, each planned:</source>
+        <translation>エネルギーの数ごとに計画した場合:</translation>
+    </message>
+    <message>
+        <source>detection limits of the fractions: %1</source>
+        <translation>割合の検出限界: %1</translation>
+    </message>
+    <message>
+        <source>valence that the method misses without any noise: %1</source>
+        <translation>ノイズがなくても生じる価数の誤差: %1</translation>
+    </message>
+    <message>
+        <source>* too few energies to be planned with a background term more</source>
+        <translation>* バックグラウンドの項を一つ増やして計画するにはエネルギーが足りません</translation>
+    </message>
+    <message>
+        <source>share of the exposure/%</source>
+        <translation>露光の配分/%</translation>
+    </message>
+    <message>
+        <source>energy/eV</source>
+        <translation>エネルギー/eV</translation>
+    </message>
+    <message>
+        <source>references in edge jumps</source>
+        <translation>参照試料(エッジジャンプ単位)</translation>
+    </message>
+    <message>
+        <source>error of V if moved here</source>
+        <translation>ここに移したときの V の誤差</translation>
+    </message>
+    <message>
+        <source>planned with one background term more than the fit has</source>
+        <translation>フィットよりバックグラウンドの項を一つ増やして計画しました</translation>
+    </message>
+    <message>
+        <source>planned with the background of the fit, without a term more</source>
+        <translation>項を増やさず、フィットと同じバックグラウンドで計画しました</translation>
     </message>
 </context>
 <context>
