@@ -93,15 +93,15 @@ QString numberMistake(const PlanRequest &request)
         isFour ? 3 : nonEquivalentUnknowns(static_cast<int>(planReferences(request)), backgroundOf(request.method));
     if (request.count < needed)
         return planText(PlanText::FewEnergies).arg(request.count).arg(needed);
-    if (isFour && request.count > mostNonEquivalentPoints)
-        return planText(PlanText::ManyEnergies).arg(request.count).arg(mostNonEquivalentPoints);
+    const int most = mostPlanEnergies(request.method);
+    if (request.count > most)
+        return planText(PlanText::ManyEnergies).arg(request.count).arg(most);
     for (const PlanList &list : request.compare) {
         const auto count = static_cast<int>(list.energies.size());
         if (count < needed)
             return list.name + QLatin1String(": ") + planText(PlanText::FewEnergies).arg(count).arg(needed);
-        if (isFour && count > mostNonEquivalentPoints)
-            return list.name + QLatin1String(": ") +
-                   planText(PlanText::ManyEnergies).arg(count).arg(mostNonEquivalentPoints);
+        if (count > most)
+            return list.name + QLatin1String(": ") + planText(PlanText::ManyEnergies).arg(count).arg(most);
     }
     return QString();
 }

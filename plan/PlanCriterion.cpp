@@ -82,7 +82,7 @@ public:
     double of(const std::vector<int> &chosen) const override;
     std::vector<double> along(const std::vector<int> &chosen, std::size_t slot) const override;
     int fewest() const override { return static_cast<int>(m_columns); }
-    int most() const override { return std::numeric_limits<int>::max(); }
+    int most() const override { return mostPlanEnergies(PlanMethod::LinearNonEquivalent); }
 
 private:
     using Row = std::array<double, mostColumns>;
@@ -268,7 +268,7 @@ public:
     double of(const std::vector<int> &chosen) const override;
     std::vector<double> along(const std::vector<int> &chosen, std::size_t slot) const override;
     int fewest() const override { return 3; }
-    int most() const override { return mostNonEquivalentPoints; }
+    int most() const override { return mostPlanEnergies(m_request.method); }
 
 private:
     const PlanRequest &m_request;

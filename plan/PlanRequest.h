@@ -43,6 +43,14 @@ inline bool isFourPoints(PlanMethod method)
     return method == PlanMethod::LeastSquaresFourPoints || method == PlanMethod::ExactFourPoints;
 }
 
+/// The most energies that a method can be planned for.
+inline int mostPlanEnergies(PlanMethod method)
+{
+    if (method == PlanMethod::ExactFourPoints)
+        return 4;
+    return isFourPoints(method) ? mostNonEquivalentPoints : 100;
+}
+
 inline NonEquivalentBackground backgroundOf(PlanMethod method)
 {
     return method == PlanMethod::VictoreenNonEquivalent ? NonEquivalentBackground::Victoreen

@@ -181,7 +181,7 @@ private slots:
                             r->references.push_back({"mean", mean, 2.5});
                         },
                         "mean is a mixture"},
-                       {"fewer candidates than energies", [](PlanRequest *r) { r->spacing = 25; }, "Only 4 candidates"},
+                       {"fewer candidates than energies", [](PlanRequest *r) { r->spacing = 25; }, "Only 3 candidates"},
                        {"beyond a reference", [](PlanRequest *r) { r->to = 9300; }, "not to 9300 eV, which \"to\""},
                        {"fewer energies than unknowns", [](PlanRequest *r) { r->count = 3; }, "wants 4 or more"},
                        {"no pre-edge line",
@@ -246,7 +246,7 @@ private slots:
         forEach<Case>({{"found", -0.3, 8, false, Outcome::Found},
                        {"as many energies as unknowns", 0.5, 5, false, Outcome::FewEnergies},
                        {"beyond the limit", 3.0, 8, false, Outcome::AtLimit},
-                       {"no structure", 0.5, 8, true, Outcome::Flat}},
+                       {"nothing to tell material by", 0.5, 8, true, Outcome::NoMaterial}},
                       [](const Case &c) {
                           const ShiftedSample maps(32, 24, 40000.0, c.shift, 5);
                           AnalysisInput input = maps.input();
@@ -258,6 +258,15 @@ private slots:
                           if (found.isFound())
                               QVERIFY(std::abs(found.shift - c.shift) < 2.0 * found.error && found.error < 0.1);
                       });
+        EnergyShiftInput noisy; // what all of it hides in the noise
+        for (const PlanReference &reference : sampleReferences())
+            noisy.spectra.push_back(&reference.spectrum);
+        for (const double energy : sample::mapEnergies) {
+            noisy.energies.push_back(energy);
+            noisy.values.push_back(sampleReferences()[1].spectrum.muAt(energy));
+            noisy.variances.push_back(4.0);
+        }
+        QVERIFY(findEnergyShift(noisy).outcome == Outcome::Flat);
     }
 
     /// The shift that a job asks to be applied undoes a wrong dE of the references.

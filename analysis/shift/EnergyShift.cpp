@@ -173,10 +173,10 @@ EnergyShift findEnergyShift(const EnergyShiftInput &input)
     if (!input.isScaleKnown)
         found.error *= studentFactor(rest);
 
-    if (!(found.error <= largestError))
-        found.outcome = Outcome::Flat;
-    else if (profile.smallest == 0 || profile.smallest + 1 == profile.values.size())
+    if (profile.smallest == 0 || profile.smallest + 1 == profile.values.size())
         found.outcome = Outcome::AtLimit;
+    else if (!(found.error <= largestError))
+        found.outcome = Outcome::Flat;
     else if (hasRival(profile, confidence * scale))
         found.outcome = Outcome::Ambiguous;
     else
