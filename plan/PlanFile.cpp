@@ -113,7 +113,7 @@ void PlanReader::read()
     m_request.deltaE = optional("deltaE").value_or(m_request.deltaE);
     require(m_request.deltaE >= 0.0, QStringLiteral("deltaE must not be below 0"));
     m_request.hasExtraTerm = m_reader.truth("extraTerm", true);
-    const QString mode = m_reader.has("mode") ? m_reader.text("mode") : QStringLiteral("transmission");
+    const QString mode = m_reader.has("mode") ? m_root.value("mode").toString() : QStringLiteral("transmission");
     require(mode == QLatin1String("transmission") || mode == QLatin1String("fluorescence"),
             QStringLiteral("mode must be \"transmission\" or \"fluorescence\""));
     m_request.mode = mode == QLatin1String("fluorescence") ? PlanMode::Fluorescence : PlanMode::Transmission;

@@ -111,6 +111,18 @@
         <source>Energy %1: choose a map</source>
         <translation>エネルギー %1：マップを選択</translation>
     </message>
+    <message>
+        <source>Cannot read %1: %2</source>
+        <translation>%1 を読み込めません：%2</translation>
+    </message>
+    <message>
+        <source>Not enough memory for %1</source>
+        <translation>%1 を読み込むメモリが足りません</translation>
+    </message>
+    <message>
+        <source>No map data in %1: a line is longer than 64 MB</source>
+        <translation>%1 にマップデータがありません：64 MB を超える行があります</translation>
+    </message>
 </context>
 <context>
     <name>AFileSelect</name>
@@ -1528,6 +1540,26 @@ Do you want to replace it?</source>
     <message>
         <source>misfit</source>
         <translation>不一致度</translation>
+    </message>
+    <message>
+        <source>Energy %1: the records are in another order than the header says: x is %2 in record %3, but %4 in record %5</source>
+        <translation>エネルギー %1：レコードの順序がヘッダーと異なります。x はレコード %3 で %2、レコード %5 で %4 です</translation>
+    </message>
+    <message>
+        <source>Energy %1: the records are in another order than the header says: y is %2 in record %3, but %4 in record %5</source>
+        <translation>エネルギー %1：レコードの順序がヘッダーと異なります。y はレコード %3 で %2、レコード %5 で %4 です</translation>
+    </message>
+    <message>
+        <source>Energy %1: the map has %2 records, not %3 x %4 = %5</source>
+        <translation>エネルギー %1：マップのレコード数は %2 で、%3 x %4 = %5 ではありません</translation>
+    </message>
+    <message>
+        <source>Energy %1: %2 of %3 records have a value that is no number and counts as 0 (decimals take a point)</source>
+        <translation>エネルギー %1：%3 レコード中 %2 に数値でない値があり、0 として扱われます（小数点には . を使います）</translation>
+    </message>
+    <message>
+        <source>Energy %1: the map file changed while it was read</source>
+        <translation>エネルギー %1：読み込み中にマップファイルが変更されました</translation>
     </message>
 </context>
 <context>
