@@ -5,6 +5,7 @@
 #include "ui_FourPs.h"
 
 #include <QDateTime>
+#include <QDir>
 #include <QFileInfo>
 
 PanelInputs::PanelInputs(const Ui_FourPs &form)
@@ -152,7 +153,8 @@ void PanelInputs::noteMap(AEPoint *row)
 {
     ++m_mapRevision;
     const QFileInfo file(row->fileSelect()->fileText());
-    m_mapFiles[m_points.indexOf(row)] = {file.absoluteFilePath(), file.size(), file.lastModified().toMSecsSinceEpoch()};
+    m_mapFiles[m_points.indexOf(row)] = {QDir::current().absoluteFilePath(file.filePath()), file.size(),
+                                         file.lastModified().toMSecsSinceEpoch()};
 }
 
 QVector<const A2DData *> PanelInputs::mapsBeside(const AEPoint *row) const
