@@ -24,7 +24,7 @@ PixelErrors pixelErrors(const UncertaintyConstants &constants, const double *y, 
             double z[degrees];
             misfitOf<degrees>(constants, y, variances, z, errors.chiSquare);
             if (constants.isInverse) {
-                inverseGradient(constants, y, z, found.amount, slope);
+                inverseGradient<degrees>(constants, y, z, found.amount, slope);
                 gradient = slope;
             }
         }

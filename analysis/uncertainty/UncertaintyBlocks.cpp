@@ -15,38 +15,59 @@ namespace
 
 constexpr double nan = std::numeric_limits<double>::quiet_NaN();
 
-/// NoiseModel::relativeVariance() of a map's pixels.
+/// I and I0 of one map's block; where I0 does not matter it is I once more.
+struct IntensityRuns {
+    Intensities kind;
+    const double *transmitted;
+    const double *incident;
+};
+
+/// NoiseModel::relativeVariance() as numerator over denominator, both NaN where there is none.
 template <class Lanes>
-FLOKLUK_ALWAYS_INLINE void variancesOf(Intensities kind, bool isUniform, const double *transmitted,
-                                       const double *incident, BlockRun &out)
+FLOKLUK_ALWAYS_INLINE void varianceOf(const IntensityRuns &runs, bool isUniform, std::size_t lane, Lanes &numerator,
+                                      Lanes &denominator)
 {
     const Lanes zero = {};
     const Lanes bad = zero + nan;
-    for (std::size_t lane = 0; lane < blockPixels; lane += numeric::laneCount<Lanes>) {
-        Lanes i, i0;
-        numeric::loadLanes(transmitted + lane, i);
-        numeric::loadLanes(incident + lane, i0);
-        Lanes s = i * 0.0 + 1.0; // NaN where I is not finite
-        if (!isUniform && kind == Intensities::Counted)
-            s = (i + i0) / (i * i0);
-        else if (!isUniform)
-            s = 1.0 / i;
-        if (kind != Intensities::Absorptions) {
-            s = i > zero ? s : bad;
-            s = i0 > zero ? s : bad;
-        }
-        numeric::storeLanes(s, &out[lane]);
+    Lanes i, i0;
+    numeric::loadLanes(runs.transmitted + lane, i);
+    numeric::loadLanes(runs.incident + lane, i0);
+    numerator = zero + 1.0;
+    denominator = i * 0.0 + 1.0; // NaN where I is not finite
+    if (!isUniform) {
+        denominator = runs.kind == Intensities::Counted ? i * i0 : i;
+        if (runs.kind == Intensities::Counted)
+            numerator = i + i0;
+    }
+    if (runs.kind != Intensities::Absorptions) {
+        denominator = i > zero ? denominator : bad;
+        denominator = i0 > zero ? denominator : bad;
     }
 }
 
-void variancesBaseline(Intensities kind, bool isUniform, const double *i, const double *i0, BlockRun *out)
+/// The variances of two maps, which share a division: divisions take longest here.
+template <class Lanes>
+FLOKLUK_ALWAYS_INLINE void variancesOf(const IntensityRuns (&runs)[2], bool isUniform, BlockRun &first,
+                                       BlockRun &second)
 {
-    variancesOf<Lanes2>(kind, isUniform, i, i0, *out);
+    for (std::size_t lane = 0; lane < blockPixels; lane += numeric::laneCount<Lanes>) {
+        Lanes n1, d1, n2, d2;
+        varianceOf(runs[0], isUniform, lane, n1, d1);
+        varianceOf(runs[1], isUniform, lane, n2, d2);
+        const Lanes inverse = 1.0 / (d1 * d2);
+        numeric::storeLanes<Lanes>(n1 * d2 * inverse, &first[lane]);
+        numeric::storeLanes<Lanes>(n2 * d1 * inverse, &second[lane]);
+    }
 }
 
-FLOKLUK_FOR_AVX2 void variancesAvx2(Intensities kind, bool isUniform, const double *i, const double *i0, BlockRun *out)
+void variancesBaseline(const IntensityRuns (&runs)[2], bool isUniform, BlockRun *first, BlockRun *second)
 {
-    variancesOf<Lanes4>(kind, isUniform, i, i0, *out);
+    variancesOf<Lanes2>(runs, isUniform, *first, *second);
+}
+
+FLOKLUK_FOR_AVX2 void variancesAvx2(const IntensityRuns (&runs)[2], bool isUniform, BlockRun *first, BlockRun *second)
+{
+    variancesOf<Lanes4>(runs, isUniform, *first, *second);
 }
 
 template <class Lanes, std::size_t Degrees>
@@ -67,7 +88,7 @@ FLOKLUK_ALWAYS_INLINE void solveBlock(const UncertaintyConstants &c, std::size_t
             misfitOf<Degrees>(c, ys, ss, z, chiSquare);
             numeric::storeLanes(chiSquare, &out.chiSquare[lane]);
             if (c.isInverse) {
-                inverseGradient(c, ys, z, t, slope);
+                inverseGradient<Degrees>(c, ys, z, t, slope);
                 gradient = slope;
             }
         }
@@ -151,7 +172,7 @@ UncertaintyBlocks::UncertaintyBlocks(const UncertaintyTask &task)
     , m_quantities(1)
     , m_block(planesOf(task, &m_intensities, &m_results))
     , m_solver(withDegrees(task.constants->degrees, [&task](auto degrees) { return solverFor<degrees>(task.set); }))
-    , m_variances(task.maps.size())
+    , m_variances(task.maps.size() + 1)
 {
     // Both fractions of the four-points methods have the same standard error.
     if (task.hasFractions)
@@ -163,11 +184,16 @@ void UncertaintyBlocks::findVariances()
     // Compilers take selections among eight lanes apart into single ones: four at once are faster.
     const auto variances = m_task.set == InstructionSet::Baseline ? variancesBaseline : variancesAvx2;
     const double *const *run = m_block.runs() + m_intensities;
-    for (std::size_t k = 0; k < m_variances.size(); ++k) {
+    IntensityRuns pair[2];
+    for (std::size_t k = 0; k < m_task.maps.size(); ++k) {
         const Intensities kind = m_task.noise->maps[k];
         const double *const transmitted = *run++;
-        const double *const incident = kind == Intensities::Counted ? *run++ : transmitted;
-        variances(kind, m_task.noise->isUniform, transmitted, incident, &m_variances[k]);
+        pair[k % 2] = {kind, transmitted, kind == Intensities::Counted ? *run++ : transmitted};
+        const bool isLast = k + 1 == m_task.maps.size();
+        if (isLast && k % 2 == 0)
+            pair[1] = pair[0]; // has no partner
+        if (isLast || k % 2 == 1)
+            variances(pair, m_task.noise->isUniform, &m_variances[k / 2 * 2], &m_variances[k / 2 * 2 + 1]);
     }
 }
 

@@ -54,6 +54,6 @@ private:
     std::size_t m_results = 0;     ///< where t stands, then the values of the quantities
     PlaneBlock m_block;
     Solver m_solver;
-    std::vector<BlockRun> m_variances; ///< s^2, one run per map
+    std::vector<BlockRun> m_variances; ///< s^2, one run per map and one to spare
     UncertaintyBlock m_out;
 };

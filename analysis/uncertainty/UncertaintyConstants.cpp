@@ -16,13 +16,6 @@ bool isSupported(std::size_t points, std::size_t unknowns)
     return points >= unknowns && points <= mostUncertaintyPoints;
 }
 
-PointRow rowOf(const Vector &values)
-{
-    PointRow row = {};
-    std::copy(values.begin(), values.end(), row.begin());
-    return row;
-}
-
 void add(PointRow *row, double factor, const Vector &values)
 {
     for (std::size_t k = 0; k < values.size(); ++k)
@@ -60,8 +53,10 @@ std::vector<Vector> backgroundColumns(NonEquivalentBackground background, const 
 
 void setResiduals(const LeastSquaresBasis &basis, UncertaintyConstants *constants)
 {
-    for (const Vector &row : basis.complement)
-        constants->residuals.push_back(rowOf(row));
+    for (std::size_t i = 0; i < basis.complement.size(); ++i) {
+        for (std::size_t k = 0; k < basis.complement[i].size(); ++k)
+            constants->residuals[k][i] = basis.complement[i][k];
+    }
     constants->degrees = static_cast<int>(basis.complement.size());
 }
 

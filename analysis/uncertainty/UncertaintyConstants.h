@@ -38,7 +38,9 @@
 /// least-squares variant these are the parts, orthogonal to S, of the residuals of the anchor points divided by c2.
 
 constexpr std::size_t mostUncertaintyPoints = mostNonEquivalentPoints;
+constexpr std::size_t mostDegrees = mostUncertaintyPoints - 3;
 using PointRow = std::array<double, mostUncertaintyPoints>; ///< one value per point; 0 beyond the last
+using ResidualRow = std::array<double, mostDegrees>;        ///< one value per degree of freedom
 
 struct UncertaintyConstants {
     /// t dq/dy_k = factor (row[k] + (offset - v) dt/dy_k), where v is the valence itself or, in the four-points
@@ -53,13 +55,15 @@ struct UncertaintyConstants {
     int degrees = 0;      ///< n - p
     PointRow amount = {}; ///< B_k
     Quantity valence;
-    std::vector<Quantity> fractions; ///< one per reference
-    std::vector<PointRow> residuals; ///< the columns of N, one per degree of freedom
+    std::vector<Quantity> fractions;                               ///< one per reference
+    std::array<ResidualRow, mostUncertaintyPoints> residuals = {}; ///< N, one row per point
     bool isFourPoints = false;
     bool isInverse = false;   ///< dt/dy_k depends on the pixel: least squares with residuals
     double inverseNorm = 0.0; ///< 8 / W
 
     std::size_t count() const { return static_cast<std::size_t>(points); }
+    /// The points that have residuals: the V point, which is the last one, has none.
+    std::size_t residualCount() const { return isFourPoints ? count() - 1 : count(); }
 };
 
 /// The points stand in the order of the method's maps: all of them, or the anchor points and then the V point.

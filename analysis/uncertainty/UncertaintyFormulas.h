@@ -10,8 +10,6 @@
 /// the Lanes): the same operations in the same order, hence the same bits. Results go through references because Lanes
 /// must not be passed by value.
 
-constexpr std::size_t mostDegrees = mostUncertaintyPoints - 3;
-
 /// Calls work(std::integral_constant<std::size_t, degrees>()) for 0 to mostDegrees degrees of freedom.
 template <class Work>
 auto withDegrees(int degrees, Work work)
@@ -41,24 +39,30 @@ FLOKLUK_ALWAYS_INLINE void misfitOf(const UncertaintyConstants &c, const Real *y
 {
     Real m[Degrees][Degrees] = {};
     Real rest[Degrees] = {};
-    for (std::size_t k = 0; k < c.count(); ++k) {
+    for (std::size_t k = 0; k < c.residualCount(); ++k) {
+        const ResidualRow &n = c.residuals[k];
+#pragma GCC unroll 5
         for (std::size_t i = 0; i < Degrees; ++i) {
-            const double ni = c.residuals[i][k];
-            rest[i] += y[k] * ni;
-            const Real scaled = s[k] * ni;
+            rest[i] += y[k] * n[i];
+            const Real scaled = s[k] * n[i];
+#pragma GCC unroll 5
             for (std::size_t j = 0; j <= i; ++j)
-                m[i][j] += scaled * c.residuals[j][k];
+                m[i][j] += scaled * n[j];
         }
     }
     chiSquare = Real{};
+#pragma GCC unroll 5
     for (std::size_t j = 0; j < Degrees; ++j)
         z[j] = rest[j];
+#pragma GCC unroll 5
     for (std::size_t j = 0; j < Degrees; ++j) {
         const Real inverse = 1.0 / m[j][j];
         chiSquare += rest[j] * rest[j] * inverse;
+#pragma GCC unroll 5
         for (std::size_t i = j + 1; i < Degrees; ++i) {
             const Real l = m[i][j] * inverse;
             rest[i] -= l * rest[j];
+#pragma GCC unroll 5
             for (std::size_t h = j + 1; h <= i; ++h)
                 m[i][h] -= l * m[h][j];
         }
@@ -66,20 +70,24 @@ FLOKLUK_ALWAYS_INLINE void misfitOf(const UncertaintyConstants &c, const Real *y
 }
 
 /// dt/dy_k of the least-squares variant from the values, z and the method's t.
-template <class Real>
+template <std::size_t Degrees, class Real>
 FLOKLUK_ALWAYS_INLINE void inverseGradient(const UncertaintyConstants &c, const Real *y, const Real *z, const Real &t,
                                            Real *gradient)
 {
     Real direct = {}; // t'
     for (std::size_t k = 0; k < c.count(); ++k)
         direct += y[k] * c.amount[k];
-    const Real share = 2.0 - t / direct;
-    const Real scale = c.inverseNorm / direct;
+    const Real inverse = 1.0 / direct;
+    const Real share = 2.0 - t * inverse;
+    Real scaled[Degrees];
+#pragma GCC unroll 5
+    for (std::size_t i = 0; i < Degrees; ++i)
+        scaled[i] = z[i] * (inverse * c.inverseNorm);
     for (std::size_t k = 0; k < c.count(); ++k) {
-        Real residual = {};
-        for (std::size_t i = 0; i < c.residuals.size(); ++i)
-            residual += z[i] * c.residuals[i][k];
-        gradient[k] = share * c.amount[k] + scale * residual;
+        gradient[k] = share * c.amount[k];
+#pragma GCC unroll 5
+        for (std::size_t i = 0; i < Degrees; ++i)
+            gradient[k] += scaled[i] * c.residuals[k][i];
     }
 }
 
@@ -96,7 +104,8 @@ FLOKLUK_ALWAYS_INLINE void quantityVariance(const UncertaintyConstants &c, const
         part += q.row[k];
         sum += part * part * s[k];
     }
-    variance = sum / (t * t) * (q.factor * q.factor);
+    const Real perT = q.factor / t;
+    variance = sum * perT * perT;
 }
 
 /// sigma_t^2, as above.

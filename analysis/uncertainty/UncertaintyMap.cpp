@@ -23,13 +23,12 @@ struct MaterialSquares {
     std::size_t below = 0;
     std::size_t above = 0;
 
-    void add(double chiSquare)
+    /// Counts without a branch: below or above the expected median is as good as random.
+    void add(double chiSquare, bool isMaterial)
     {
-        if (chiSquare < low)
-            ++below;
-        else if (chiSquare > high)
-            ++above;
-        else
+        below += static_cast<std::size_t>(isMaterial & (chiSquare < low));
+        above += static_cast<std::size_t>(isMaterial & (chiSquare > high));
+        if (isMaterial & !((chiSquare < low) | (chiSquare > high)))
             near.push_back(chiSquare);
     }
     void add(const MaterialSquares &other)
@@ -67,10 +66,20 @@ public:
     }
 
 private:
-    static bool isCounted(double chiSquare) { return chiSquare >= 0.0 && std::isfinite(chiSquare); }
-    bool isMaterial(double t, double variance) const
+    static bool isCounted(double chiSquare)
     {
-        return m_out.isMaterial(t, std::sqrt(m_expectedScale * variance));
+        return (chiSquare >= 0.0) & (chiSquare <= std::numeric_limits<double>::max());
+    }
+    /// Adds those of some pixels that are material: t above the limit, or t^2 above 9 sigma_t^2.
+    void addMaterial(const double *chiSquares, const double *amounts, const double *variances, std::size_t count,
+                     MaterialSquares *material) const
+    {
+        const double least = m_out.thinnest.value_or(0.0);
+        const double factor = m_out.thinnest ? -1.0 : 9.0 * m_expectedScale;
+        for (std::size_t i = 0; i < count; ++i) {
+            const double t = amounts[i];
+            material->add(chiSquares[i], isCounted(chiSquares[i]) & (t >= least) & (t * t > factor * variances[i]));
+        }
     }
     std::size_t quantityPlanes() const { return 1 + m_out.fractions.size(); }
     double *quantityPlane(std::size_t q) { return (q == 0 ? m_out.valence : m_out.fractions[q - 1]).data(); }
@@ -109,10 +118,8 @@ private:
             for (std::size_t pixel = begin; pixel < end; pixel += blockPixels) {
                 const std::size_t count = std::min(blockPixels, end - pixel);
                 const UncertaintyBlock &found = calculator.calculate(pixel);
-                for (std::size_t i = 0; !m_isScaleKnown && i < count; ++i) {
-                    if (isCounted(found.chiSquare[i]) && isMaterial(calculator.amounts()[i], found.amount[i]))
-                        material.add(found.chiSquare[i]);
-                }
+                if (!m_isScaleKnown)
+                    addMaterial(found.chiSquare.data(), calculator.amounts(), found.amount.data(), count, &material);
                 store(found, pixel, count);
             }
             const std::lock_guard<std::mutex> lock(mutex);
@@ -143,10 +150,7 @@ private:
         std::optional<double> middle = median(&m_material.near, m_material.below, m_material.above);
         if (!middle) { // the evenly spread blocks were not like the others
             m_material = MaterialSquares();
-            for (std::size_t i = 0; i < m_pixels; ++i) {
-                if (isCounted(m_out.misfit[i]) && isMaterial(m_task.results->t()[i], m_out.amount[i]))
-                    m_material.add(m_out.misfit[i]);
-            }
+            addMaterial(m_out.misfit.data(), m_task.results->t(), m_out.amount.data(), m_pixels, &m_material);
             middle = median(&m_material.near);
         }
         m_out.scalePixels = m_material.count();
