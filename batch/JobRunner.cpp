@@ -1,5 +1,6 @@
 #include "batch/JobRunner.h"
 
+#include "analysis/job/Progress.h"
 #include "analysis/model/Findings.h"
 #include "analysis/panel/FourPs.h"
 #include "analysis/panel/PanelSettings.h"
@@ -8,7 +9,6 @@
 #include "batch/OutputLocks.h"
 #include "batch/OutputPaths.h"
 #include "batch/PanelPictures.h"
-#include "batch/Progress.h"
 #include "batch/RunRecord.h"
 #include "batch/RunReport.h"
 #include "numeric/FileSet.h"

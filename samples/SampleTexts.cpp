@@ -1,7 +1,9 @@
 #include "samples/SampleTexts.h"
 
+#include "mapdata/MapText.h"
 #include "samples/NumberText.h"
 #include "samples/Random.h"
+#include "spectrum/SpectrumText.h"
 
 namespace sample
 {
@@ -83,17 +85,15 @@ QByteArray spectrumText(const EdgeModel &model, int j, const SampleOptions &opti
     const double photons = options.noise * photonsPerPixel;
     Random random(options.seed, 100 + static_cast<std::uint64_t>(j));
 
-    QByteArray text = "  Step scan, made by flokluk-sample\n";
-    if (isTarget)
-        text += " target, mixture of the references\n";
-    else
-        text += " reference of valence " + fixed(valences[j], 0) + "\n";
-    text += " Mono : Si(111)   D= " + fixed(latticeSpacing, 5) +
-            " A   First angle= " + fixed(scan.front().angleDegrees, 5) + " deg\n";
-    text += " Transmission   Repetition= 1   Points= " + fixed(static_cast<double>(scan.size()), 0) + "\n";
-    text += "    Angle(c)     Angle(o)  time/s              I0               I\n";
-    text += "        Mode            0       0               1               2\n";
-    text += "      Offset            0       0           0.000           0.000\n";
+    SpectrumHead head;
+    head.titles << " Step scan, made by flokluk-sample"
+                << (isTarget ? QByteArray("target, mixture of the references")
+                             : "reference of valence " + fixed(valences[j], 0));
+    head.spacing = fixed(latticeSpacing, 5);
+    head.firstAngle = fixed(scan.front().angleDegrees, 5);
+    head.method = "Transmission";
+    head.points = static_cast<int>(scan.size());
+    QByteArray text = spectrumHead(head);
     for (std::size_t i = 0; i < scan.size(); ++i) {
         const double energy = scan[i].energyEv;
         const double mu = isTarget ? targetMu(model, energy) : model.mu(j, energy);
@@ -117,12 +117,11 @@ QByteArray spectrumText(const EdgeModel &model, int j, const SampleOptions &opti
 QByteArray mapHeader(int k, const SampleOptions &options)
 {
     if (options.format == MapFormat::ColumnMapped)
-        return "# 2003901\n# ENERGY = " + energyText(k) + " eV\n# time :0\n# I0 :1\n# I :2\n";
-    const auto axis = [](const char *name, int count) -> QByteArray {
-        return QByteArray(name) + " um 0.00 " + fixed(pixelPitch, 2) + " " + fixed(count - 1, 0) + "\n";
+        return columnMapHeader(energyText(k), {"time", "I0", "I"});
+    const auto axis = [](const char *name, int count) -> MapAxisText {
+        return {name, "um", "0.00", fixed(pixelPitch, 2), count};
     };
-    return "# 1301\n# ENERGY = " + energyText(k) + " eV\n# AXIS " + axis("0 x", options.width) + "# AXIS " +
-           axis("1 y", options.height);
+    return plainMapHeader(energyText(k), axis("x", options.width), axis("y", options.height));
 }
 
 QByteArray truthHeader(const SampleOptions &options)

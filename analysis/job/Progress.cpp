@@ -1,4 +1,4 @@
-#include "batch/Progress.h"
+#include "analysis/job/Progress.h"
 
 #include <QTextStream>
 
