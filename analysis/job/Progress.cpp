@@ -1,5 +1,7 @@
 #include "analysis/job/Progress.h"
 
+#include "numeric/RealToInt.h"
+
 #include <QTextStream>
 
 Progress::Progress(QTextStream *err, const QString &job, int stages, bool isTerminal)
@@ -22,6 +24,13 @@ void Progress::stage(const QString &what)
 {
     ++m_stage;
     show(what);
+}
+
+void Progress::reach(double done, const QString &what)
+{
+    m_stage = numeric::truncToInt(done * m_stages);
+    if (m_isTerminal)
+        show(what);
 }
 
 void Progress::finish(bool isDone, double seconds)

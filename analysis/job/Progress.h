@@ -14,6 +14,8 @@ public:
     ~Progress();
 
     void stage(const QString &what);
+    /// How much of the whole is done, 0 to 1: on a terminal only.
+    void reach(double done, const QString &what);
     void finish(bool isDone, double seconds);
 
 private:

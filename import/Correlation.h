@@ -1,0 +1,49 @@
+#pragma once
+
+#include "import/Image.h"
+
+#include <QPoint>
+#include <QPointF>
+
+#include <kissfft/kiss_fftndr.h>
+
+#include <memory>
+#include <vector>
+
+/// Finds how far pictures are shifted against each other by plain (not phase-normalised) windowed cross-correlation:
+/// the peak to a pixel by a transform, then to a tenth of a pixel by an upsampled one around it (M. Guizar-Sicairos, S.
+/// T. Thurman and J. R. Fienup, Opt. Lett. 33 (2008) 156). All images have one size.
+class Correlation
+{
+public:
+    Correlation(int width, int height);
+
+    /// The half spectrum of an image under its window, rows of columns() values.
+    using Spectrum = std::vector<kiss_fft_cpx>;
+
+    /// The spectrum of an image less its mean, under a Hann window whose middle is that of the image plus
+    /// `windowShift`.
+    Spectrum spectrumOf(const Image &image, QPoint windowShift = {}) const;
+
+    /// Where what stands at (x, y) of the first picture stands in the second, less (x, y), to a tenth of a pixel and at
+    /// most a third of the image.
+    QPointF shiftBetween(const Spectrum &first, const Spectrum &second) const;
+
+    /// The same between a spectrum and an image. Under windows of one place the window pulls towards no shift: where
+    /// the shift is a pixel or more it is found again with the window moved along.
+    QPointF shiftOf(const Spectrum &reference, const Spectrum &spectrum, const Image &image) const;
+
+private:
+    struct Free {
+        void operator()(void *memory) const { kiss_fft_free(memory); }
+    };
+    using Plan = std::unique_ptr<kiss_fftndr_state, Free>;
+
+    int columns() const { return m_columns / 2 + 1; }
+    QPoint coarsePeak(const Spectrum &product) const;
+    QPointF finePeak(const Spectrum &product, QPoint coarse) const;
+
+    int m_width, m_height; ///< of the images
+    int m_columns, m_rows; ///< of the transform: at least that, and fast
+    Plan m_forward, m_backward;
+};

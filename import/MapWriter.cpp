@@ -1,0 +1,162 @@
+#include "import/MapWriter.h"
+
+#include "numeric/BlockWriter.h"
+#include "numeric/CountText.h"
+#include "numeric/OutputFile.h"
+
+#include <QSet>
+
+#include <algorithm>
+#include <cmath>
+#include <cstring>
+
+namespace
+{
+
+constexpr std::size_t blockPixels = 4096;
+
+QByteArray positionText(double position)
+{
+    char text[numeric::countRoom];
+    return QByteArray(text, static_cast<int>(numeric::writeCount(position, text) - text));
+}
+
+/// The step between even positions, 0 where they are uneven: off by more than a hundredth of a step somewhere.
+double evenStep(const QVector<double> &positions)
+{
+    if (positions.size() < 2)
+        return 0.0;
+    const double step = (positions.last() - positions.first()) / (positions.size() - 1);
+    for (int i = 0; i < positions.size(); ++i) {
+        if (std::fabs(positions[i] - (positions.first() + i * step)) > 0.01 * std::fabs(step))
+            return 0.0;
+    }
+    return step;
+}
+
+/// The positions of one axis; pixel numbers, and false, where its own do not tell the pixels apart.
+bool writeAxis(int count, const PixelAxis &axis, MapAxisText *text, std::vector<QByteArray> *positions)
+{
+    QVector<double> values = axis.positions;
+    QSet<QByteArray> different;
+    for (const double value : qAsConst(values))
+        different.insert(positionText(value));
+    const bool isOwn = values.size() == count && different.size() == count &&
+                       std::all_of(values.begin(), values.end(), [](double value) { return std::isfinite(value); });
+    if (!isOwn) {
+        values.clear();
+        for (int i = 0; i < count; ++i)
+            values << i;
+    }
+    const double step = evenStep(values);
+    const QByteArray unit = axis.unit.simplified().replace(QLatin1Char(' '), QLatin1Char('_')).toUtf8();
+    text->unit = !isOwn || unit.isEmpty() ? QByteArray("px") : unit;
+    text->first = step == 0.0 ? QByteArray("-") : positionText(values.first());
+    text->step = step == 0.0 ? QByteArray("-") : positionText(step);
+    text->count = count;
+    for (const double value : qAsConst(values))
+        positions->push_back(positionText(value) + ' ');
+    return isOwn;
+}
+
+std::size_t longest(const std::vector<QByteArray> &texts)
+{
+    int length = 0;
+    for (const QByteArray &text : texts)
+        length = std::max(length, text.size());
+    return static_cast<std::size_t>(length);
+}
+
+char *append(const QByteArray &text, char *out)
+{
+    std::memcpy(out, text.constData(), static_cast<std::size_t>(text.size()));
+    return out + text.size();
+}
+
+/// Fills blocks of pixel lines: "x y I I0".
+class PixelText
+{
+public:
+    PixelText(const MapGridText &grid, const MapToWrite &map)
+        : m_grid(grid)
+        , m_map(map)
+    {
+        char level[numeric::countRoom];
+        m_level = ' ' + QByteArray(level, static_cast<int>(numeric::writeCount(map.level, level) - level)) + '\n';
+    }
+
+    std::size_t room() const
+    {
+        return blockPixels * (longest(m_grid.columns) + longest(m_grid.rows) + 2 * numeric::countRoom);
+    }
+    std::size_t blocks() const { return (m_map.signal->values.size() + blockPixels - 1) / blockPixels; }
+
+    std::size_t fill(std::size_t block, char *out) const
+    {
+        const char *const begin = out;
+        const std::size_t width = m_grid.columns.size();
+        const std::size_t first = block * blockPixels;
+        const std::size_t end = std::min(first + blockPixels, m_map.signal->values.size());
+        std::size_t x = first % width;
+        std::size_t y = first / width;
+        for (std::size_t i = first; i < end; ++i) {
+            out = append(m_grid.columns[x], out);
+            out = append(m_grid.rows[y], out);
+            out = numeric::writeCount(m_map.signal->values[i], out);
+            if (m_map.incident == nullptr) {
+                out = append(m_level, out);
+            } else {
+                *out++ = ' ';
+                out = numeric::writeCount(m_map.incident->values[i], out);
+                *out++ = '\n';
+            }
+            if (++x == width) {
+                x = 0;
+                ++y;
+            }
+        }
+        return static_cast<std::size_t>(out - begin);
+    }
+
+private:
+    const MapGridText &m_grid;
+    const MapToWrite &m_map;
+    QByteArray m_level;
+};
+
+} // namespace
+
+MapGridText mapGridText(int width, int height, const PixelAxis &x, const PixelAxis &y)
+{
+    MapGridText grid;
+    grid.x.name = "x";
+    grid.y.name = "y";
+    const bool hasColumns = writeAxis(width, x, &grid.x, &grid.columns);
+    const bool hasRows = writeAxis(height, y, &grid.y, &grid.rows);
+    grid.isCounted = !hasColumns || !hasRows;
+    return grid;
+}
+
+QByteArray energyText(double energy)
+{
+    return QByteArray::number(energy, 'g', 10);
+}
+
+bool writeMap(const QString &path, ImportOptions::Layout layout, const MapGridText &grid, const MapToWrite &map,
+              int threads)
+{
+    numeric::OutputFile file(path);
+    if (!file.open())
+        return false;
+    QByteArray header = layout == ImportOptions::Layout::Plain ? plainMapHeader(energyText(map.energy), grid.x, grid.y)
+                                                               : columnMapHeader(energyText(map.energy), {"I", "I0"});
+    for (const QString &comment : map.comments)
+        header += "# " + comment.simplified().toUtf8() + '\n';
+    file.write(header);
+    const PixelText text(grid, map);
+    const auto fill = [&text](std::size_t block, char *out) {
+        return text.fill(block, out);
+    };
+    numeric::writeBlocks({text.blocks(), text.room(), fill}, threads, &file);
+    return file.commit();
+}

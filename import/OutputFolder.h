@@ -1,0 +1,31 @@
+#pragma once
+
+#include <QString>
+#include <QStringList>
+#include <QTemporaryDir>
+
+#include <memory>
+
+/// A folder whose new files appear all at once or not at all: they are made in a folder within it, and what did not
+/// exist before goes again when they are not published.
+class OutputFolder
+{
+public:
+    OutputFolder() = default;
+    ~OutputFolder();
+    OutputFolder(const OutputFolder &) = delete;
+    OutputFolder &operator=(const OutputFolder &) = delete;
+
+    /// Makes the folder when it is missing. False, with one sentence, when that cannot be done.
+    [[nodiscard]] bool open(const QString &path, QString *error);
+    /// Where to write the file that will be called `name`.
+    QString pathOf(const QString &name) const;
+    /// Puts the files in their places, over those that stand there. False, with one sentence, when one cannot be.
+    [[nodiscard]] bool publish(const QStringList &names, QString *error);
+
+private:
+    QString m_path;
+    QStringList m_made; ///< folders that did not exist, the innermost first
+    std::unique_ptr<QTemporaryDir> m_scratch;
+    bool m_isPublished = false;
+};
