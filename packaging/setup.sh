@@ -35,6 +35,15 @@ install_packages() {
     rm -f "$log"
 }
 
+# install_optional PACKAGE ...: the same for libraries that the build goes on without.
+install_optional() {
+    local package
+    command -v apt-get >/dev/null || return 0
+    for package in "$@"; do
+        (install_packages "$package") || say "going on without $package"
+    done
+}
+
 # build PRESET [TARGET ...]: configures once, then builds; quiet unless something goes wrong.
 build() {
     local preset=$1
