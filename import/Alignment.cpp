@@ -4,6 +4,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <limits>
 
 #ifdef FLOKLUK_HAVE_KISSFFT
 
@@ -36,19 +37,28 @@ double tenths(double value)
     return std::round(value * 10.0) / 10.0;
 }
 
-/// Where both ways agree the direct one counts, which adds up no errors.
-QVector<ImageShift> chooseShifts(const QVector<QPointF> &direct, const QVector<QPointF> &chained)
+/// How one image lies from the reference: found directly, and along the chain up to it.
+struct TwoWays {
+    FoundShift direct;
+    FoundShift link; ///< from the image before
+};
+
+/// The direct shift adds up no errors; the chain counts where it is surer, each of its links on the way.
+QVector<ImageShift> chooseShifts(const QVector<TwoWays> &images)
 {
-    QVector<ImageShift> shifts;
-    for (int i = 0; i < direct.size(); ++i) {
-        const QPointF fromReference = chained[i] - chained.last();
-        const QPointF difference = direct[i] - fromReference;
-        ImageShift shift;
+    QVector<ImageShift> shifts(images.size());
+    QPointF chained;
+    double weakestLink = std::numeric_limits<double>::infinity();
+    for (int i = images.size() - 1; i >= 0; --i) {
+        const QPointF difference = images[i].direct.shift - chained;
+        const bool isChainSurer = weakestLink > images[i].direct.significance;
+        ImageShift &shift = shifts[i];
         shift.disagreement = tenths(std::hypot(difference.x(), difference.y()));
-        const QPointF chosen = shift.disagreement <= 1.0 ? direct[i] : fromReference;
+        const QPointF chosen = isChainSurer && shift.disagreement > 1.0 ? chained : images[i].direct.shift;
         shift.x = tenths(chosen.x());
         shift.y = tenths(chosen.y());
-        shifts << shift;
+        chained -= images[i].link.shift;
+        weakestLink = std::min(weakestLink, images[i].link.significance);
     }
     return shifts;
 }
@@ -64,17 +74,21 @@ bool alignImages(int count, const ReadAbsorption &read, const std::function<bool
     const Correlation correlation(image.width, image.height);
     const Correlation::Spectrum reference = correlation.spectrumOf(image);
     Correlation::Spectrum previous;
-    QVector<QPointF> direct, chained;
+    QVector<TwoWays> images;
     for (int i = 0; i < count; ++i) {
         if (!isGoingOn(static_cast<double>(i) / count) || !read(i, &image, error))
             return false;
         const bool isReference = i == count - 1;
         Correlation::Spectrum spectrum = isReference ? reference : correlation.spectrumOf(image);
-        direct << (isReference ? QPointF() : correlation.shiftOf(reference, spectrum, image));
-        chained << (i == 0 ? QPointF() : chained.last() + correlation.shiftOf(previous, spectrum, image));
+        TwoWays found;
+        if (!isReference)
+            found.direct = correlation.shiftOf(reference, spectrum, image);
+        if (i > 0)
+            found.link = correlation.shiftOf(previous, spectrum, image);
+        images << found;
         previous = std::move(spectrum);
     }
-    alignment->shifts = chooseShifts(direct, chained);
+    alignment->shifts = chooseShifts(images);
     alignment->reference = count - 1;
     alignment->common = commonArea(alignment->shifts, image.width, image.height);
     if (alignment->common.isValid())

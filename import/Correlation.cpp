@@ -10,13 +10,17 @@ namespace
 
 const double pi = std::acos(-1.0);
 
-/// Hann's window over `count` pixels, its middle moved; 0 outside of it.
-std::vector<double> hannWindow(int count, int shift)
+/// Tukey's window over `count` pixels, moved; 0 outside of it.
+std::vector<double> tukeyWindow(int count, int shift)
 {
+    constexpr double taper = 0.15;
     std::vector<double> window(static_cast<std::size_t>(count));
     for (int i = 0; i < count; ++i) {
         const double place = (i - shift + 0.5) / count;
-        window[static_cast<std::size_t>(i)] = place > 0.0 && place < 1.0 ? 0.5 - 0.5 * std::cos(2.0 * pi * place) : 0.0;
+        const double fromEdge = std::min(place, 1.0 - place) / taper;
+        window[static_cast<std::size_t>(i)] = fromEdge <= 0.0   ? 0.0
+                                              : fromEdge >= 1.0 ? 1.0
+                                                                : 0.5 - 0.5 * std::cos(pi * fromEdge);
     }
     return window;
 }
@@ -42,15 +46,29 @@ Correlation::Correlation(int width, int height)
     , m_columns(kiss_fft_next_fast_size((width + 1) / 2) * 2) // the transform of real values wants an even number
     , m_rows(kiss_fft_next_fast_size(height))
 {
-    const int sides[] = {m_rows, m_columns};
-    m_forward.reset(kiss_fftndr_alloc(sides, 2, 0, nullptr, nullptr));
-    m_backward.reset(kiss_fftndr_alloc(sides, 2, 1, nullptr, nullptr));
+    m_rowsForward.reset(kiss_fftr_alloc(m_columns, 0, nullptr, nullptr));
+    m_rowsBackward.reset(kiss_fftr_alloc(m_columns, 1, nullptr, nullptr));
+    m_columnsForward.reset(kiss_fft_alloc(m_rows, 0, nullptr, nullptr));
+    m_columnsBackward.reset(kiss_fft_alloc(m_rows, 1, nullptr, nullptr));
+}
+
+void Correlation::transformColumns(kiss_fft_state *plan, Spectrum *spectrum) const
+{
+    const auto width = static_cast<std::size_t>(columns());
+    Spectrum before(static_cast<std::size_t>(m_rows)), after(before.size());
+    for (std::size_t x = 0; x < width; ++x) {
+        for (std::size_t y = 0; y < before.size(); ++y)
+            before[y] = (*spectrum)[y * width + x];
+        kiss_fft(plan, before.data(), after.data());
+        for (std::size_t y = 0; y < before.size(); ++y)
+            (*spectrum)[y * width + x] = after[y];
+    }
 }
 
 Correlation::Spectrum Correlation::spectrumOf(const Image &image, QPoint windowShift) const
 {
-    const std::vector<double> acrossX = hannWindow(m_width, windowShift.x());
-    const std::vector<double> acrossY = hannWindow(m_height, windowShift.y());
+    const std::vector<double> acrossX = tukeyWindow(m_width, windowShift.x());
+    const std::vector<double> acrossY = tukeyWindow(m_height, windowShift.y());
     double sum = 0.0, weight = 0.0;
     for (int y = 0; y < m_height; ++y) {
         const double *const row = image.row(y);
@@ -60,23 +78,28 @@ Correlation::Spectrum Correlation::spectrumOf(const Image &image, QPoint windowS
     }
     const double mean = sum / (weight * std::accumulate(acrossX.begin(), acrossX.end(), 0.0));
 
-    std::vector<float> windowed(static_cast<std::size_t>(m_columns) * static_cast<std::size_t>(m_rows));
+    std::vector<float> windowed(static_cast<std::size_t>(m_columns));
+    Spectrum spectrum(static_cast<std::size_t>(columns()) * static_cast<std::size_t>(m_rows));
     for (int y = 0; y < m_height; ++y) {
         const double *const row = image.row(y);
-        float *const out = windowed.data() + static_cast<std::size_t>(y) * static_cast<std::size_t>(m_columns);
         for (int x = 0; x < m_width; ++x)
-            out[x] = static_cast<float>((row[x] - mean) * acrossX[static_cast<std::size_t>(x)] *
-                                        acrossY[static_cast<std::size_t>(y)]);
+            windowed[static_cast<std::size_t>(x)] = static_cast<float>(
+                (row[x] - mean) * acrossX[static_cast<std::size_t>(x)] * acrossY[static_cast<std::size_t>(y)]);
+        kiss_fftr(m_rowsForward.get(), windowed.data(),
+                  spectrum.data() + static_cast<std::size_t>(y) * static_cast<std::size_t>(columns()));
     }
-    Spectrum spectrum(static_cast<std::size_t>(columns()) * static_cast<std::size_t>(m_rows));
-    kiss_fftndr(m_forward.get(), windowed.data(), spectrum.data());
+    transformColumns(m_columnsForward.get(), &spectrum);
     return spectrum;
 }
 
-QPoint Correlation::coarsePeak(const Spectrum &product) const
+QPoint Correlation::coarsePeak(const Spectrum &product, double *significance) const
 {
+    Spectrum lines = product;
+    transformColumns(m_columnsBackward.get(), &lines);
     std::vector<float> correlation(static_cast<std::size_t>(m_columns) * static_cast<std::size_t>(m_rows));
-    kiss_fftndri(m_backward.get(), product.data(), correlation.data());
+    for (std::size_t y = 0; y < static_cast<std::size_t>(m_rows); ++y)
+        kiss_fftri(m_rowsBackward.get(), lines.data() + y * static_cast<std::size_t>(columns()),
+                   correlation.data() + y * static_cast<std::size_t>(m_columns));
     QPoint peak;
     float highest = correlation.front();
     const int farX = m_width / 3;
@@ -91,6 +114,11 @@ QPoint Correlation::coarsePeak(const Spectrum &product) const
             peak = QPoint(x, y);
         }
     }
+    const double squares =
+        std::inner_product(correlation.begin(), correlation.end(), correlation.begin(), 0.0, std::plus<>(),
+                           [](float l, float r) { return static_cast<double>(l) * static_cast<double>(r); });
+    const double deviation = std::sqrt(squares / static_cast<double>(correlation.size()));
+    *significance = deviation > 0.0 ? static_cast<double>(highest) / deviation : 0.0;
     return peak;
 }
 
@@ -137,19 +165,21 @@ QPointF Correlation::finePeak(const Spectrum &product, QPoint coarse) const
     return peak;
 }
 
-QPointF Correlation::shiftBetween(const Spectrum &first, const Spectrum &second) const
+FoundShift Correlation::shiftBetween(const Spectrum &first, const Spectrum &second) const
 {
     Spectrum product(first.size());
     for (std::size_t i = 0; i < product.size(); ++i) { // conjugate of the first times the second
         product[i].r = first[i].r * second[i].r + first[i].i * second[i].i;
         product[i].i = first[i].r * second[i].i - first[i].i * second[i].r;
     }
-    return finePeak(product, coarsePeak(product));
+    FoundShift found;
+    found.shift = finePeak(product, coarsePeak(product, &found.significance));
+    return found;
 }
 
-QPointF Correlation::shiftOf(const Spectrum &reference, const Spectrum &spectrum, const Image &image) const
+FoundShift Correlation::shiftOf(const Spectrum &reference, const Spectrum &spectrum, const Image &image) const
 {
-    const QPointF first = shiftBetween(reference, spectrum);
-    const QPoint whole = first.toPoint();
+    const FoundShift first = shiftBetween(reference, spectrum);
+    const QPoint whole = first.shift.toPoint();
     return whole.isNull() ? first : shiftBetween(reference, spectrumOf(image, whole));
 }

@@ -5,10 +5,16 @@
 #include <QPoint>
 #include <QPointF>
 
-#include <kissfft/kiss_fftndr.h>
+#include <kissfft/kiss_fftr.h>
 
 #include <memory>
 #include <vector>
+
+/// A shift that was found.
+struct FoundShift {
+    QPointF shift;
+    double significance = 0.0; ///< height of the peak in units of the correlation's root mean square
+};
 
 /// Finds how far pictures are shifted against each other by plain (not phase-normalised) windowed cross-correlation:
 /// the peak to a pixel by a transform, then to a tenth of a pixel by an upsampled one around it (M. Guizar-Sicairos, S.
@@ -27,23 +33,26 @@ public:
 
     /// Where what stands at (x, y) of the first picture stands in the second, less (x, y), to a tenth of a pixel and at
     /// most a third of the image.
-    QPointF shiftBetween(const Spectrum &first, const Spectrum &second) const;
+    FoundShift shiftBetween(const Spectrum &first, const Spectrum &second) const;
 
     /// The same between a spectrum and an image. Under windows of one place the window pulls towards no shift: where
     /// the shift is a pixel or more it is found again with the window moved along.
-    QPointF shiftOf(const Spectrum &reference, const Spectrum &spectrum, const Image &image) const;
+    FoundShift shiftOf(const Spectrum &reference, const Spectrum &spectrum, const Image &image) const;
 
 private:
     struct Free {
         void operator()(void *memory) const { kiss_fft_free(memory); }
     };
-    using Plan = std::unique_ptr<kiss_fftndr_state, Free>;
+    template <class State>
+    using Plan = std::unique_ptr<State, Free>;
 
     int columns() const { return m_columns / 2 + 1; }
-    QPoint coarsePeak(const Spectrum &product) const;
+    void transformColumns(kiss_fft_state *plan, Spectrum *spectrum) const;
+    QPoint coarsePeak(const Spectrum &product, double *significance) const;
     QPointF finePeak(const Spectrum &product, QPoint coarse) const;
 
-    int m_width, m_height; ///< of the images
-    int m_columns, m_rows; ///< of the transform: at least that, and fast
-    Plan m_forward, m_backward;
+    int m_width, m_height;                               ///< of the images
+    int m_columns, m_rows;                               ///< of the transform: at least that, and fast
+    Plan<kiss_fftr_state> m_rowsForward, m_rowsBackward; ///< of real values
+    Plan<kiss_fft_state> m_columnsForward, m_columnsBackward;
 };

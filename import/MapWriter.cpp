@@ -48,7 +48,9 @@ bool writeAxis(int count, const PixelAxis &axis, MapAxisText *text, std::vector<
         for (int i = 0; i < count; ++i)
             values << i;
     }
-    const double step = evenStep(values);
+    double step = evenStep(values);
+    if (isOwn && axis.unit.isEmpty() && step != 1.0)
+        step = 0.0; // lengths without a unit: no scale can be told
     const QByteArray unit = axis.unit.simplified().replace(QLatin1Char(' '), QLatin1Char('_')).toUtf8();
     text->unit = !isOwn || unit.isEmpty() ? QByteArray("px") : unit;
     text->first = step == 0.0 ? QByteArray("-") : positionText(values.first());
