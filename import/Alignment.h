@@ -30,9 +30,10 @@ struct Alignment {
 using ReadAbsorption = std::function<bool(int index, Image *absorption, QString *error)>;
 
 /// Finds the shifts of a stack of images, the last of which (behind the edge, where the contrast is best) is the
-/// reference: each image directly against it, and chained from neighbour to neighbour, whose contrasts are alike. Where
-/// both agree within a pixel the direct shift counts, else the chained one. `isGoingOn` hears how much is done and may
-/// stop it. False, with one sentence (none when stopped), when an image cannot be read, the images have nothing in
-/// common, or the program was built without kissfft.
+/// reference: each image directly against it, or, where its contrast is poor, against the mean of those found surely;
+/// and chained from neighbour to neighbour, whose contrasts are alike. The direct shift counts, unless both differ by
+/// more than a pixel and the weakest link of the chain stands out more. `isGoingOn` hears how much is done and may stop
+/// it. False, with one sentence (none when stopped), when an image cannot be read, the images have nothing in common,
+/// or the program was built without kissfft.
 [[nodiscard]] bool alignImages(int count, const ReadAbsorption &read, const std::function<bool(double done)> &isGoingOn,
                                Alignment *alignment, QString *error);

@@ -9,11 +9,10 @@ namespace
 {
 
 const double pi = std::acos(-1.0);
-
 /// Tukey's window over `count` pixels, moved; 0 outside of it.
 std::vector<double> tukeyWindow(int count, int shift)
 {
-    constexpr double taper = 0.15;
+    constexpr double taper = 0.2;
     std::vector<double> window(static_cast<std::size_t>(count));
     for (int i = 0; i < count; ++i) {
         const double place = (i - shift + 0.5) / count;
@@ -92,7 +91,7 @@ Correlation::Spectrum Correlation::spectrumOf(const Image &image, QPoint windowS
     return spectrum;
 }
 
-QPoint Correlation::coarsePeak(const Spectrum &product, double *significance) const
+QPoint Correlation::coarsePeak(const Spectrum &product) const
 {
     Spectrum lines = product;
     transformColumns(m_columnsBackward.get(), &lines);
@@ -114,17 +113,12 @@ QPoint Correlation::coarsePeak(const Spectrum &product, double *significance) co
             peak = QPoint(x, y);
         }
     }
-    const double squares =
-        std::inner_product(correlation.begin(), correlation.end(), correlation.begin(), 0.0, std::plus<>(),
-                           [](float l, float r) { return static_cast<double>(l) * static_cast<double>(r); });
-    const double deviation = std::sqrt(squares / static_cast<double>(correlation.size()));
-    *significance = deviation > 0.0 ? static_cast<double>(highest) / deviation : 0.0;
     return peak;
 }
 
 /// The correlation at tenths of a pixel within a pixel and a half of the coarse peak, as two products of matrices: over
 /// the rows of the spectrum first, then over its columns.
-QPointF Correlation::finePeak(const Spectrum &product, QPoint coarse) const
+FoundShift Correlation::finePeak(const Spectrum &product, QPoint coarse) const
 {
     constexpr int reach = 15;
     constexpr double step = 0.1;
@@ -135,8 +129,8 @@ QPointF Correlation::finePeak(const Spectrum &product, QPoint coarse) const
         alongX.push_back(phases(columns(), m_columns, coarse.x() + i * step));
         alongY.push_back(phases(m_rows, m_rows, coarse.y() + i * step));
     }
-    QPointF peak;
-    double highest = -std::numeric_limits<double>::infinity();
+    FoundShift peak;
+    peak.coefficient = -std::numeric_limits<double>::infinity();
     std::vector<std::complex<float>> line(width);
     for (int j = 0; j < places; ++j) {
         std::fill(line.begin(), line.end(), std::complex<float>());
@@ -151,15 +145,13 @@ QPointF Correlation::finePeak(const Spectrum &product, QPoint coarse) const
         for (int i = 0; i < places; ++i) {
             const std::vector<std::complex<float>> &phase = alongX[static_cast<std::size_t>(i)];
             double value = 0.0; // the columns that are not held are the conjugates of those that are
-            for (std::size_t x = 0; x < width; ++x) {
-                const double share = x == 0 || 2 * x == static_cast<std::size_t>(m_columns) ? 1.0 : 2.0;
-                value +=
-                    share * static_cast<double>(line[x].real() * phase[x].real() - line[x].imag() * phase[x].imag());
-            }
-            if (value <= highest)
+            for (std::size_t x = 0; x < width; ++x)
+                value += weight(x) *
+                         static_cast<double>(line[x].real() * phase[x].real() - line[x].imag() * phase[x].imag());
+            if (value <= peak.coefficient)
                 continue;
-            highest = value;
-            peak = QPointF(coarse.x() + (i - reach) * step, coarse.y() + (j - reach) * step);
+            peak.coefficient = value;
+            peak.shift = QPointF(coarse.x() + (i - reach) * step, coarse.y() + (j - reach) * step);
         }
     }
     return peak;
@@ -172,14 +164,29 @@ FoundShift Correlation::shiftBetween(const Spectrum &first, const Spectrum &seco
         product[i].r = first[i].r * second[i].r + first[i].i * second[i].i;
         product[i].i = first[i].r * second[i].i - first[i].i * second[i].r;
     }
-    FoundShift found;
-    found.shift = finePeak(product, coarsePeak(product, &found.significance));
+    FoundShift found = finePeak(product, coarsePeak(product));
+    const double powers = std::sqrt(power(first) * power(second));
+    found.coefficient = powers > 0.0 ? found.coefficient / powers : 0.0;
     return found;
+}
+
+double Correlation::power(const Spectrum &spectrum) const
+{
+    const auto width = static_cast<std::size_t>(columns());
+    double sum = 0.0;
+    for (std::size_t i = 0; i < spectrum.size(); ++i)
+        sum += weight(i % width) * static_cast<double>(spectrum[i].r * spectrum[i].r + spectrum[i].i * spectrum[i].i);
+    return sum;
 }
 
 FoundShift Correlation::shiftOf(const Spectrum &reference, const Spectrum &spectrum, const Image &image) const
 {
-    const FoundShift first = shiftBetween(reference, spectrum);
-    const QPoint whole = first.shift.toPoint();
-    return whole.isNull() ? first : shiftBetween(reference, spectrumOf(image, whole));
+    constexpr int mostWindows = 4;
+    FoundShift found = shiftBetween(reference, spectrum);
+    QPoint window;
+    for (int i = 1; i < mostWindows && found.shift.toPoint() != window; ++i) {
+        window = found.shift.toPoint();
+        found = shiftBetween(reference, spectrumOf(image, window));
+    }
+    return found;
 }

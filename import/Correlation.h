@@ -13,7 +13,7 @@
 /// A shift that was found.
 struct FoundShift {
     QPointF shift;
-    double significance = 0.0; ///< height of the peak in units of the correlation's root mean square
+    double coefficient = 0.0; ///< of correlation at that shift: 1 for pictures that are alike, 0 for noise
 };
 
 /// Finds how far pictures are shifted against each other by plain (not phase-normalised) windowed cross-correlation:
@@ -27,16 +27,16 @@ public:
     /// The half spectrum of an image under its window, rows of columns() values.
     using Spectrum = std::vector<kiss_fft_cpx>;
 
-    /// The spectrum of an image less its mean, under a Hann window whose middle is that of the image plus
-    /// `windowShift`.
+    /// The spectrum of an image less its mean, under a window that falls to 0 over the outer fifth of each side (J. W.
+    /// Tukey's), moved by `windowShift`.
     Spectrum spectrumOf(const Image &image, QPoint windowShift = {}) const;
 
     /// Where what stands at (x, y) of the first picture stands in the second, less (x, y), to a tenth of a pixel and at
     /// most a third of the image.
     FoundShift shiftBetween(const Spectrum &first, const Spectrum &second) const;
 
-    /// The same between a spectrum and an image. Under windows of one place the window pulls towards no shift: where
-    /// the shift is a pixel or more it is found again with the window moved along.
+    /// The same between a spectrum and an image. Windows in one place pull towards no shift: it is found again with the
+    /// window moved along, until that stays where it is.
     FoundShift shiftOf(const Spectrum &reference, const Spectrum &spectrum, const Image &image) const;
 
 private:
@@ -47,9 +47,15 @@ private:
     using Plan = std::unique_ptr<State, Free>;
 
     int columns() const { return m_columns / 2 + 1; }
+    /// How often a column of the half spectrum stands in the whole one.
+    double weight(std::size_t column) const
+    {
+        return column == 0 || 2 * column == static_cast<std::size_t>(m_columns) ? 1.0 : 2.0;
+    }
     void transformColumns(kiss_fft_state *plan, Spectrum *spectrum) const;
-    QPoint coarsePeak(const Spectrum &product, double *significance) const;
-    QPointF finePeak(const Spectrum &product, QPoint coarse) const;
+    QPoint coarsePeak(const Spectrum &product) const;
+    double power(const Spectrum &spectrum) const;
+    FoundShift finePeak(const Spectrum &product, QPoint coarse) const;
 
     int m_width, m_height;                               ///< of the images
     int m_columns, m_rows;                               ///< of the transform: at least that, and fast

@@ -191,12 +191,12 @@ int list(const QStringList &files, QTextStream *out, QTextStream *err)
 
 void report(const ImportResult &result, QTextStream *out, QTextStream *err)
 {
-    for (const QString &warning : result.warnings)
-        *err << "flokluk-import: warning: " << warning << '\n';
     if (result.outcome != ImportResult::Outcome::Done) {
         *err << "flokluk-import: " << result.error << '\n';
         return;
     }
+    for (const QString &warning : result.warnings)
+        *err << "flokluk-import: warning: " << warning << '\n';
     if (result.energies > 0)
         *out << result.energies << " maps of " << result.width << " x " << result.height << " pixels\n";
     if (result.references > 0)

@@ -14,7 +14,7 @@
 
 using Outcome = ImportResult::Outcome;
 
-/// The energies that the job takes: those that the user names, else those that tell most.
+/// The energies that the job takes: those that the user named, else those that tell most.
 bool ImportRun::pick()
 {
     m_pickInput.energies = m_reader.energies();
@@ -22,16 +22,15 @@ bool ImportRun::pick()
         return true;
     if (!takeReferenceValues())
         return false;
-    if (!m_options.pickEnergies.isEmpty())
-        return takePicked();
-    m_picked = pickEnergies(m_pickInput, m_options.pickCount);
+    if (m_picked.isEmpty())
+        m_picked = pickEnergies(m_pickInput, m_options.pickCount);
     return true;
 }
 
 /// The nearest image of each energy that is named; one that lies beyond the images is a mistake.
 bool ImportRun::takePicked()
 {
-    const QVector<double> &energies = m_pickInput.energies;
+    const QVector<double> &energies = m_reader.energies();
     for (const double wanted : qAsConst(m_options.pickEnergies)) {
         const double margin = energies.size() > 1 ? (energies.last() - energies.first()) / (energies.size() - 1) : 1.0;
         if (!(wanted >= energies.first() - margin && wanted <= energies.last() + margin))

@@ -150,7 +150,7 @@ bool ImportRun::openImages()
     if (!openStack(m_stackFiles, m_options, &m_stack, &m_error) || !m_reader.prepare(&m_stack, m_options, &m_error))
         return failBadInput();
     m_result.warnings << m_stack.warnings;
-    return true;
+    return m_options.pickEnergies.isEmpty() || takePicked();
 }
 
 bool ImportRun::align()
