@@ -64,34 +64,5 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t *data, std::size_t size
         fail(qPrintable(again.errors.first()), written);
     if (!isSame(read.job, again.job))
         fail("changed", written + again.job.toJson());
-// Any bytes as a job file: no fault of memory; a job that is accepted is written and read back the same.
-#include "analysis/job/Job.h"
-
-#include <QDir>
-#include <QFile>
-
-#include <cstdint>
-#include <cstdlib>
-
-#include <unistd.h>
-
-extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t *data, std::size_t size)
-{
-    static const QString path = QDir::temp().filePath(QStringLiteral("fuzz-%1.json").arg(getpid()));
-    const auto store = [](const QByteArray &text) {
-        QFile file(path);
-        if (!file.open(QIODevice::WriteOnly) || file.write(text) != text.size())
-            std::abort();
-    };
-    store(QByteArray(reinterpret_cast<const char *>(data), static_cast<int>(size)));
-    const JobOrErrors first = readJob(path);
-    if (first.errors.isEmpty()) {
-        const QByteArray written = first.job.toJson();
-        store(written);
-        const JobOrErrors second = readJob(path);
-        if (!second.errors.isEmpty() || second.job.toJson() != written)
-            std::abort();
-    }
-    QFile::remove(path);
     return 0;
 }
