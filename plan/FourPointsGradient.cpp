@@ -44,7 +44,7 @@ FourPointsGradients::Found FourPointsGradients::of(const PlanMixture &mixture) c
             double unused = 0.0;
             misfitOf<degrees>(m_constants, y, unit, z, unused);
             if (m_constants.isInverse)
-                inverseGradient(m_constants, y, z, result.t, slope);
+                inverseGradient<degrees>(m_constants, y, z, result.t, slope);
         }
     });
     const UncertaintyConstants::Quantity &fraction = m_constants.fractions[0];

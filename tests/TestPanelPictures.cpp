@@ -133,8 +133,9 @@ private slots:
 
         // Its numbers are those of the pixels, also after a change.
         QVector<double> means;
-        for (const char *const valence : {"4", "5"}) {
-            user.type("Ref3File/Valence", valence);
+        for (const char *const valence : {"2.5", "3.5"}) {
+            for (const char *const reference : {"Ref1File/Valence", "Ref2File/Valence"})
+                user.type(reference, valence);
             double amount = 0, weighted = 0;
             for (const int i : {8, 9, 14, 15}) {
                 amount += user.results().t()[i];

@@ -109,7 +109,7 @@ private slots:
         };
         forEach<Case>({{"2.713 ± 0.013", 2.71281, 0.0129},
                        {"-0.25 ± 0.5", -0.25, 0.5},
-                       {"3 ± 12", 2.7, 12.1},
+                       {"3 ± 121", 2.7, 121.4},
                        {"2.71", 2.7128, qQNaN()}},
                       [](const Case &c) { QCOMPARE(withError(c.value, c.error), QString(c.name)); });
     }

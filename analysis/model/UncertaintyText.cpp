@@ -14,9 +14,11 @@ QString translated(const char *text)
     return QCoreApplication::translate("FourPs", text);
 }
 
+/// Large numbers are whole rather than with an exponent.
 QString significant(double value, int digits)
 {
-    return QString::number(value, 'g', digits);
+    const bool isLarge = std::abs(value) >= std::pow(10.0, digits) && std::abs(value) < 1e7;
+    return isLarge ? QString::number(value, 'f', 0) : QString::number(value, 'g', digits);
 }
 
 } // namespace
