@@ -247,15 +247,15 @@ int wantedColumn(const ColumnTable &table, const QString &wanted, QString *error
     return -1;
 }
 
-/// The column that the absorption is in, where nobody chose one; -1 for a table of intensities.
-int usualColumn(const ColumnTable &table, int energy, bool hasIntensities)
+/// The column that the absorption is in, where nobody chose one; -1: it follows from intensities.
+int usualColumn(const ColumnTable &table, int energy, bool hasTransmitted, bool hasFluorescence)
 {
     const Columns columns(table);
     int at = columns.find(transmissionNames);
-    if (at >= 0 || hasIntensities)
+    if (at >= 0 || hasTransmitted)
         return at;
     at = columns.find(normalisedNames + fluorescenceNames);
-    return at >= 0 ? at : energy == 0 ? 1 : 0;
+    return at >= 0 || hasFluorescence ? at : energy == 0 ? 1 : 0;
 }
 
 } // namespace
@@ -326,9 +326,9 @@ bool spectrumOf(const ColumnTable &table, const QString &wanted, double spacing,
     const int i0 = columns.find({"i0"});
     const int transmitted = columns.find(transmittedNames);
     const int fluorescence = columns.find(fluorescenceCounts);
-    const bool hasIntensities = i0 >= 0 && (transmitted >= 0 || fluorescence >= 0);
-    const int chosen =
-        wanted.isEmpty() ? usualColumn(table, energy, hasIntensities) : wantedColumn(table, wanted, error);
+    const int chosen = wanted.isEmpty()
+                           ? usualColumn(table, energy, i0 >= 0 && transmitted >= 0, i0 >= 0 && fluorescence >= 0)
+                           : wantedColumn(table, wanted, error);
     if (chosen < 0 && !wanted.isEmpty())
         return false;
     if (i0 >= 0 && (chosen < 0 ? transmitted >= 0 : chosen == transmitted))

@@ -65,6 +65,8 @@ private slots:
             {{"counts.xdi", xdi("energy eV,i0,itrans", "", two), "", logs, 2, ""},
              {"kev.xdi", xdi("energy keV,mutrans", "", "7.0 0.5\n7.001 0.75\n"), "", plain, 2, ""},
              {"fluor.xdi", xdi("energy eV,i0,ifluor", "", two), "", ratios, 3, ""},
+             {"mufluor-first.xdi", xdi("energy eV,i0,ifluor,mufluor", "", "7000 2 1 0.5\n7001 4 1 0.75\n"), "", plain,
+              3, ""},
              {"mufluor.xdi", xdi("energy eV,mufluor", "", mu), "", plain, 3, ""},
              {"norm.xdi", xdi("energy eV,normtrans", "", mu), "", plain, 3, ""},
              {"chosen.xdi", xdi("energy eV,i0,itrans,mutrans", "", "7000 2 1 0.5\n7001 4 1 0.75\n"), "::itrans", logs,
