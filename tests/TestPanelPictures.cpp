@@ -132,6 +132,7 @@ private slots:
         }
 
         // Its numbers are those of the pixels, also after a change.
+        user.panel.longestQuietMap = 1e9;
         QVector<double> means;
         for (const char *const valence : {"2.5", "3.5"}) {
             for (const char *const reference : {"Ref1File/Valence", "Ref2File/Valence"})
