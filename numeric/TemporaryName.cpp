@@ -84,7 +84,7 @@ extern "C" void endBySignal(int number)
 void prepareForSignals()
 {
     std::signal(SIGXFSZ, SIG_IGN);
-    for (const int number : {SIGINT, SIGTERM, SIGHUP}) {
+    for (const int number : {SIGINT, SIGTERM, SIGHUP, SIGPIPE}) {
         struct sigaction action = {};
         action.sa_handler = endBySignal;
         action.sa_flags = SA_RESTART;

@@ -5,9 +5,9 @@
 namespace numeric
 {
 
-/// To be called once, at the start of a program. A signal that ends the program (interrupt, terminate, hang up) then
-/// takes the temporary files with it before it is obeyed; a file that outgrows a limit is a failed write instead of the
-/// end of the program.
+/// To be called once, at the start of a program. A signal that ends the program (interrupt, terminate, hang up, nobody
+/// reads any more) then takes the temporary files with it before it is obeyed; a file that outgrows a limit is a failed
+/// write instead of the end of the program.
 void prepareForSignals();
 
 /// The name of a file that is not to stay: the file is removed when this ends, or before a signal is obeyed, unless it

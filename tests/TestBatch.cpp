@@ -248,7 +248,9 @@ private slots:
     /// A file that may not grow is a result that cannot be written, not the end of the program.
     void limitOfFileSize()
     {
-        const QString command = "ulimit -f 4; exec " FLOKLUK_BATCH " " + m_sample.path("four-points.json");
+        // Qt leaks what it has begun of a picture that cannot be written.
+        const QString command =
+            "ulimit -f 4; ASAN_OPTIONS=detect_leaks=0 exec " FLOKLUK_BATCH " " + m_sample.path("four-points.json");
         QCOMPARE(QProcess::execute("sh", {"-c", command}), 3);
     }
 
@@ -374,7 +376,7 @@ private:
     {
         QProcess process;
         process.start(QStringLiteral(FLOKLUK_BATCH), arguments);
-        const bool finished = process.waitForFinished(120000) && process.exitStatus() == QProcess::NormalExit;
+        const bool finished = process.waitForFinished(300000) && process.exitStatus() == QProcess::NormalExit;
         *out = process.readAllStandardOutput();
         return finished ? process.exitCode() : -1;
     }
