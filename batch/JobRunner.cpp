@@ -4,11 +4,13 @@
 #include "analysis/model/Findings.h"
 #include "analysis/panel/FourPs.h"
 #include "analysis/panel/PanelSettings.h"
+#include "analysis/results/ResultWriter.h"
 #include "analysis/shift/MapShift.h"
 #include "batch/OutputFolders.h"
 #include "batch/OutputLocks.h"
 #include "batch/OutputPaths.h"
 #include "batch/PanelPictures.h"
+#include "batch/QualityReport.h"
 #include "batch/RunRecord.h"
 #include "batch/RunReport.h"
 #include "numeric/FileSet.h"
@@ -18,7 +20,9 @@
 #include <QFileInfo>
 
 #include <algorithm>
+#include <cstddef>
 #include <optional>
+#include <vector>
 
 namespace
 {
@@ -73,6 +77,34 @@ QStringList missingParts(const Job &job)
                                  "a used energy or one with lcf");
     else if (!wantsMap(job) && !job.resultFile.isEmpty())
         errors << QStringLiteral("output.result: there is no map that could be written");
+    if (!wantsMap(job) && !job.qualityFile.isEmpty())
+        errors << QStringLiteral("output.quality: there is no map that it could tell of");
+    if (!wantsMap(job) && !job.regions.isEmpty())
+        errors << QStringLiteral("regions: there is no map that they could lie in");
+    else if (!job.regions.isEmpty() && job.report.isEmpty())
+        errors << QStringLiteral("regions: there is no report that could hold them");
+    return errors;
+}
+
+/// Regions that lie beside the first used map, whose size the results get.
+QStringList regionsBeside(const Job &job, const AnalysisInput &input)
+{
+    QStringList errors;
+    const auto isUsed = [](const PointInput &point) {
+        return point.isUsed && point.map;
+    };
+    const auto first = std::find_if(input.points.begin(), input.points.end(), isUsed);
+    for (int i = 0; first != input.points.end() && i < job.regions.size(); ++i) {
+        const auto &corners = job.regions[i].rectangle;
+        const int width = first->map->nx();
+        const int height = first->map->ny();
+        if (corners &&
+            (std::min((*corners)[0], (*corners)[2]) >= width || std::min((*corners)[1], (*corners)[3]) >= height))
+            errors << QStringLiteral("regions[%1].rectangle lies beside the map of %2 x %3 pixels")
+                          .arg(i)
+                          .arg(width)
+                          .arg(height);
+    }
     return errors;
 }
 
@@ -84,7 +116,7 @@ int stagesOf(const Job &job)
         stages += !reference.file.isEmpty();
     for (const Job::Energy &energy : job.energies)
         stages += !energy.map.isEmpty();
-    for (const QString &path : {job.target.file, job.resultFile, job.pictures, job.report})
+    for (const QString &path : {job.target.file, job.resultFile, job.qualityFile, job.pictures, job.report})
         stages += !path.isEmpty();
     return stages;
 }
@@ -113,6 +145,8 @@ private:
     void writeFiles();
     void findShift();
     void writeResult();
+    void findQuality();
+    void writeQuality();
     void writePictures();
     bool writeReport();
     void publish();
@@ -130,6 +164,8 @@ private:
     Progress m_progress;
     JobResult m_result;
     std::optional<EnergyShift> m_shift;
+    UncertaintyRequest m_request; ///< the same for all outputs: asked for otherwise, all would be calculated again
+    QualityReport m_quality;
     RunTimes m_times;
     RunRecord m_record;
     QElapsedTimer m_timer;
@@ -208,7 +244,7 @@ void Run::load()
     };
     QStringList errors = loadJob(m_given, &m_panel, announce);
     if (m_given.errors.isEmpty())
-        errors += missingParts(m_job);
+        errors += missingParts(m_job) + regionsBeside(m_job, m_panel.input());
     for (const QString &error : qAsConst(errors))
         fail(JobOutcome::WrongJob, error);
     m_times.load = lap();
@@ -247,9 +283,13 @@ void Run::prepareOutputs()
 void Run::writeFiles()
 {
     const bool hasMap = m_panel.analysis().outcome(Step::Map).isDone;
-    m_record.isComplete = m_job.resultFile.isEmpty() || hasMap;
+    m_record.isComplete = (m_job.resultFile.isEmpty() && m_job.qualityFile.isEmpty()) || hasMap;
+    if (hasMap)
+        findQuality();
     if (!m_job.resultFile.isEmpty() && hasMap)
         writeResult();
+    if (!m_job.qualityFile.isEmpty() && hasMap)
+        writeQuality();
     if (!m_job.pictures.isEmpty())
         writePictures();
     publish();
@@ -274,6 +314,35 @@ void Run::writeResult()
     m_times.write = lap();
 }
 
+/// Standard errors of everything that any output shows, at once; the outputs find them there.
+void Run::findQuality()
+{
+    m_request = m_panel.qualityRequest();
+    m_request.hasFractions = m_job.hasFractionErrors || !m_job.report.isEmpty() || !m_job.pictures.isEmpty();
+    if (!m_job.report.isEmpty())
+        m_quality = qualityReport(&m_panel.quality(), m_panel.input(), m_request, regionsOf(m_job));
+    else if (!m_job.qualityFile.isEmpty() || !m_job.pictures.isEmpty())
+        m_panel.quality().map(m_panel.input(), m_request);
+    m_times.quality = lap();
+}
+
+void Run::writeQuality()
+{
+    m_progress.stage(QStringLiteral("writing %1").arg(QFileInfo(m_job.qualityFile).fileName()));
+    const UncertaintyMap *const map = m_panel.quality().map(m_panel.input(), m_request);
+    if (!map) {
+        m_record.isComplete = false;
+        fail(JobOutcome::Refused, QStringLiteral("output.quality: ") + m_panel.quality().problem());
+        return;
+    }
+    std::vector<const double *> columns = {map->valence.data(), map->amount.data(), map->misfit.data()};
+    for (std::size_t j = 0; m_job.hasFractionErrors && j < map->fractions.size(); ++j)
+        columns.push_back(map->fractions[j].data());
+    if (writePixelFile(m_job.qualityFile, m_panel.analysis().results(), columns, 0, &m_files) != WriteOutcome::Written)
+        fail(JobOutcome::CannotWrite, QStringLiteral("cannot write the quality file %1").arg(m_job.qualityFile));
+    m_times.write += lap();
+}
+
 void Run::writePictures()
 {
     m_progress.stage(QStringLiteral("saving pictures"));
@@ -289,15 +358,15 @@ bool Run::writeReport()
     numeric::OutputFile file(m_job.report, &m_files);
     const bool isWritten = file.open() &&
                            file.write(runReport(m_panel.input(), m_panel.analysis(), m_job, m_times, m_record,
-                                                m_result.errors, m_shift)) &&
+                                                m_result.errors, m_quality, m_shift)) &&
                            file.commit();
     if (!isWritten)
         fail(JobOutcome::CannotWrite, QStringLiteral("cannot write the report %1").arg(m_job.report));
     return isWritten;
 }
 
-/// Result, histograms, pictures and report, or none of them. When one of them cannot be written the report alone is, to
-/// tell so.
+/// Result, histograms, quality, pictures and report, or none of them. When one of them cannot be written the report
+/// alone is, to tell so.
 void Run::publish()
 {
     if (m_result.outcome == JobOutcome::CannotWrite) {

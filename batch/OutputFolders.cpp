@@ -27,7 +27,7 @@ bool canBeMade(const QString &folder)
 
 QStringList makeOutputFolders(const Job &job, bool checkOnly)
 {
-    QStringList folders = {folderOf(job.resultFile), job.pictures, folderOf(job.report)};
+    QStringList folders = {folderOf(job.resultFile), folderOf(job.qualityFile), job.pictures, folderOf(job.report)};
     folders.removeAll(QString());
     folders.removeDuplicates();
     QStringList problems;

@@ -36,6 +36,7 @@ QVector<QStringList> outputFiles(const Job &job)
     if (!job.pictures.isEmpty())
         pictures += pictureFiles(job.pictures, stemOf(job));
     QVector<QStringList> groups = {{job.resultFile, histogram("HGAlpha"), histogram("HGThick"), lockOf(job.resultFile)},
+                                   {job.qualityFile, lockOf(job.qualityFile)},
                                    {job.report, lockOf(job.report)},
                                    pictures};
     for (QStringList &group : groups)
@@ -80,7 +81,7 @@ QStringList inputFiles(const Job &job)
 
 QStringList lockFiles(const Job &job)
 {
-    QStringList files = {lockOf(job.resultFile), lockOf(job.report), lockOfPictures(job)};
+    QStringList files = {lockOf(job.resultFile), lockOf(job.qualityFile), lockOf(job.report), lockOfPictures(job)};
     files.removeAll(QString());
     return files;
 }

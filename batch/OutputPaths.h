@@ -6,7 +6,7 @@
 QStringList inputFiles(const Job &job);
 
 /// What a second run of the same outputs is kept away by: the paths of lock files, without links, beside the result,
-/// the report and the folder of the pictures.
+/// its quality, the report and the folder of the pictures.
 QStringList lockFiles(const Job &job);
 
 /// Adds to the errors of each job the files that it cannot write: what is no plain file (a device, a pipe), and what

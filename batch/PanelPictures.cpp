@@ -1,5 +1,7 @@
 #include "batch/PanelPictures.h"
 
+#include "analysis/methods/ResultPosition.h"
+#include "analysis/model/Quality.h"
 #include "analysis/panel/FourPs.h"
 #include "analysis/results/QuantityRange.h"
 #include "analysis/results/ResultQuantities.h"
@@ -14,6 +16,7 @@
 #include <QMetaEnum>
 
 #include <algorithm>
+#include <vector>
 
 namespace
 {
@@ -65,6 +68,22 @@ QString graphName(Displays::DispId id)
 QString mapName(const ResultQuantity &quantity)
 {
     return QLatin1String("Map_") + QString::fromLatin1(quantity.name).remove(QLatin1Char(' '));
+}
+
+QString errorMapName(const ResultQuantity &quantity)
+{
+    return mapName(quantity) + QLatin1String("_error");
+}
+
+QString misfitMapName()
+{
+    return QStringLiteral("Map_Misfit");
+}
+
+bool hasError(const ResultQuantity &quantity)
+{
+    return quantity.position == ResultPosition::valence || quantity.position == ResultPosition::amount ||
+           isFraction(quantity.position);
 }
 
 QString dataMapName(int row)
@@ -130,15 +149,26 @@ bool saveGraphs(const FourPs &panel, PictureFolder *folder)
     return true;
 }
 
+/// The quantities that the results have.
+std::vector<ResultQuantity> quantitiesOf(const Analysis &analysis)
+{
+    std::vector<ResultQuantity> quantities;
+    ResultView view;
+    for (const ResultQuantity &quantity : resultQuantities) {
+        view.show(analysis.results(), quantity.position, analysis.runValences());
+        if (view.values() && !analysis.results().isZero(quantity.position))
+            quantities.push_back(quantity);
+    }
+    return quantities;
+}
+
 bool saveResultMaps(FourPs *panel, PictureFolder *folder)
 {
     const Analysis &analysis = panel->analysis();
     DispMBase *const map = panel->resultMap();
     ResultView view;
-    for (const ResultQuantity &quantity : resultQuantities) {
+    for (const ResultQuantity &quantity : quantitiesOf(analysis)) {
         view.show(analysis.results(), quantity.position, analysis.runValences());
-        if (!view.values() || analysis.results().isZero(quantity.position))
-            continue;
         panel->showQuantity(quantity.position);
         const PoppedOut<DispMBase> popped(map, mapArea(view.map().grid.nx, view.map().grid.ny));
         if (!panel->selectedNewMap()) { // it has no range of its own
@@ -149,6 +179,35 @@ bool saveResultMaps(FourPs *panel, PictureFolder *folder)
             return false;
     }
     return true;
+}
+
+/// What of it is not to be had is left out.
+bool saveQualityMap(FourPs *panel, ResultMapView::Kind kind, const QString &name, PictureFolder *folder)
+{
+    panel->showKind(kind);
+    if (panel->shownKind() != kind)
+        return true;
+    const ResultRecords &results = panel->analysis().results();
+    const PoppedOut<DispMBase> popped(panel->resultMap(), mapArea(results.width(), results.height()));
+    panel->selectedNewMap();
+    return folder->save(*panel->resultMap()->headerMenu(), name);
+}
+
+/// Standard errors and misfit, behind all values so that these look as they would without.
+bool saveQualityMaps(FourPs *panel, PictureFolder *folder)
+{
+    const std::vector<ResultQuantity> quantities = quantitiesOf(panel->analysis());
+    bool isSaved = true;
+    for (const ResultQuantity &quantity : quantities) {
+        if (!hasError(quantity))
+            continue;
+        panel->showQuantity(quantity.position);
+        isSaved = isSaved && saveQualityMap(panel, ResultMapView::Kind::Error, errorMapName(quantity), folder);
+    }
+    if (!quantities.empty())
+        isSaved = isSaved && saveQualityMap(panel, ResultMapView::Kind::Misfit, misfitMapName(), folder);
+    panel->showKind(ResultMapView::Kind::Value);
+    return isSaved;
 }
 
 bool saveDataMaps(FourPs *panel, PictureFolder *folder)
@@ -173,7 +232,7 @@ bool savePictures(FourPs *panel, const QString &folder, const QString &stem, num
 {
     PictureFolder pictures(folder, stem, set);
     const bool saved = pictures.make() && saveGraphs(*panel, &pictures) && saveResultMaps(panel, &pictures) &&
-                       saveDataMaps(panel, &pictures);
+                       saveQualityMaps(panel, &pictures) && saveDataMaps(panel, &pictures);
     *error = pictures.error();
     return saved;
 }
@@ -184,8 +243,12 @@ QStringList pictureFiles(const QString &folder, const QString &stem)
     const QMetaEnum graphs = QMetaEnum::fromType<Displays::DispId>();
     for (int i = 0; i < graphs.keyCount(); ++i)
         names << graphName(static_cast<Displays::DispId>(graphs.value(i)));
-    for (const ResultQuantity &quantity : resultQuantities)
+    for (const ResultQuantity &quantity : resultQuantities) {
         names << mapName(quantity);
+        if (hasError(quantity))
+            names << errorMapName(quantity);
+    }
+    names << misfitMapName();
     for (int row = 0; row < Job::maxEnergies; ++row)
         names << dataMapName(row);
     for (QString &name : names)

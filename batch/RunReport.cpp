@@ -68,10 +68,16 @@ QJsonObject fitReport(const LinearCombination &fit)
 QJsonObject targetReport(const TargetInput &target, const Analysis &analysis)
 {
     QJsonObject report = spectrumReport(target.file, target.spectrum);
+    const bool isNonEquivalent = analysis.targetRun() && analysis.targetRun()->method.isNonEquivalent;
+    const auto insert = [&](const char *method, QJsonObject found, bool isLast) {
+        if (const auto fit = isLast ? analysis.targetFit() : std::nullopt)
+            found.insert("errors", targetErrorsReport(*fit));
+        report.insert(QLatin1String(method), found);
+    };
     if (analysis.fourPointsTarget())
-        report.insert("fourPoints", fourPointsReport(*analysis.fourPointsTarget()));
+        insert("fourPoints", fourPointsReport(*analysis.fourPointsTarget()), !isNonEquivalent);
     if (analysis.nonEquivalentTarget())
-        report.insert("nonEquivalent", nonEquivalentReport(*analysis.nonEquivalentTarget()));
+        insert("nonEquivalent", nonEquivalentReport(*analysis.nonEquivalentTarget()), isNonEquivalent);
     if (analysis.fit())
         report.insert("lcf", fitReport(*analysis.fit()));
     return report;
@@ -92,7 +98,7 @@ QJsonObject quantityReport(const double *values, std::size_t count)
             {"max", summary.max}};
 }
 
-QJsonObject mapReport(const Analysis &analysis)
+QJsonObject mapReport(const Analysis &analysis, const QJsonObject &quality)
 {
     const ResultRecords &results = analysis.results();
     const bool isFourPoints = results.method() == ResultRecords::Method::FourPoints;
@@ -107,7 +113,8 @@ QJsonObject mapReport(const Analysis &analysis)
             {"width", results.width()},
             {"height", results.height()},
             {"pixels", static_cast<double>(results.count())},
-            {"quantities", quantities}};
+            {"quantities", quantities},
+            {"quality", quality}};
 }
 
 /// The references that take part, with the valences and edge jumps that were calculated with.
@@ -159,7 +166,8 @@ QJsonObject shiftReport(const EnergyShift &shift, const Job &job)
 } // namespace
 
 QByteArray runReport(const AnalysisInput &input, const Analysis &analysis, const Job &job, const RunTimes &times,
-                     const RunRecord &record, const QStringList &errors, const std::optional<EnergyShift> &shift)
+                     const RunRecord &record, const QStringList &errors, const QualityReport &quality,
+                     const std::optional<EnergyShift> &shift)
 {
     QJsonObject report{{"program", "flokluk-batch " FLOKLUK_VERSION},
                        {"job", numeric::realPath(job.fileName)},
@@ -168,6 +176,7 @@ QByteArray runReport(const AnalysisInput &input, const Analysis &analysis, const
                        {"edge", input.conditions.edge.edge},
                        {"seconds", QJsonObject{{"load", times.load},
                                                {"calculate", times.calculate},
+                                               {"quality", times.quality},
                                                {"write", times.write},
                                                {"pictures", times.pictures}}}};
     if (job.lenient)
@@ -176,7 +185,9 @@ QByteArray runReport(const AnalysisInput &input, const Analysis &analysis, const
     if (input.target.spectrum.valid())
         report.insert("target", targetReport(input.target, analysis));
     if (analysis.run())
-        report.insert("map", mapReport(analysis));
+        report.insert("map", mapReport(analysis, quality.map));
+    if (!job.regions.isEmpty())
+        report.insert("regions", quality.regions);
     if (shift)
         report.insert("energyShift", shiftReport(*shift, job));
     insertRecord(record, job.report, &report);

@@ -76,6 +76,51 @@ private slots:
                  QString("Amount Ratio 1 Ratio 2 Valence"));
     }
 
+    /// The pixels in the places of the result file with the numbers of the window; regions by what the files say.
+    void quality()
+    {
+        const QString edits = "'result' => 'quality': 'quality.dat', 'qualityFractions': true, 'result' && 'output' => "
+                              "'regions': [{'name': 'all', 'rectangle': [15, 0, 0, 90]}, {'name': 'no', 'above': 1e9}]"
+                              ", 'output'";
+        QCOMPARE(m_sample.runJob(edited(m_sample.text("non-equivalent.json"), edits)), 0);
+        paneltools::SampleFiles files;
+        QVERIFY(files.make(16, 12));
+        paneltools::Analyst user(files);
+        const UncertaintyMap *const errors = user.panel.quality().map(user.panel.input(), {0.2, true});
+        const QList<QByteArray> lines = m_sample.text("quality.dat").split('\n');
+        const QList<QByteArray> results = m_sample.text("non-equivalent.dat").split('\n');
+        QCOMPARE(lines.size(), results.size());
+        std::size_t pixel = 0;
+        for (int i = 0; i < lines.size(); ++i) {
+            if (lines[i].isEmpty() || lines[i].startsWith('#')) {
+                QCOMPARE(lines[i], results[i]);
+                continue;
+            }
+            QCOMPARE(lines[i].left(22), results[i].left(22));
+            QStringList wanted;
+            for (const numeric::Plane *plane : {&errors->valence, &errors->amount, &errors->misfit,
+                                                &errors->fractions[0], &errors->fractions[1], &errors->fractions[2]})
+                wanted << paneltools::sixDigits((*plane)[pixel]);
+            QCOMPARE(QString(lines[i].mid(22).simplified()), wanted.join(' '));
+            ++pixel;
+        }
+        QCOMPARE(pixel, user.results().count());
+
+        const QJsonObject report = QJsonDocument::fromJson(m_sample.text("non-equivalent-report.json")).object();
+        const QJsonObject noise = report["map"].toObject()["quality"].toObject();
+        QCOMPARE(noise["gamma"].toDouble(), errors->noise.scale);
+        QCOMPARE(noise["detectionLimits"].toArray().size(), 3);
+        const QJsonObject all = report["regions"].toArray()[0].toObject(),
+                          no = report["regions"].toArray()[1].toObject();
+        const double amount = report["map"].toObject()["quantities"].toObject()["Amount"].toObject()["mean"].toDouble();
+        QCOMPARE(all["pixels"].toInt(), 16 * 12);
+        QVERIFY(tables::isClose(all["amount"].toDouble(), 16 * 12 * amount, 1e-9));
+        QVERIFY(no["pixels"].toInt() == 0 && no["mean"].isNull() && no["above"].toDouble() == 1e9);
+        const QJsonObject target = report["target"].toObject()["nonEquivalent"].toObject()["errors"].toObject();
+        QCOMPARE(target["degrees"].toInt(), 3);
+        QVERIFY(target["studentFactor"].toDouble() > 1.0 && target["valence"].toDouble() > 0.0);
+    }
+
     void pictures()
     {
         QTemporaryDir folder;
@@ -84,7 +129,8 @@ private slots:
         const QStringList names = pictures.entryList(QDir::Files, QDir::Name);
         QCOMPARE(QString(names.join(' ')).remove("four-points_").remove(".png"),
                  QString("DMutVorA Data_1 Data_2 Data_3 Data_4 Data_5 Data_6 Data_7 Data_8 HistA HistDMut LcfVsMps "
-                         "M2M3 Map_Amount Map_Ratio1 Map_Ratio2 Map_Valence Muts Ref1 Ref2 Target"));
+                         "M2M3 Map_Amount Map_Amount_error Map_Misfit Map_Ratio1 Map_Ratio1_error Map_Ratio2 "
+                         "Map_Ratio2_error Map_Valence Map_Valence_error Muts Ref1 Ref2 Target"));
         QVector<QByteArray> contents;
         for (const QString &name : names) {
             const QByteArray bytes = tables::bytesOf(pictures.filePath(name));

@@ -52,6 +52,14 @@ private slots:
              {"control character", "target.dat => target\\u0007.dat", "target.file holds a control character"},
              {"not UTF-16", "four-points.dat => \\ud800.dat", "output.result is no Unicode"},
              {"empty name", "'four-points.dat' => ''", "output.result must not be empty"},
+             {"half a rectangle", "'output' => 'regions': [{'name': 'a', 'rectangle': [0, 1, 2.5, 3]}], 'output'",
+              "regions[0].rectangle must be four whole numbers"},
+             {"a region of nothing", "'output' => 'regions': [{'name': 'a'}], 'output'",
+              "regions[0].rectangle is missing, and so is above"},
+             {"beside the map", "'output' => 'regions': [{'name': 'a', 'rectangle': [16, 0, 20, 3]}], 'output'",
+              "regions[0].rectangle lies beside the map of 16 x 12 pixels"},
+             {"fractions of no file", "'result' => 'qualityFractions': true, 'result'",
+              "output.qualityFractions: there is no output.quality"},
              {"nothing to calculate", "'use': true, 'vPoint' => 'use': false, 'vPoint'", "no map that could be"}},
             [this](const char *edit, const char *message) {
                 QCOMPARE(m_sample.runJob(batchtools::edited(m_sample.text("four-points.json"), edit)), 2);

@@ -43,6 +43,33 @@ Job::Shift shiftOf(const QJsonValue &value, QStringList *errors)
     return value.toBool() ? Job::Shift::Reported : Job::Shift::Ignored;
 }
 
+Job::Region regionOf(JobReader *entry, QStringList *errors)
+{
+    entry->allowOnly({"name", "rectangle", "above"});
+    entry->require({"name"});
+    if (!entry->has("rectangle") && !entry->has("above"))
+        errors->append(entry->nameOf("rectangle") +
+                       QLatin1String(" is missing, and so is above: one of them is needed"));
+    const double above = entry->number("above");
+    return {entry->path("name"), entry->rectangle("rectangle"),
+            entry->has("above") ? std::optional<double>(above) : std::nullopt};
+}
+
+QJsonArray toJson(const QVector<Job::Region> &regions)
+{
+    QJsonArray list;
+    for (const Job::Region &region : regions) {
+        QJsonObject entry{{"name", region.name}};
+        if (region.rectangle)
+            entry.insert("rectangle", QJsonArray{(*region.rectangle)[0], (*region.rectangle)[1], (*region.rectangle)[2],
+                                                 (*region.rectangle)[3]});
+        if (region.above)
+            entry.insert("above", *region.above);
+        list.append(entry);
+    }
+    return list;
+}
+
 /// "line 3, column 7" of a byte offset.
 QString placeOf(const QByteArray &text, int offset)
 {
@@ -83,7 +110,8 @@ QJsonObject readJsonObject(const QString &path, const QString &kind, QStringList
 
 const QStringList &jobKeys()
 {
-    static const QStringList keys = {"references", "target", "energies", "settings", "output", "lenient", "findShift"};
+    static const QStringList keys = {"references", "target",  "energies", "settings",
+                                     "output",     "regions", "lenient",  "findShift"};
     return keys;
 }
 
@@ -105,6 +133,8 @@ Job jobFromJson(const QJsonObject &root, const QDir &directory, QStringList *err
         job.energies.append({entry->number("energy"), inDirectory(directory, entry->path("map")),
                              entry->truth("use", true), entry->truth("vPoint", false), entry->truth("lcf", false)});
     });
+    readList(&reader, "regions", Job::maxRegions, errors,
+             [&job, errors](JobReader *entry) { job.regions.append(regionOf(entry, errors)); });
     if (reader.has("target")) {
         JobReader target(reader.object("target"), "target", errors);
         target.allowOnly({"file", "dE"});
@@ -115,8 +145,12 @@ Job jobFromJson(const QJsonObject &root, const QDir &directory, QStringList *err
     job.lenient = reader.truth("lenient", false);
     job.shift = shiftOf(root.value("findShift"), errors);
     JobReader output(reader.object("output"), "output", errors);
-    output.allowOnly({"result", "pictures", "report"});
+    output.allowOnly({"result", "quality", "qualityFractions", "pictures", "report"});
     job.resultFile = inDirectory(directory, output.path("result"));
+    job.qualityFile = inDirectory(directory, output.path("quality"));
+    job.hasFractionErrors = output.truth("qualityFractions", false);
+    if (job.hasFractionErrors && !output.has("quality"))
+        errors->append(QStringLiteral("output.qualityFractions: there is no output.quality that could hold them"));
     job.pictures = inDirectory(directory, output.path("pictures"));
     job.report = inDirectory(directory, output.path("report"));
     return job;
@@ -162,12 +196,17 @@ QByteArray Job::toJson() const
     }
     QJsonObject output;
     insertPath(&output, "result", resultFile);
+    insertPath(&output, "quality", qualityFile);
+    if (hasFractionErrors)
+        output.insert("qualityFractions", true);
     insertPath(&output, "pictures", pictures);
     insertPath(&output, "report", report);
     QJsonObject root{
         {"references", referenceList}, {"energies", energyList}, {"settings", settings}, {"output", output}};
     if (!target.file.isEmpty())
         root.insert("target", QJsonObject{{"file", target.file}, {"dE", target.dE}});
+    if (!regions.isEmpty())
+        root.insert("regions", ::toJson(regions));
     if (lenient)
         root.insert("lenient", true);
     if (shift != Shift::Ignored)

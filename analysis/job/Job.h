@@ -5,6 +5,9 @@
 #include <QStringList>
 #include <QVector>
 
+#include <array>
+#include <optional>
+
 class QDir;
 
 /// One analysis as a job file (JSON) describes it: inputs, settings of the panel, outputs. docs/batch.md describes the
@@ -28,6 +31,14 @@ struct Job {
         bool lcf = false; ///< takes part in the linear combination fit
     };
 
+    /// Pixels of the result map that the report has a row for: those in the rectangle and, of these, those with an
+    /// amount of at least `above`. One of the two is there.
+    struct Region {
+        QString name;
+        std::optional<std::array<int, 4>> rectangle; ///< x0, y0, x1, y1: columns and rows from 0, both corners in it
+        std::optional<double> above;
+    };
+
     /// The energy shift of the maps against the references (analysis/shift).
     enum class Shift {
         Ignored,
@@ -37,16 +48,20 @@ struct Job {
 
     static constexpr int maxReferences = 4;
     static constexpr int maxEnergies = 8;
+    static constexpr int maxRegions = 1000;
 
     QString fileName; ///< of the job itself, for messages
     QVector<Reference> references;
     Target target;
     QVector<Energy> energies;
-    QJsonObject settings; ///< by the names of the panel's controls; see PanelSettings
-    QString resultFile;   ///< empty: none is written
-    QString pictures;     ///< folder; empty: no pictures
-    QString report;       ///< file; empty: none is written
-    bool lenient = false; ///< calculates with inputs that cannot be right, too
+    QVector<Region> regions;
+    QJsonObject settings;           ///< by the names of the panel's controls; see PanelSettings
+    QString resultFile;             ///< empty: none is written
+    QString qualityFile;            ///< standard errors and misfit of every pixel; empty: none is written
+    bool hasFractionErrors = false; ///< those of the fractions stand in it, too
+    QString pictures;               ///< folder; empty: no pictures
+    QString report;                 ///< file; empty: none is written
+    bool lenient = false;           ///< calculates with inputs that cannot be right, too
     Shift shift = Shift::Ignored;
 
     /// The contents of a job file. The paths stand in it as they are.

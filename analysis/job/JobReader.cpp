@@ -86,6 +86,19 @@ double JobReader::number(const QString &key)
     return typed(key, QJsonValue::Double, "a number").toDouble();
 }
 
+std::optional<std::array<int, 4>> JobReader::rectangle(const QString &key)
+{
+    const QJsonArray corners = m_object.value(key).toArray();
+    std::array<int, 4> rectangle = {};
+    bool isGood = corners.size() == 4;
+    for (int i = 0; isGood && i < 4; ++i) {
+        rectangle[static_cast<std::size_t>(i)] = corners.at(i).toInt(-1); // what is no whole number, too
+        isGood = corners.at(i).toInt(-1) >= 0;
+    }
+    check(isGood || !has(key), nameOf(key) + QLatin1String(" must be four whole numbers from 0, [x0, y0, x1, y1]"));
+    return isGood ? std::optional<std::array<int, 4>>(rectangle) : std::nullopt;
+}
+
 bool JobReader::truth(const QString &key, bool absent)
 {
     return typed(key, QJsonValue::Bool, "true or false").toBool(absent);

@@ -4,6 +4,9 @@
 #include <QString>
 #include <QStringList>
 
+#include <array>
+#include <optional>
+
 /// Takes typed values out of one JSON object of a job and notes every mistake: a missing or unknown key, or a value of
 /// the wrong type, which it replaces by a default.
 class JobReader
@@ -13,8 +16,10 @@ public:
     JobReader(const QJsonObject &object, const QString &where, QStringList *errors);
 
     bool has(const QString &key) const { return m_object.contains(key); }
-    QString path(const QString &key); ///< of a file: not empty where the key is given
+    QString path(const QString &key); ///< of a file, or a name: not empty where the key is given
     double number(const QString &key);
+    /// Columns and rows of two corners, [x0, y0, x1, y1]; none where the key is missing or the value wrong.
+    std::optional<std::array<int, 4>> rectangle(const QString &key);
     bool truth(const QString &key, bool absent);
     QJsonObject object(const QString &key);
     QJsonArray array(const QString &key, int atMost);

@@ -49,8 +49,9 @@ public:
     AnalysisInput input() const { return m_inputs.gather(); }
     /// What was calculated, and how each step went.
     const Analysis &analysis() const { return m_analysis; }
-    /// How far that can be trusted.
+    /// How far that can be trusted, and what the displays ask it for.
     Quality &quality() { return m_quality; }
+    UncertaintyRequest qualityRequest() const { return m_resultMap.request(); }
     /// Whether the quantity at `position` goes into the result file; no for a position that does not exist.
     bool recordsQuantity(int position) const;
     const Graphs &graphs() const { return m_graphs; }
@@ -63,6 +64,7 @@ public:
     void showQuantity(int position) { m_mapButtons.at(position)->setChecked(true); }
     /// Shows its standard error or the misfit instead, as the map's menu does.
     void showKind(ResultMapView::Kind kind) { m_resultMap.choose(kind); }
+    ResultMapView::Kind shownKind() const { return m_resultMap.shownKind(); }
     /// Shows the measured map of an energy row, counted from 0, as its button does.
     void showDataMap(int row) { m_inputs.points().at(row)->showMapButton()->setChecked(true); }
 

@@ -6,6 +6,7 @@
 
 #include <algorithm>
 #include <cstddef>
+#include <limits>
 #include <vector>
 
 namespace
@@ -19,12 +20,20 @@ constexpr std::size_t blockRoom =
 class PixelLines
 {
 public:
+    /// `columns` behind the positions; null: NaN in every line.
+    PixelLines(const ResultRecords &results, const std::vector<const double *> &columns)
+        : m_results(results)
+        , m_columns{{results.x()}, {results.y()}}
+        , m_noNumbers(blockPixels, std::numeric_limits<double>::quiet_NaN())
+    {
+        for (const double *const values : columns)
+            m_columns.push_back({values});
+    }
     PixelLines(const ResultRecords &results, const ValencePair &valences, const RecordSelection &selection)
         : m_results(results)
         , m_valences(valences)
+        , m_columns{{results.x()}, {results.y()}}
     {
-        m_columns.push_back({results.x()});
-        m_columns.push_back({results.y()});
         if (results.method() == ResultRecords::Method::FourPoints) {
             m_columns.push_back({results.a(), 4});
             m_columns.push_back({nullptr}); // the valence, which each block works out for itself
@@ -50,10 +59,10 @@ public:
             if (column.values != nullptr)
                 column.values += first;
         }
-        std::vector<double> valence;
-        if (m_results.method() == ResultRecords::Method::FourPoints) {
-            valence = valencesOf(first, last);
-            columns[valenceColumn].values = valence.data();
+        const std::vector<double> valence = m_noNumbers.empty() ? valencesOf(first, last) : std::vector<double>();
+        for (numeric::NumberColumn &column : columns) {
+            if (column.values == nullptr)
+                column.values = m_noNumbers.empty() ? valence.data() : m_noNumbers.data();
         }
 
         const char *const begin = out;
@@ -70,10 +79,11 @@ public:
     }
 
 private:
-    static constexpr std::size_t valenceColumn = 3;
-
+    /// Those of a four-points result, which does not keep them.
     std::vector<double> valencesOf(std::size_t first, std::size_t last) const
     {
+        if (m_results.method() != ResultRecords::Method::FourPoints)
+            return {};
         std::vector<double> valence(last - first);
         for (std::size_t i = first; i < last; ++i)
             valence[i - first] = m_valences.mixed(m_results.a()[i]);
@@ -82,13 +92,12 @@ private:
 
     const ResultRecords &m_results;
     const ValencePair m_valences;
-    std::vector<numeric::NumberColumn> m_columns;
+    std::vector<numeric::NumberColumn> m_columns; ///< without values: valencesOf() or m_noNumbers
+    std::vector<double> m_noNumbers;              ///< as many NaN as a block has pixels; empty in a result file
 };
 
-} // namespace
-
-WriteOutcome writeResultFile(const QString &path, const ResultRecords &results, const ValencePair &valences,
-                             const RecordSelection &selection, int threads, numeric::FileSet *set)
+WriteOutcome writeFile(const QString &path, const ResultRecords &results, const PixelLines &lines, int threads,
+                       numeric::FileSet *set)
 {
     numeric::OutputFile file(path, set);
     if (!file.open())
@@ -97,10 +106,23 @@ WriteOutcome writeResultFile(const QString &path, const ResultRecords &results, 
         file.write((line + QLatin1Char('\n')).toUtf8());
     file.write("\n");
 
-    const PixelLines lines(results, valences, selection);
     const auto fill = [&lines](std::size_t block, char *out) {
         return lines.writeBlock(block, out);
     };
     numeric::writeBlocks({lines.blocks(), blockRoom, fill}, threads, &file);
     return file.commit() ? WriteOutcome::Written : WriteOutcome::CannotWrite;
+}
+
+} // namespace
+
+WriteOutcome writeResultFile(const QString &path, const ResultRecords &results, const ValencePair &valences,
+                             const RecordSelection &selection, int threads, numeric::FileSet *set)
+{
+    return writeFile(path, results, PixelLines(results, valences, selection), threads, set);
+}
+
+WriteOutcome writePixelFile(const QString &path, const ResultRecords &results,
+                            const std::vector<const double *> &columns, int threads, numeric::FileSet *set)
+{
+    return writeFile(path, results, PixelLines(results, columns), threads, set);
 }

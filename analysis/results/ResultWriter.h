@@ -7,6 +7,7 @@
 #include <QString>
 
 #include <array>
+#include <vector>
 
 namespace numeric
 {
@@ -28,3 +29,9 @@ using RecordSelection = std::array<bool, ResultPosition::count>;
 /// machine has cores), each of which takes about 1 MB.
 WriteOutcome writeResultFile(const QString &path, const ResultRecords &results, const ValencePair &valences,
                              const RecordSelection &selection, int threads = 0, numeric::FileSet *set = nullptr);
+
+/// The same file with other columns behind the positions, at most ResultRecords::quantityCount, each of one value per
+/// pixel of `results`; a null one is NaN throughout.
+WriteOutcome writePixelFile(const QString &path, const ResultRecords &results,
+                            const std::vector<const double *> &columns, int threads = 0,
+                            numeric::FileSet *set = nullptr);

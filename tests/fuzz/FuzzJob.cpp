@@ -34,8 +34,8 @@ bool areSame(const QVector<Entry> &l, const QVector<Entry> &r)
 bool isSame(const Job &l, const Job &r)
 {
     const auto rest = [](const Job &job) {
-        return std::tie(job.target.file, job.target.dE, job.settings, job.resultFile, job.pictures, job.report,
-                        job.lenient);
+        return std::tie(job.target.file, job.target.dE, job.settings, job.resultFile, job.qualityFile, job.pictures,
+                        job.report, job.lenient, job.hasFractionErrors);
     };
     return areSame(l.references, r.references) && areSame(l.energies, r.energies) && rest(l) == rest(r);
 }

@@ -1,0 +1,112 @@
+#include "batch/QualityReport.h"
+
+#include "analysis/uncertainty/SpectrumFit.h"
+
+#include <algorithm>
+#include <cstddef>
+#include <limits>
+
+namespace
+{
+
+QJsonArray toJson(const std::vector<double> &values)
+{
+    QJsonArray array;
+    for (const double value : values)
+        array.append(value);
+    return array;
+}
+
+QString nameOf(Intensities intensities)
+{
+    switch (intensities) {
+    case Intensities::Counted:
+        return QStringLiteral("counted");
+    case Intensities::ConstantI0:
+        return QStringLiteral("constant I0");
+    case Intensities::Ratios:
+        return QStringLiteral("ratios");
+    case Intensities::Absorptions:
+        break;
+    }
+    return QStringLiteral("absorptions");
+}
+
+QJsonObject mapReport(const UncertaintyMap &map, const UncertaintySummary &summary)
+{
+    QJsonArray intensities;
+    for (const Intensities ofMap : map.noise.maps)
+        intensities.append(nameOf(ofMap));
+    return {{"intensities", intensities},
+            {map.noise.isUniform ? "variance" : "gamma", map.noise.scale},
+            {"isScaleAssumed", map.noise.isScaleAssumed},
+            {"degrees", map.degrees},
+            {"hideBelow", map.thinnest ? QJsonValue(*map.thinnest) : QJsonValue()},
+            {"material", static_cast<double>(summary.pixels)},
+            {"valenceError", summary.valence},
+            {"amountError", summary.amount},
+            {"detectionLimits", toJson(summary.detectionLimits)},
+            {"thinnestForTenth", summary.thinnestForTenth}};
+}
+
+QJsonObject regionReport(const Region &region, const RegionStatistics &found)
+{
+    QJsonObject report{{"name", region.name},
+                       {"pixels", static_cast<double>(found.pixels)},
+                       {"leftOut", static_cast<double>(found.leftOut)},
+                       {"amount", found.amount},
+                       {"mean", found.mean},
+                       {"median", found.median},
+                       {"scatter", found.scatter},
+                       {"expectedScatter", found.expectedScatter},
+                       {"error", found.fit.valenceError},
+                       {"chi2", found.fit.degrees > 0 ? QJsonValue(found.fit.misfit()) : QJsonValue()},
+                       {"fractions", toJson(found.fit.fractions)},
+                       {"fractionErrors", toJson(found.fit.fractionErrors)}};
+    if (region.rectangle)
+        report.insert("rectangle", QJsonArray{region.rectangle->x0, region.rectangle->y0, region.rectangle->x1,
+                                              region.rectangle->y1});
+    if (region.above)
+        report.insert("above", *region.above);
+    return report;
+}
+
+} // namespace
+
+std::vector<Region> regionsOf(const Job &job)
+{
+    std::vector<Region> regions;
+    for (const Job::Region &given : job.regions) {
+        Region region = {given.name, std::nullopt, given.above};
+        if (given.rectangle)
+            region.rectangle = PixelRectangle{(*given.rectangle)[0], (*given.rectangle)[1], (*given.rectangle)[2],
+                                              (*given.rectangle)[3]};
+        regions.push_back(region);
+    }
+    return regions;
+}
+
+QualityReport qualityReport(Quality *quality, const AnalysisInput &now, const UncertaintyRequest &request,
+                            const std::vector<Region> &regions)
+{
+    QualityReport report;
+    const std::optional<UncertaintySummary> summary = quality->summary(now, request);
+    if (!summary) {
+        report.map.insert("message", quality->problem());
+        return report;
+    }
+    report.map = mapReport(*quality->map(now, request), *summary);
+    const std::vector<RegionStatistics> found = quality->statistics(now, request, regions);
+    for (std::size_t i = 0; i < found.size(); ++i)
+        report.regions.append(regionReport(regions[i], found[i]));
+    return report;
+}
+
+QJsonObject targetErrorsReport(const TargetFit &target)
+{
+    return {{"degrees", target.fit.degrees},
+            {"studentFactor", target.factor},
+            {"valence", target.fit.valenceError},
+            {"t", target.fit.amountError},
+            {"fractions", toJson(target.fit.fractionErrors)}};
+}

@@ -1,0 +1,28 @@
+#pragma once
+
+#include "analysis/job/Job.h"
+#include "analysis/model/Quality.h"
+
+#include <QJsonArray>
+#include <QJsonObject>
+
+#include <vector>
+
+struct AnalysisInput;
+struct TargetFit;
+
+/// What reports say about uncertainties; docs/batch.md describes it. Numbers that are not finite become null.
+struct QualityReport {
+    QJsonObject map;    ///< noise and medians over the material; only a "message" where there are none
+    QJsonArray regions; ///< those of the job, in its order; empty where there are none
+};
+
+/// The regions of a job for the model, in the same order.
+std::vector<Region> regionsOf(const Job &job);
+
+/// Calculates what `quality` does not know yet.
+QualityReport qualityReport(Quality *quality, const AnalysisInput &now, const UncertaintyRequest &request,
+                            const std::vector<Region> &regions);
+
+/// Standard errors of a target's valence, t and fractions, and Student's factor for them.
+QJsonObject targetErrorsReport(const TargetFit &target);
