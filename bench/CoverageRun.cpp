@@ -1,9 +1,11 @@
 #include "bench/CoverageRun.h"
 
 #include "analysis/results/MapRecords.h"
+#include "analysis/uncertainty/Median.h"
 #include "analysis/uncertainty/SpectrumFit.h"
 #include "analysis/uncertainty/UncertaintyMap.h"
 #include "samples/EdgeModel.h"
+#include "samples/ParticleField.h"
 #include "samples/PortableMath.h"
 #include "samples/Random.h"
 
@@ -70,18 +72,15 @@ Coverage coverageOf(const numeric::Plane &errors, double truth, ResultAt resultA
 {
     Coverage coverage;
     const auto count = static_cast<double>(errors.size());
-    double squares = 0.0, mean = 0.0, deviations = 0.0;
+    Vector differences;
     for (std::size_t i = 0; i < errors.size(); ++i) {
-        const double difference = resultAt(i) - truth;
-        coverage.once += std::abs(difference) <= errors[i] ? 1.0 / count : 0.0;
-        coverage.twice += std::abs(difference) <= 2.0 * errors[i] ? 1.0 / count : 0.0;
-        mean += difference / count;
-        deviations += difference * difference / count;
-        squares += errors[i] * errors[i] / count;
+        differences.push_back(resultAt(i) - truth);
+        coverage.once += std::abs(differences[i]) <= errors[i] ? 1.0 / count : 0.0;
+        coverage.twice += std::abs(differences[i]) <= 2.0 * errors[i] ? 1.0 / count : 0.0;
     }
-    coverage.error = std::sqrt(squares);
-    coverage.bias = mean / coverage.error;
-    coverage.spread = std::sqrt(deviations - mean * mean) / coverage.error;
+    Vector sigmas(errors.data(), errors.data() + errors.size());
+    coverage.error = *median(&sigmas);
+    coverage.bias = *median(&differences);
     return coverage;
 }
 
@@ -178,4 +177,44 @@ CoverageResult measureCoverage(const CoverageConditions &conditions)
     coverage.noise = found.noise;
     coverage.degrees = found.degrees;
     return coverage;
+}
+
+std::vector<SamplePixel> measureSample(int width, int height, double counts)
+{
+    const RunInfo run = coverageRun(CoverageMethod::NonEquivalentLinear);
+    const sample::ParticleField field(width, height, 1);
+    std::vector<sample::Pixel> truth(static_cast<std::size_t>(width) * static_cast<std::size_t>(height));
+    for (int y = 0; y < height; ++y)
+        field.fillRow(y, &truth[static_cast<std::size_t>(y) * static_cast<std::size_t>(width)]);
+    std::vector<A2DData> maps(sample::mapCount);
+    std::vector<const A2DData *> pointers;
+    for (int k = 0; k < sample::mapCount; ++k) {
+        A2DData &map = maps[static_cast<std::size_t>(k)];
+        const A2DData::Columns columns = map.resize(static_cast<qint64>(truth.size()));
+        map.setSize(width, height);
+        sample::Random random(1, static_cast<std::uint64_t>(k));
+        for (std::size_t i = 0; i < truth.size(); ++i) {
+            const double energy = sample::mapEnergies[k];
+            double absorption = truth[i].background + truth[i].backgroundSlope * energy;
+            for (int j = 0; j < sample::referenceCount; ++j)
+                absorption += truth[i].thickness * truth[i].fractions[j] * model().normalized(j, energy);
+            columns.x[i] = columns.y[i] = 0.0;
+            columns.I0[i] = random.counts(counts * truth[i].beam);
+            columns.I[i] = random.counts(counts * truth[i].beam * portable::exp(-absorption));
+            columns.absorption[i] = pixelAbsorption(columns.I[i], columns.I0[i]);
+        }
+        pointers.push_back(&map);
+    }
+    ResultRecords results;
+    UncertaintyMap errors;
+    std::vector<SamplePixel> pixels;
+    if (!fill(run, pointers, &results) ||
+        !computeUncertainty(uncertaintyConstants(run), pointers, results, {}, &errors))
+        return pixels;
+    const double *const valences = static_cast<const ResultRecords &>(results).quantity(ResultPosition::valence);
+    for (std::size_t i = 0; i < truth.size(); ++i) {
+        if (truth[i].thickness > 0.0)
+            pixels.push_back({truth[i].thickness, valences[i] - truth[i].valence, errors.valence[i]});
+    }
+    return pixels;
 }

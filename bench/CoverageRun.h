@@ -24,11 +24,10 @@ struct CoverageConditions {
 };
 
 struct Coverage {
-    double once = 0.0;   ///< share of the pixels within one standard error of the noise-free result
-    double twice = 0.0;  ///< within two
-    double bias = 0.0;   ///< mean difference from that result, in units of `error`
-    double error = 0.0;  ///< root mean square of the standard errors
-    double spread = 0.0; ///< standard deviation of the results over `error`
+    double once = 0.0;  ///< share of the pixels within one standard error of the noise-free result
+    double twice = 0.0; ///< within two
+    double error = 0.0; ///< median of the standard errors
+    double bias = 0.0;  ///< median difference from that result
 };
 
 struct CoverageResult {
@@ -42,3 +41,13 @@ struct CoverageResult {
 RunInfo coverageRun(CoverageMethod method);
 
 CoverageResult measureCoverage(const CoverageConditions &conditions);
+
+/// One pixel of the sample maker's picture, measured once.
+struct SamplePixel {
+    double thickness = 0.0;
+    double difference = 0.0; ///< of the valence found by the non-equivalent method from the true one
+    double error = 0.0;      ///< its standard error
+};
+
+/// The pixels of the picture that hold material, with its uneven beam of `counts` quanta on average.
+std::vector<SamplePixel> measureSample(int width, int height, double counts);

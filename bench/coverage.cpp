@@ -1,5 +1,6 @@
 // Whether the standard errors are worth what they say: pixels of the sample maker's model measured again and again with
-// its counting noise. Prints a table and fails where the coverage is not that of a normal distribution.
+// its counting noise. Prints tables and fails where the coverage is not that of a normal distribution. With the name of
+// a file, writes the points of docs/uncertainty.png there instead, which uncertainty_picture.py draws.
 #include "bench/CoverageRun.h"
 
 #include <cmath>
@@ -7,6 +8,10 @@
 
 namespace
 {
+
+using Method = CoverageMethod;
+
+constexpr double thicknesses[] = {1.0, 0.5, 0.3, 0.2, 0.1, 0.05};
 
 struct Row {
     const char *name;
@@ -24,34 +29,32 @@ bool isGood(const Coverage &coverage)
     return isWithin(coverage.once, 0.683, 0.010) && isWithin(coverage.twice, 0.954, 0.007);
 }
 
-void print(const Coverage &c)
+void print(const Coverage &coverage)
 {
-    std::printf("  %5.1f %5.1f %6.3f %6.3f %7.4f", 100 * c.once, 100 * c.twice, c.spread, c.bias, c.error);
+    std::printf("  %5.1f %5.1f %7.4f %7.4f", 100 * coverage.once, 100 * coverage.twice, coverage.error, coverage.bias);
 }
 
 bool measure(const Row &row)
 {
     const CoverageResult result = measureCoverage(row.conditions);
-    std::printf("%-34s %4.1f", row.name, row.conditions.thickness);
+    std::printf("%-32s %4.1f", row.name, row.conditions.thickness);
     print(result.valence);
     print(result.amount);
     print(result.fraction);
-    std::printf("  %7.4f%s\n", result.noise.scale, result.noise.isScaleAssumed ? " assumed" : "");
+    std::printf("  %6.4f%s\n", result.noise.scale, result.noise.isScaleAssumed ? " assumed" : "");
     const bool isGammaGood = result.degrees == 0 || isWithin(result.noise.scale * row.conditions.unit, 1.0, 0.01);
     return !row.isBound || (isGammaGood && isGood(result.valence) && isGood(result.amount) && isGood(result.fraction));
 }
 
-} // namespace
-
-int main()
+bool measureAll()
 {
-    std::printf(
-        "Share of pixels within one and two standard errors of the noise-free result (%%), standard deviation\n"
-        "and mean of the difference from it in standard errors, and the standard error, for V, t and f1.\n\n"
-        "%-34s    t  V: 1s    2s spread   bias   error  t: 1s    2s spread   bias   error  f: 1s    2s spread   "
-        "bias   error    gamma\n",
-        "");
-    using Method = CoverageMethod;
+    std::printf("Share of pixels (%%) within one and two standard errors of the noise-free result, median standard\n"
+                "error and median difference from that result, for the valence V, the amount t and the first fraction "
+                "f.\n\n%-32s    t",
+                "");
+    for (const char *name : {"V", "t", "f"})
+        std::printf("  %s: 1s    2s   error    bias", name);
+    std::printf("   gamma\n");
     bool good = true;
     for (const double t : {1.0, 0.3}) {
         const Row rows[] = {
@@ -66,10 +69,57 @@ int main()
         for (const Row &row : rows)
             good = measure(row) && good;
     }
-    for (const double t : {0.1, 0.03})
-        good = measure({"four points, least squares", {Method::LeastSquares, t}, false}) && good;
-    for (const double t : {0.1, 0.03})
-        good = measure({"non-equivalent, linear", {Method::NonEquivalentLinear, t}, false}) && good;
+    return good;
+}
+
+/// Per thickness what two methods find of it, in the median.
+struct Bias {
+    double t, leastSquares, nonEquivalent; ///< t found over true t
+    double valenceLeastSquares, valenceNonEquivalent;
+};
+
+Bias biasAt(double t)
+{
+    const CoverageResult least = measureCoverage({Method::LeastSquares, t});
+    const CoverageResult other = measureCoverage({Method::NonEquivalentLinear, t});
+    return {t, 1.0 + least.amount.bias / least.trueAmount, 1.0 + other.amount.bias / other.trueAmount,
+            least.valence.bias, other.valence.bias};
+}
+
+void measureBias()
+{
+    std::printf("\nMedian of t found over the noise-free t, and median error of V\n"
+                "     t   least squares          non-equivalent\n");
+    for (const double t : thicknesses) {
+        const Bias bias = biasAt(t);
+        std::printf("  %4.2f   %6.4f %8.4f        %6.4f %8.4f\n", t, bias.leastSquares, bias.valenceLeastSquares,
+                    bias.nonEquivalent, bias.valenceNonEquivalent);
+    }
+}
+
+/// "s error sigma" per pixel of the sample, "b t ratio ratio" per thickness.
+bool writePoints(const char *path)
+{
+    std::FILE *const file = std::fopen(path, "w");
+    if (!file)
+        return false;
+    for (const SamplePixel &pixel : measureSample(400, 300, 40000))
+        std::fprintf(file, "s %.6g %.6g\n", pixel.difference, pixel.error);
+    for (const double t : thicknesses) {
+        const Bias bias = biasAt(t);
+        std::fprintf(file, "b %.6g %.6g %.6g\n", t, bias.leastSquares, bias.nonEquivalent);
+    }
+    return std::fclose(file) == 0;
+}
+
+} // namespace
+
+int main(int count, char **arguments)
+{
+    if (count > 1)
+        return writePoints(arguments[1]) ? 0 : 1;
+    const bool good = measureAll();
+    measureBias();
     std::printf(good ? "\nall within 68.3 +- 1.0 %% and 95.4 +- 0.7 %%, gamma within 1 %%\n" : "\nOUT OF BOUNDS\n");
     return good ? 0 : 1;
 }

@@ -260,7 +260,7 @@ private:
             QCOMPARE(map.scalePixels, material.size());
         }
         QVERIFY(isClose(map.noise.scale, scale, 1e-6));
-        QCOMPARE(map.noise.isScaleAssumed, map.degrees == 0);
+        QCOMPARE(map.noise.isScaleAssumed, map.degrees == 0 && !map.noise.isUniform);
         for (std::size_t i = 0; i < count; ++i) {
             QVERIFY(isClose(map.amount[i], errors[i].amount * std::sqrt(scale), 1e-5));
             QVERIFY(isClose(map.valence[i], errors[i].valence * std::sqrt(scale), 1e-5));

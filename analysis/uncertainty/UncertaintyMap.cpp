@@ -58,6 +58,7 @@ public:
             estimateScale();
         else if (m_out.noise.isUniform)
             m_out.noise.scale = std::numeric_limits<double>::quiet_NaN();
+        m_out.noise.isScaleAssumed = !m_out.noise.isUniform; // until residuals say more
         calculate();
         if (!m_isScaleKnown) {
             findScale();
@@ -154,9 +155,12 @@ private:
             middle = median(&m_material.near);
         }
         m_out.scalePixels = m_material.count();
-        m_out.noise.isScaleAssumed = m_out.scalePixels == 0 && !m_out.noise.isUniform;
-        if (!m_out.noise.isScaleAssumed)
+        if (m_out.scalePixels > 0 || m_out.noise.isUniform)
             m_out.noise.scale = *middle / chiSquareMedian(m_task.constants->degrees);
+        if (m_out.scalePixels == 0)
+            return;
+        m_out.noise.isScaleAssumed = false;
+        m_out.significance = 3.0 * std::sqrt(m_expectedScale / m_out.noise.scale);
     }
 
     void applyScale()
@@ -214,6 +218,7 @@ bool computeUncertainty(const UncertaintyConstants &constants, const std::vector
     out->degrees = constants.degrees;
     out->noise = noiseModelOf(maps);
     out->scalePixels = 0;
+    out->significance = 3.0;
     out->thinnest = request.thinnest;
     const UncertaintyTask task = {&constants, &out->noise, &results, maps, request.hasFractions, set};
     try {

@@ -30,22 +30,24 @@ struct UncertaintyMap {
     numeric::Plane misfit;  ///< chi^2 / (n - p), about 1 where the references describe the pixel; empty for n = p
     std::vector<numeric::Plane> fractions; ///< sigma_fi, one per reference, when asked for
 
-    int degrees = 0;                ///< n - p; 0: no misfit
-    NoiseModel noise;               ///< what was taken for the variances, its scale the gamma of the map
-    std::size_t scalePixels = 0;    ///< pixels with material that the scale was taken from
-    std::optional<double> thinnest; ///< as asked for
+    int degrees = 0;             ///< n - p; 0: no misfit
+    NoiseModel noise;            ///< what was taken for the variances, its scale the gamma of the map
+    std::size_t scalePixels = 0; ///< pixels with material that the scale was taken from; 0: it was not
 
-    /// Whether a pixel counts as material, by its t and its sigma_t.
+    /// What counts as material: t from `thinnest` on when that was asked for, else t above `significance` times
+    /// sigma_t, which is 3 by the standard errors that all pixels give, not those of the material alone.
+    std::optional<double> thinnest;
+    double significance = 3.0;
     bool isMaterial(double t, double sigma) const
     {
-        return thinnest ? t >= *thinnest && sigma >= 0.0 : t > 3.0 * sigma;
+        return thinnest ? t >= *thinnest && sigma >= 0.0 : t > significance * sigma;
     }
 };
 
 /// `maps` and `results` are those of the run that `constants` belong to, the maps in the order of its points. The
 /// scale is such that the median of chi^2 over the material is that of a chi^2 with n - p degrees of freedom; it is 1,
 /// and noise.isScaleAssumed, for n = p or where nothing is material, and NaN when there is nothing to take a uniform
-/// variance from. Material is judged here with the scale that all pixels give (at most 65 536 of them, evenly spread).
+/// variance from. Material is told by the scale that all pixels give (at most 65 536 of them, evenly spread).
 /// Pixels are shared out over `threads` (0: all cores); the numbers are the same whatever `threads` and `set` are.
 /// `out` keeps its memory from call to call.
 /// False, and `out` empty, when the constants know nothing, maps and points are not as many, or there is no memory.
