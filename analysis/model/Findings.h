@@ -28,5 +28,6 @@ struct Finding {
 };
 Q_DECLARE_OPERATORS_FOR_FLAGS(Finding::Calculations)
 
-/// All findings: those of references and target, of energies, of maps and of what reading them has shown, each in panel order. docs/batch.md lists them.
+/// All findings: those of references and target, of energies, of maps and of what reading them has shown, each in panel
+/// order. docs/batch.md lists them.
 QVector<Finding> findings(const AnalysisInput &input);
