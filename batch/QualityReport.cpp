@@ -1,6 +1,7 @@
 #include "batch/QualityReport.h"
 
 #include "analysis/uncertainty/SpectrumFit.h"
+#include "numeric/JsonArray.h"
 
 #include <algorithm>
 #include <cstddef>
@@ -8,14 +9,6 @@
 
 namespace
 {
-
-QJsonArray toJson(const std::vector<double> &values)
-{
-    QJsonArray array;
-    for (const double value : values)
-        array.append(value);
-    return array;
-}
 
 QString nameOf(Intensities intensities)
 {
@@ -45,7 +38,7 @@ QJsonObject mapReport(const UncertaintyMap &map, const UncertaintySummary &summa
             {"material", static_cast<double>(summary.pixels)},
             {"valenceError", summary.valence},
             {"amountError", summary.amount},
-            {"detectionLimits", toJson(summary.detectionLimits)},
+            {"detectionLimits", numeric::toJsonArray(summary.detectionLimits)},
             {"thinnestForTenth", summary.thinnestForTenth}};
 }
 
@@ -61,8 +54,8 @@ QJsonObject regionReport(const Region &region, const RegionStatistics &found)
                        {"expectedScatter", found.expectedScatter},
                        {"error", found.fit.valenceError},
                        {"chi2", found.fit.degrees > 0 ? QJsonValue(found.fit.misfit()) : QJsonValue()},
-                       {"fractions", toJson(found.fit.fractions)},
-                       {"fractionErrors", toJson(found.fit.fractionErrors)}};
+                       {"fractions", numeric::toJsonArray(found.fit.fractions)},
+                       {"fractionErrors", numeric::toJsonArray(found.fit.fractionErrors)}};
     if (region.rectangle)
         report.insert("rectangle", QJsonArray{region.rectangle->x0, region.rectangle->y0, region.rectangle->x1,
                                               region.rectangle->y1});
@@ -108,5 +101,5 @@ QJsonObject targetErrorsReport(const TargetFit &target)
             {"studentFactor", target.factor},
             {"valence", target.fit.valenceError},
             {"t", target.fit.amountError},
-            {"fractions", toJson(target.fit.fractionErrors)}};
+            {"fractions", numeric::toJsonArray(target.fit.fractionErrors)}};
 }

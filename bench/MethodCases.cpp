@@ -4,6 +4,7 @@
 #include "analysis/methods/NonEquivalent.h"
 #include "analysis/methods/ResultPosition.h"
 #include "analysis/results/MapRecords.h"
+#include "numeric/JsonArray.h"
 
 #include <cmath>
 #include <cstddef>
@@ -32,22 +33,6 @@ double nextRandom(std::uint64_t *state)
     return static_cast<double>(*state >> 11) / 9007199254740992.0;
 }
 
-QJsonArray toJson(const std::vector<double> &values)
-{
-    QJsonArray array;
-    for (const double value : values)
-        array.append(value);
-    return array;
-}
-
-QJsonArray toJson(const std::vector<int> &points)
-{
-    QJsonArray array;
-    for (const int point : points)
-        array.append(point);
-    return array;
-}
-
 template <class Input>
 void setRuns(const Input &input, const UncertaintyConstants &constants, Case *c)
 {
@@ -70,7 +55,7 @@ Case nonEquivalentCase(const std::vector<A2DData> &maps, int references, NonEqui
         columns.emplace_back();
         for (const double energy : energies)
             columns.back().push_back(referenceValue(j, energy));
-        jsonColumns.append(toJson(columns.back()));
+        jsonColumns.append(numeric::toJsonArray(columns.back()));
     }
     const std::vector<double> usedJumps(jumps.begin(), jumps.begin() + references);
     input.references = prepareNonEquivalent(energies, columns, usedJumps);
@@ -85,9 +70,9 @@ Case nonEquivalentCase(const std::vector<A2DData> &maps, int references, NonEqui
     c.conditions = {{"kind", "neq"},
                     {"columns", jsonColumns},
                     {"victoreen", victoreen},
-                    {"jumps", toJson(usedJumps)},
-                    {"points", toJson(c.points)},
-                    {"valences", toJson(input.valences)}};
+                    {"jumps", numeric::toJsonArray(usedJumps)},
+                    {"points", numeric::toJsonArray(c.points)},
+                    {"valences", numeric::toJsonArray(input.valences)}};
     c.column1 = ResultPosition::valence;
     c.column2 = ResultPosition::amount;
     setRuns(input, uncertaintyConstants(input.background, input.references, input.valences), &c);
@@ -111,12 +96,12 @@ Case fourPointsCase(const std::vector<A2DData> &maps, const char *kind, FourPoin
     }
     input.references.r = jumps[0] / jumps[1];
     c.conditions = {{"kind", kind},
-                    {"points", toJson(points)},
-                    {"a", toJson(input.references.a)},
-                    {"b", toJson(input.references.b)},
-                    {"e", toJson(input.references.energies)},
+                    {"points", numeric::toJsonArray(points)},
+                    {"a", numeric::toJsonArray(input.references.a)},
+                    {"b", numeric::toJsonArray(input.references.b)},
+                    {"e", numeric::toJsonArray(input.references.energies)},
                     {"r", input.references.r},
-                    {"valences", toJson(std::vector<double>{valences[0], valences[1]})}};
+                    {"valences", numeric::toJsonArray(std::vector<double>{valences[0], valences[1]})}};
     c.column1 = c.column2 = -1;
     setRuns(input, uncertaintyConstants(variant, input.references, {true, valences[0], valences[1]}), &c);
     return c;
@@ -155,7 +140,7 @@ std::vector<A2DData> makeMaps(int side, QIODevice *file)
 
 QJsonArray mapEnergies()
 {
-    return toJson(energies);
+    return numeric::toJsonArray(energies);
 }
 
 std::vector<Case> makeCases(const std::vector<A2DData> &maps)

@@ -1,24 +1,5 @@
-# Libraries for the files of others, each optional: flokluk_optional(NAME HEADER file.h IN folders LIBRARIES names) makes
-# the target flokluk_optional_NAME, which carries the definition FLOKLUK_HAVE_NAME where the library was found.
-function(flokluk_optional name)
-    cmake_parse_arguments(ARG "" "HEADER" "IN;LIBRARIES" ${ARGN})
-    option(FLOKLUK_WITH_${name} "Use ${name} where it is installed" ON)
-    add_library(flokluk_optional_${name} INTERFACE)
-    if(NOT FLOKLUK_WITH_${name})
-        return()
-    endif()
-    find_path(${name}_HEADER_DIR ${ARG_HEADER} PATH_SUFFIXES ${ARG_IN})
-    find_library(${name}_LIBRARY_FILE NAMES ${ARG_LIBRARIES} PATH_SUFFIXES ${ARG_IN})
-    mark_as_advanced(${name}_HEADER_DIR ${name}_LIBRARY_FILE)
-    if(NOT ${name}_HEADER_DIR OR NOT ${name}_LIBRARY_FILE)
-        message(STATUS "${name} was not found: flokluk-import will do without")
-        return()
-    endif()
-    target_include_directories(flokluk_optional_${name} SYSTEM INTERFACE ${${name}_HEADER_DIR})
-    target_link_libraries(flokluk_optional_${name} INTERFACE ${${name}_LIBRARY_FILE})
-    target_compile_definitions(flokluk_optional_${name} INTERFACE FLOKLUK_HAVE_${name})
-    set(FLOKLUK_FOUND_${name} ON PARENT_SCOPE)
-endfunction()
+# Libraries for the files of others.
+include(FloklukOptional)
 
 flokluk_optional(HDF5 HEADER hdf5.h IN hdf5/serial LIBRARIES hdf5_serial hdf5)
 flokluk_optional(TIFF HEADER tiffio.h LIBRARIES tiff)

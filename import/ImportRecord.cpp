@@ -3,8 +3,9 @@
 #include "import/ImportText.h"
 #include "import/InputFile.h"
 #include "import/MapWriter.h"
+#include "numeric/JsonArray.h"
+#include "numeric/Sha256.h"
 
-#include <QCryptographicHash>
 #include <QDir>
 #include <QFile>
 #include <QFileInfo>
@@ -12,15 +13,6 @@
 
 namespace
 {
-
-QByteArray sha256(const QString &path)
-{
-    QCryptographicHash hash(QCryptographicHash::Sha256);
-    QFile file(path);
-    if (file.open(QIODevice::ReadOnly))
-        hash.addData(&file);
-    return hash.result().toHex();
-}
 
 QString textOf(ImportOptions::Signal signal)
 {
@@ -40,14 +32,6 @@ QJsonArray corners(const QRect &part)
     return {part.left(), part.top(), part.left() + part.width(), part.top() + part.height()};
 }
 
-QJsonArray toJson(const QVector<double> &values)
-{
-    QJsonArray array;
-    for (const double value : values)
-        array.append(value);
-    return array;
-}
-
 } // namespace
 
 QJsonArray ImportRun::inputRecords()
@@ -62,7 +46,7 @@ QJsonArray ImportRun::inputRecords()
     for (const QString &file : qAsConst(files))
         records.append(QJsonObject{{"file", QFileInfo(file).absoluteFilePath()},
                                    {"bytes", static_cast<double>(QFileInfo(file).size())},
-                                   {"sha256", QString::fromLatin1(sha256(file))}});
+                                   {"sha256", QString::fromLatin1(numeric::sha256OfFile(file))}});
     return records;
 }
 
@@ -86,9 +70,9 @@ QJsonObject ImportRun::optionRecord() const
     if (m_options.align)
         record.insert(QStringLiteral("align"), true);
     if (!m_options.pickEnergies.isEmpty())
-        record.insert(QStringLiteral("pick"), toJson(m_options.pickEnergies));
+        record.insert(QStringLiteral("pick"), numeric::toJsonArray(m_options.pickEnergies));
     if (!m_options.valences.isEmpty())
-        record.insert(QStringLiteral("valences"), toJson(m_options.valences));
+        record.insert(QStringLiteral("valences"), numeric::toJsonArray(m_options.valences));
     return record;
 }
 

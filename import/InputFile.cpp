@@ -24,7 +24,7 @@ bool open(QFile *file, QString *error)
     return false;
 }
 
-/// The signature of HDF5 stands at 0, 512, 1024, 2048, ... (HDF5 File Format Specification, II.A).
+/// The signature of HDF5 stands at 0, 512, 1024, 2048, ... (HDF5 File Format, section II.A).
 bool isHdf5(QFile *file)
 {
     constexpr qint64 farthest = 1 << 20;

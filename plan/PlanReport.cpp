@@ -1,5 +1,6 @@
 #include "plan/PlanReport.h"
 
+#include "numeric/JsonArray.h"
 #include "plan/PlanSamples.h"
 
 #include <QJsonArray>
@@ -8,14 +9,6 @@
 
 namespace
 {
-
-QJsonArray listOf(const std::vector<double> &values)
-{
-    QJsonArray list;
-    for (const double value : values)
-        list.append(value);
-    return list;
-}
 
 QJsonArray detectionLimits(const std::vector<double> &sigmaF)
 {
@@ -46,12 +39,12 @@ QJsonArray rolesReport(const PlannedSet &set)
 
 QJsonObject scenarioReport(const PlanScenarioResult &scenario)
 {
-    return {{"fractions", listOf(scenario.scenario.fractions)},
+    return {{"fractions", numeric::toJsonArray(scenario.scenario.fractions)},
             {"thickness", scenario.scenario.thickness},
             {"valence", scenario.valence},
             {"sigmaV", scenario.sigmaV},
             {"sigmaVAtShares", scenario.sigmaVAtShares},
-            {"sigmaF", listOf(scenario.sigmaF)},
+            {"sigmaF", numeric::toJsonArray(scenario.sigmaF)},
             {"detectionLimits", detectionLimits(scenario.sigmaF)},
             {"valencePerTenthEv", scenario.valencePerTenthEv},
             {"bias", scenario.bias}};
@@ -63,13 +56,13 @@ QJsonObject setReport(const PlannedSet &set)
     for (const PlanScenarioResult &scenario : set.scenarios)
         scenarios.append(scenarioReport(scenario));
     QJsonObject report{{"number", static_cast<int>(set.energies.size())},
-                       {"energies", listOf(set.energies)},
-                       {"shares", listOf(set.shares)},
+                       {"energies", numeric::toJsonArray(set.energies)},
+                       {"shares", numeric::toJsonArray(set.shares)},
                        {"separates", rolesReport(set)},
                        {"sigmaV", set.sigmaV},
                        {"sigmaVAtShares", set.sigmaVAtShares},
-                       {"sigmaF", listOf(set.sigmaF)},
-                       {"detectionLimits", listOf(set.detectionLimits)},
+                       {"sigmaF", numeric::toJsonArray(set.sigmaF)},
+                       {"detectionLimits", numeric::toJsonArray(set.detectionLimits)},
                        {"valencePerTenthEv", set.valencePerTenthEv},
                        {"criterion", set.criterion},
                        {"extraTerm", set.hasExtraTerm},
