@@ -67,6 +67,12 @@ private slots:
               "Em Energy 2: 7300.5 eV is outside of Ref 1 (7000-7300 eV)|Em Energy 2: at 7300.5 eV Ref 2 has no"},
              {"a short range", "", [](AnalysisInput &i) { i.references[1].spectrum.setPreEdgeEnd(7000.5); },
               "Wmtf Ref 2: the pre-edge range holds 1 points (data 7000-7300 eV)"},
+             {"a short fit", "lcf=23",
+              [](AnalysisInput &i) {
+                  i.points[1].energy = 7060.2;
+                  i.points[2].energy = 7060.9;
+              },
+              "Wf Target: the range of the LCF holds 0 points"},
              {"no valence", "", [](AnalysisInput &i) { i.references[0].hasValence = false; },
               "Wmtf Ref 1: the valence is no number and counts as 0"},
              {"a fit without a target", "no-target lcf=2", [](AnalysisInput &) {},
@@ -98,7 +104,7 @@ private slots:
 
     void maps()
     {
-        const auto given = [this](int row, const QString &axes, const QString &intensity = "1") -> Change {
+        const auto given = [this](int row, const QString &axes, const QString &intensity = "1 0") -> Change {
             return [this, row, axes, intensity](AnalysisInput &i) {
                 i.points[row].map = map(axes, intensity);
             };
@@ -112,13 +118,14 @@ private slots:
                {"positions that are none", "", given(2, "3 2 nan 0 2"), "Em Energy 3: the pixels lie up to inf"},
                {"a row of pixels", "rows=1",
                 [this](AnalysisInput &i) {
-                    i.points[0].map = map("3 1 0 0 0", "1");
-                    i.points[1].map = map("3 1 0 0.6 0", "1");
+                    i.points[0].map = map("3 1 0 0 0", "1 0");
+                    i.points[1].map = map("3 1 0 0.6 0", "1 0");
                     i.points[1].isUsed = true;
                 },
                 "Em Energy 2: the pixels lie up to 0.6"},
-               {"decimal commas", "", given(2, "3 2 0 0 2", "0,5"), "Em Energy 3: the intensity of every pixel is 0"},
-               {"no logarithm", "", given(2, "3 2 0 0 2", "-1"), "Em Energy 3: no pixel of the map has a finite"}});
+               {"decimal commas", "", given(2, "3 2 0 0 2", "0,5 1"), "Em Energy 3: the intensity of every pixel is 0"},
+               {"one of them with I0", "", given(2, "3 2 0 0 2", "1 2"), "Wm Energy 3: either this map"},
+               {"no logarithm", "", given(2, "3 2 0 0 2", "-1 1"), "Em Energy 3: no pixel of the map has a finite"}});
     }
 
     /// What reading them has shown.
@@ -159,7 +166,7 @@ private:
         const int nx = axis[0].toInt(), ny = axis[1].toInt();
         QString text = QStringLiteral("# AXIS 0 x um 0 1 %1\n# AXIS 1 y um 0 1 %2\n").arg(nx - 1).arg(ny - 1);
         for (int i = 0; i < nx * ny; ++i)
-            text += QStringLiteral("%1 %2 %3 1\n")
+            text += QStringLiteral("%1 %2 %3\n")
                         .arg(axis[2].toDouble() + i % nx)
                         .arg(axis[3].toDouble() + axis[4].toDouble() * (i / nx))
                         .arg(intensity);

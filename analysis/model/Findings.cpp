@@ -88,6 +88,21 @@ public:
               Control::PostEdgeStart);
     }
 
+    /// The linear combination is fitted to the points between the outermost energies marked for it.
+    void fitRange(double first, double last) const
+    {
+        int points = 0;
+        for (int i = 0; i < m_spectrum.pointCount(); ++i) {
+            const double energy = m_spectrum.shiftedEnergy(i);
+            points += energy >= first && energy <= last ? 1 : 0;
+        }
+        if (points < fewestPoints)
+            m_found->append({Severity::Warning, m_place, m_row,
+                             translated(QT_TRANSLATE_NOOP("FourPs", "%1: the range of the LCF holds %2 points"))
+                                 .arg(m_name, QString::number(points)),
+                             Finding::Fit});
+    }
+
     /// The calculations take the value of the spectrum at the energies in use.
     void energy(const AnalysisInput &input, int point) const
     {
@@ -178,11 +193,17 @@ void findInReferences(const AnalysisInput &input, QVector<Finding> *found)
 
 void findInTarget(const AnalysisInput &input, QVector<Finding> *found)
 {
-    const bool isFitWanted =
-        std::any_of(input.points.begin(), input.points.end(), [](const PointInput &point) { return point.isForLcf; });
+    QVector<double> fitted;
+    for (const PointInput &point : input.points) {
+        if (point.isForLcf)
+            fitted << point.energy;
+    }
     if (input.target.spectrum.valid())
         findInSpectrum(input, input.target.spectrum, Place::Target, 0, Finding::Target | Finding::Fit, found);
-    else if (isFitWanted)
+    const auto ends = std::minmax_element(fitted.begin(), fitted.end());
+    if (input.target.spectrum.valid() && fitted.size() > 1)
+        SpectrumCheck(input.target.spectrum, Place::Target, 0, Finding::Fit, found).fitRange(*ends.first, *ends.second);
+    if (!input.target.spectrum.valid() && !fitted.isEmpty())
         found->append(
             {Severity::Warning, Place::Target, 0,
              translated(QT_TRANSLATE_NOOP("FourPs", "Target: energies are marked LCF, but there is no spectrum")),
@@ -225,5 +246,6 @@ QVector<Finding> findings(const AnalysisInput &input)
     findInMaps(input, &found);
     findSameFiles(input, &found);
     found += findInReadMaps(input);
+    findMixedIntensities(input, &found);
     return found;
 }

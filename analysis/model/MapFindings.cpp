@@ -2,6 +2,7 @@
 
 #include "analysis/model/AnalysisInput.h"
 #include "analysis/model/UsedPoints.h"
+#include "analysis/uncertainty/NoiseModel.h"
 
 #include <QCoreApplication>
 
@@ -123,6 +124,11 @@ private:
     QVector<Finding> *m_found;
 };
 
+bool hasIncident(const A2DData &map)
+{
+    return intensitiesOf(map) != Intensities::Absorptions;
+}
+
 } // namespace
 
 double farthestPixel(const A2DData &first, const A2DData &map)
@@ -152,5 +158,18 @@ void findInMaps(const AnalysisInput &input, QVector<Finding> *found)
         check.contents();
         if (check.isOfOneSize())
             check.positions();
+    }
+}
+
+void findMixedIntensities(const AnalysisInput &input, QVector<Finding> *found)
+{
+    const QVector<int> rows = usedPoints(input, true).all;
+    for (const int row : rows) {
+        if (hasIncident(*input.points[row].map) == hasIncident(*input.points[rows.first()].map))
+            continue;
+        const QString text = translated(QT_TRANSLATE_NOOP(
+            "FourPs", "Energy %1: either this map or that of energy %2 has no I0, so that I counts as the absorption"));
+        found->append(
+            {Severity::Warning, Finding::Place::Point, row, text.arg(row + 1).arg(rows.first() + 1), Finding::Map});
     }
 }

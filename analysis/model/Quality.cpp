@@ -3,6 +3,7 @@
 #include "analysis/methods/ResultPosition.h"
 #include "analysis/model/Analysis.h"
 #include "analysis/model/AnalysisInput.h"
+#include "analysis/uncertainty/NoiseModel.h"
 #include "analysis/uncertainty/UncertaintyConstants.h"
 
 #include <QCoreApplication>
@@ -97,6 +98,12 @@ const UncertaintyMap *Quality::map(const AnalysisInput &now, const UncertaintyRe
     if (constants.points == 0) {
         m_problem = translated(
             QT_TRANSLATE_NOOP("FourPs", "There are no uncertainties: the energies are fewer than the unknowns."));
+        return nullptr;
+    }
+    if (constants.degrees == 0 && noiseModelOf(maps).isUniform) {
+        m_problem = translated(QT_TRANSLATE_NOOP("FourPs", "There are no uncertainties: the maps have no intensities, "
+                                                           "and with as many unknowns as energies nothing else tells "
+                                                           "the noise."));
         return nullptr;
     }
     QElapsedTimer timer;

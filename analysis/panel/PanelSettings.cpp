@@ -3,6 +3,7 @@
 #include "analysis/job/JobReader.h"
 #include "analysis/job/JsonScan.h"
 #include "controls/Field.h"
+#include "display/HistogramBins.h"
 
 #include <QAbstractButton>
 #include <QButtonGroup>
@@ -42,6 +43,14 @@ QString settingName(const QString &key)
     return keyWithin(QStringLiteral("settings"), key);
 }
 
+const QStringList boxFields = {QStringLiteral("HgABoxes"), QStringLiteral("HgTBoxes")};
+
+/// One box has no width, and a part of one is cut off.
+bool isNumberOfBoxes(double boxes)
+{
+    return boxes >= 2.0 && boxes <= HistogramBins::maxBoxes && boxes == std::floor(boxes);
+}
+
 } // namespace
 
 PanelSettings::PanelSettings(const QWidget *panel)
@@ -70,6 +79,10 @@ QStringList PanelSettings::mistakes(const QJsonObject &settings) const
             found << unknownKey(settingName(key), key, names());
         else if (qobject_cast<QLineEdit *>(control) && !isNumber && value != QJsonValue(QString()))
             found << settingName(key) + QLatin1String(" must be a number");
+        else if (boxFields.contains(key) && !isNumberOfBoxes(value.toVariant().toDouble()))
+            found << QStringLiteral("%1 must be a whole number from 2 to %2")
+                         .arg(settingName(key))
+                         .arg(HistogramBins::maxBoxes);
         else if (qobject_cast<QAbstractButton *>(control) && !value.isBool())
             found << settingName(key) + QLatin1String(" must be true or false");
     }
