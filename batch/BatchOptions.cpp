@@ -1,5 +1,7 @@
 #include "batch/BatchOptions.h"
 
+#include "version/Version.h"
+
 #include <QCommandLineParser>
 
 namespace
@@ -55,14 +57,16 @@ BatchOptions parseBatchOptions(const QStringList &arguments)
     const QCommandLineOption english(QStringLiteral("e"), QStringLiteral("English texts (default)."));
     const QCommandLineOption help({QStringLiteral("h"), QStringLiteral("help")}, QStringLiteral("Show this help."));
     parser.addOptions({pictures, report, processes, check, lenient, hash, verify, show, japanese, english, help});
-    const QCommandLineOption version = parser.addVersionOption();
+    const QCommandLineOption version({QStringLiteral("v"), QStringLiteral("version")},
+                                     QStringLiteral("Show version and commit."));
+    parser.addOption(version);
 
     BatchOptions options;
     const bool parsed = parser.parse(arguments);
     if (parsed && parser.isSet(help))
         options.answer = parser.helpText();
     else if (parsed && parser.isSet(version))
-        options.answer = QStringLiteral("flokluk-batch " FLOKLUK_VERSION "\n");
+        options.answer = versionLine(QStringLiteral("flokluk-batch")) + QLatin1Char('\n');
     if (!parsed || !options.answer.isEmpty()) {
         options.error = parsed ? QString() : parser.errorText();
         return options;

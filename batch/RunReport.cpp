@@ -9,6 +9,7 @@
 #include "analysis/results/Statistics.h"
 #include "batch/RunRecord.h"
 #include "numeric/FileIdentity.h"
+#include "version/Version.h"
 
 #include <QJsonArray>
 #include <QJsonDocument>
@@ -169,7 +170,7 @@ QByteArray runReport(const AnalysisInput &input, const Analysis &analysis, const
                      const RunRecord &record, const QStringList &errors, const QualityReport &quality,
                      const std::optional<EnergyShift> &shift)
 {
-    QJsonObject report{{"program", "flokluk-batch " FLOKLUK_VERSION},
+    QJsonObject report{{"program", "flokluk-batch " + floklukVersion()},
                        {"job", numeric::realPath(job.fileName)},
                        {"errors", QJsonArray::fromStringList(errors)},
                        {"warnings", warningsOf(input)},

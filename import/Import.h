@@ -10,5 +10,5 @@
 /// calling thread and on as many others as there are cores; `progress` is called on the calling one.
 ImportResult importData(const ImportOptions &options, const ImportProgress &progress = {});
 
-/// "flokluk-import 0.1.0", and the libraries it was built with and without, a line each.
+/// versionLine(), and the libraries it was built with and without, a line each.
 QString importVersion();

@@ -56,7 +56,8 @@ void describe(QCommandLineParser *parser)
                                                   : QCommandLineOption(name, help, QLatin1String(option.value)));
     }
     parser->addOption({{QStringLiteral("h"), QStringLiteral("help")}, QStringLiteral("Show this help.")});
-    parser->addVersionOption();
+    parser->addOption({{QStringLiteral("v"), QStringLiteral("version")},
+                       QStringLiteral("Show version, commit and the libraries that are used.")});
 }
 
 /// "--refs A B C" as the parser wants it: the option before each of them.

@@ -5,6 +5,7 @@
 #include "import/MapWriter.h"
 #include "numeric/JsonArray.h"
 #include "numeric/Sha256.h"
+#include "version/Version.h"
 
 #include <QDir>
 #include <QFile>
@@ -107,7 +108,7 @@ QJsonObject ImportRun::stackRecord() const
 
 bool ImportRun::writeRecord()
 {
-    QJsonObject record{{"program", QStringLiteral("flokluk-import " FLOKLUK_VERSION)},
+    QJsonObject record{{"program", "flokluk-import " + floklukVersion()},
                        {"inputs", inputRecords()},
                        {"options", optionRecord()},
                        {"warnings", QJsonArray::fromStringList(m_result.warnings)}};

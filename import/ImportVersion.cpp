@@ -1,4 +1,5 @@
 #include "import/Import.h"
+#include "version/Version.h"
 
 #include <QStringList>
 
@@ -14,7 +15,7 @@
 
 QString importVersion()
 {
-    QString text = QStringLiteral("flokluk-import " FLOKLUK_VERSION "\n");
+    QString text = versionLine(QStringLiteral("flokluk-import")) + QLatin1Char('\n');
 #ifdef FLOKLUK_HAVE_HDF5
     unsigned major = 0, minor = 0, release = 0;
     H5get_libversion(&major, &minor, &release);

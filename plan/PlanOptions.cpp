@@ -1,5 +1,7 @@
 #include "plan/PlanOptions.h"
 
+#include "version/Version.h"
+
 #include <QCommandLineParser>
 
 PlanOptions parsePlanOptions(const QStringList &arguments)
@@ -20,7 +22,9 @@ PlanOptions parsePlanOptions(const QStringList &arguments)
         QStringLiteral("N"), QStringLiteral("1"));
     const QCommandLineOption help({QStringLiteral("h"), QStringLiteral("help")}, QStringLiteral("Show this help."));
     parser.addOptions({report, picture, job, seed, help});
-    const QCommandLineOption version = parser.addVersionOption();
+    const QCommandLineOption version({QStringLiteral("v"), QStringLiteral("version")},
+                                     QStringLiteral("Show version and commit."));
+    parser.addOption(version);
 
     PlanOptions options;
     if (!parser.parse(arguments)) {
@@ -30,7 +34,7 @@ PlanOptions parsePlanOptions(const QStringList &arguments)
     if (parser.isSet(help))
         options.answer = parser.helpText();
     else if (parser.isSet(version))
-        options.answer = QStringLiteral("flokluk-plan " FLOKLUK_VERSION "\n");
+        options.answer = versionLine(QStringLiteral("flokluk-plan")) + QLatin1Char('\n');
     bool isNumber = false;
     options.seed = parser.value(seed).toULongLong(&isNumber);
     options.report = parser.value(report);

@@ -2,6 +2,7 @@
 
 #include "numeric/JsonArray.h"
 #include "plan/PlanSamples.h"
+#include "version/Version.h"
 
 #include <QJsonArray>
 #include <QJsonDocument>
@@ -94,7 +95,7 @@ QByteArray planReport(const PlanRequest &request, const PlanResult &result, cons
         references.append(QJsonObject{
             {"file", reference.name}, {"valence", reference.valence}, {"edgeJump", reference.spectrum.edgeJump()}});
     }
-    const QJsonObject report{{"program", "flokluk-plan " FLOKLUK_VERSION},
+    const QJsonObject report{{"program", "flokluk-plan " + floklukVersion()},
                              {"plan", planFile},
                              {"edge", request.edge},
                              {"counts", request.counts},

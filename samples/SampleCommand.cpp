@@ -1,6 +1,7 @@
 #include "samples/SampleCommand.h"
 
 #include "samples/SampleWriter.h"
+#include "version/Version.h"
 
 #include <QCommandLineParser>
 #include <QDir>
@@ -25,11 +26,11 @@ const QString formatName = QStringLiteral("format");
 void describe(QCommandLineParser *parser)
 {
     parser->setApplicationDescription(QStringLiteral(
-        "Makes a data set of X-ray absorption maps with known answer: three reference spectra, a target spectrum,\n"
-        "eight maps around an edge at 8345 eV, the truth per pixel and two job files that analyse them.\n"
-        "The same options give the same bytes on every machine."));
+        "Makes a data set of X-ray absorption maps with known answer: three reference spectra, a target spectrum, "
+        "eight maps around an edge at 8345 eV, the truth per pixel and two job files that analyse them. "
+        "The same options give the same bytes on every machine. Exit code: 0 done, 2 an argument is wrong, 3 a file "
+        "could not be written."));
     parser->addOptions({
-        {{QStringLiteral("h"), QStringLiteral("help")}, QStringLiteral("Shows this help.")},
         {outName, QStringLiteral("Directory for the files; made when it does not exist."), QStringLiteral("DIR")},
         {sizeName, QStringLiteral("Size of the maps in pixels, 4x4 to 16384x16384; 128x96 if not given."),
          QStringLiteral("WxH"), QStringLiteral("128x96")},
@@ -43,6 +44,8 @@ void describe(QCommandLineParser *parser)
          QStringLiteral(
              "Layout of the maps: 1301 (plain) or 2003901 (columns named in the header); 1301 if not given."),
          QStringLiteral("1301|2003901"), QStringLiteral("1301")},
+        {{QStringLiteral("h"), QStringLiteral("help")}, QStringLiteral("Show this help.")},
+        {{QStringLiteral("v"), QStringLiteral("version")}, QStringLiteral("Show version and commit.")},
     });
 }
 
@@ -94,6 +97,10 @@ int runCommand(const QStringList &arguments, QTextStream &out, QTextStream &err)
     }
     if (parser.isSet(QStringLiteral("help"))) {
         out << parser.helpText();
+        return Success;
+    }
+    if (parser.isSet(QStringLiteral("version"))) {
+        out << versionLine(QStringLiteral("flokluk-sample")) << '\n';
         return Success;
     }
     SampleOptions options;

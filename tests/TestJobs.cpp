@@ -96,7 +96,7 @@ private slots:
     void commandLine()
     {
         forRows<QString, int, QString>({{"help", "--help", 0, "--pictures"},
-                                        {"version", "--version", 0, "flokluk-batch 0."},
+                                        {"version", "--version", 0, "flokluk-batch 1."},
                                         {"no job", "--check", 2, "no job file"},
                                         {"unknown option", "--pictres x a.json", 2, "pictres"},
                                         {"no processes", "--jobs 0 a.json", 2, "--jobs"},
