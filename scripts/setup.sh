@@ -61,3 +61,28 @@ build() {
     say "building build/$preset"
     cmake --build --preset "$preset" ${1:+--target "$@"} || stop "the build failed (see above)"
 }
+
+# check_format: whether all C++ files are as clang-format 14 writes them; other versions write some lines otherwise.
+check_format() {
+    local program files
+    for program in clang-format-14 clang-format; do
+        if "$program" --version 2>/dev/null | grep -q 'version 14\.'; then
+            mapfile -t files < <(git ls-files '*.cpp' '*.h' 2>/dev/null ||
+                find . -path ./build -prune -o \( -name '*.cpp' -o -name '*.h' \) -print)
+            say "formatting of ${#files[@]} files"
+            "$program" --dry-run -Werror "${files[@]}" || stop "clang-format -i mends the lines above"
+            return
+        fi
+    done
+    say "the formatting is not looked at: no clang-format 14"
+}
+
+# check_texts: whether the files that only other machines read can be read.
+check_texts() {
+    if python3 -c 'import yaml' 2>/dev/null; then
+        say "workflows, citation, versions"
+        python3 packaging/check-texts.py || stop "the files above need mending"
+    else
+        say "workflows and citation are not looked at: no python3-yaml"
+    fi
+}

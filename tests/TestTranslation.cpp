@@ -70,8 +70,8 @@ private slots:
         QVERIFY(QFile::copy(CATALOGUE, copy));
         QProcess process;
         process.setWorkingDirectory(QFileInfo(CATALOGUE).path());
-        process.start(lupdate, {"../app", "../analysis", "../controls", "../display", "../mapdata", "../spectrum",
-                                "../plan", "../forms", "-ts", copy, "-locations", "none", "-no-obsolete", "-silent"});
+        process.start(lupdate, QString(TRANSLATED).split(' ') +
+                                   QStringList{"-ts", copy, "-locations", "none", "-no-obsolete", "-silent"});
         QVERIFY(process.waitForFinished(60000));
         for (const Entry &entry : entriesOf(copy))
             QVERIFY2(!entry.isUnfinished, qPrintable(entry.source));
