@@ -20,11 +20,15 @@ function(flokluk_library name)
     set_target_properties(${name} PROPERTIES CXX_EXTENSIONS OFF)
 endfunction()
 
+# Programs can be loaded anywhere; without this only the compiler's own default would say so.
+include(CheckPIESupported)
+check_pie_supported(LANGUAGES CXX)
+
 # flokluk_program(NAME SOURCES ... LINK ...): an executable beside the others in the build's bin folder.
 function(flokluk_program name)
     cmake_parse_arguments(ARG "" "" "SOURCES;LINK" ${ARGN})
     add_executable(${name} ${ARG_SOURCES})
     target_link_libraries(${name} PRIVATE ${ARG_LINK} flokluk_settings)
-    set_target_properties(${name} PROPERTIES CXX_EXTENSIONS OFF
+    set_target_properties(${name} PROPERTIES CXX_EXTENSIONS OFF POSITION_INDEPENDENT_CODE ON
         RUNTIME_OUTPUT_DIRECTORY ${PROJECT_BINARY_DIR}/bin)
 endfunction()
