@@ -1,5 +1,6 @@
 // Drawing each result display with 2048 x 2048 results, first and again, at 800 x 600 pixels. Every time is the best of
-// several rounds, but the first drawing of a map, which colours it, is among them. The points of the scatters are
+// several rounds, but the first drawing of a map, which colours it, is among them; on a busy machine what it takes of
+// the processors says more. The points of the scatters are
 // checked against drawing them one by one.
 #include "analysis/drawing/HistogramDrawing.h"
 #include "analysis/drawing/LcfVsMpsDrawing.h"
@@ -22,6 +23,7 @@
 #include <cstddef>
 #include <cstdint>
 #include <cstdio>
+#include <ctime>
 #include <functional>
 #include <limits>
 #include <vector>
@@ -61,6 +63,7 @@ QImage measure(const char *name, Display *display, const std::function<void(QSty
     display->area()->resize(size);
     QImage image(size, QImage::Format_RGB32);
     double best = 0;
+    double bestProcessor = 0;
     for (int round = 0; round < rounds; ++round) {
         before();
         QStylePainter p;
@@ -68,11 +71,14 @@ QImage measure(const char *name, Display *display, const std::function<void(QSty
         display->area()->cc.setScreenArea(0, size.height(), size.width(), 0);
         QElapsedTimer timer;
         timer.start();
+        const std::clock_t begin = std::clock();
         draw(&p);
+        const double processorMs = 1e3 * static_cast<double>(std::clock() - begin) / CLOCKS_PER_SEC;
         const double ms = static_cast<double>(timer.nsecsElapsed()) * 1e-6;
         best = round == 0 ? ms : std::min(best, ms);
+        bestProcessor = round == 0 ? processorMs : std::min(bestProcessor, processorMs);
     }
-    std::printf("  %-34s %7.2f ms\n", name, best);
+    std::printf("  %-34s %7.2f ms, %7.2f ms of all processors\n", name, best, bestProcessor);
     withinGoal = withinGoal && best < goalMs;
     return image;
 }

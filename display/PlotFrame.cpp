@@ -2,6 +2,7 @@
 
 #include "display/DispArea.h"
 #include "display/GraphBoxes.h"
+#include "display/WideLine.h"
 #include "numeric/RealToInt.h"
 
 #include <QPainter>
@@ -239,7 +240,7 @@ void plot::drawCurve(QPainter *p, const ChCoord &cc, const QPolygonF &pixels, Ed
     QPolygonF run;
     const auto finishRun = [&] {
         if (run.size() > 1)
-            p->drawPolyline(straightened(run));
+            drawWideLine(p, straightened(run));
         run.clear();
     };
     for (int i = 0; i + 1 < pixels.size(); ++i) {
