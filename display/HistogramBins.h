@@ -39,8 +39,9 @@ public:
     template <class ValueAt>
     void addValues(std::size_t count, ValueAt valueAt, int threads = 0);
 
-    /// The count of the fullest box, 0 without boxes.
-    int largestCount() const;
+    /// The count of the fullest box, of all or of those from `begin` to before `end`; 0 without boxes.
+    int largestCount() const { return largestCount(0, counts.size()); }
+    int largestCount(int begin, int end) const;
     /// How many values are in the boxes.
     int inRangeCount() const;
 

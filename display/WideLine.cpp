@@ -11,8 +11,8 @@
 namespace
 {
 
-constexpr int partsPerStrip = 16;
-constexpr double narrowestStrip = 16; // device pixels
+constexpr int partsPerStrip = 32;
+constexpr double narrowestStrip = 32; // device pixels
 constexpr double gentleBend = 0.5;    // cosine: sharper corners are left to the painter
 
 /// Whether strips of whole device pixels can be cut out.

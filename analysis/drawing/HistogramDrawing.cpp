@@ -98,8 +98,7 @@ std::vector<int> countsOfColumns(const ChCoord &cc, const HistogramBins &bins)
         reached = firstEdge(reached, column, false);
         const int first = std::max(reached - 1, 0); // the box that reaches into the column
         const int behind = std::min(firstEdge(reached, column, true), bins.n);
-        for (int i = first; i < behind; ++i)
-            counts[at] = std::max(counts[at], bins.counts[i]);
+        counts[at] = bins.largestCount(first, behind);
     }
     return counts;
 }
