@@ -150,7 +150,7 @@ private slots:
                {"pixels in another order", "", third(parsed("2 2 1 2\n1 2 1 2\n0 2 1 2\n2 0 1 2\n1 0 1 2\n0 0 1 2\n")),
                 "Em Energy 3: the pixels lie up to 2 steps from those of energy 1|Em Energy 3: the records are in "
                 "another "
-                "order than the header says: x is 2 in record 1, but 1 in record 2"},
+                "order than the header says: x is 2 in record 1 and 1 in record 2"},
                {"decimal commas", "", third(parsed("0 0 1 2\n1 0 1,5 2,5\n2 0 1 2\n0 2 1 2\n1 2 1 2,5\n2 2 1 2\n")),
                 "Em Energy 3: 2 of 6 records have a value that is no number and counts as 0 (decimals take a point)"},
                {"an unused map does not matter", "", [half](AnalysisInput &i) { i.points[7].map = half.get(); }, ""},

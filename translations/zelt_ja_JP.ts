@@ -1542,11 +1542,11 @@ Do you want to replace it?</source>
         <translation>不一致度</translation>
     </message>
     <message>
-        <source>Energy %1: the records are in another order than the header says: x is %2 in record %3, but %4 in record %5</source>
+        <source>Energy %1: the records are in another order than the header says: x is %2 in record %3 and %4 in record %5</source>
         <translation>エネルギー %1：レコードの順序がヘッダーと異なります。x はレコード %3 で %2、レコード %5 で %4 です</translation>
     </message>
     <message>
-        <source>Energy %1: the records are in another order than the header says: y is %2 in record %3, but %4 in record %5</source>
+        <source>Energy %1: the records are in another order than the header says: y is %2 in record %3 and %4 in record %5</source>
         <translation>エネルギー %1：レコードの順序がヘッダーと異なります。y はレコード %3 で %2、レコード %5 で %4 です</translation>
     </message>
     <message>

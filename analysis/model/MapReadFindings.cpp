@@ -21,11 +21,11 @@ QString positionText(double position)
 
 QString orderText(int row, const OrderBreak &found)
 {
-    const char *const text =
-        found.isAlongX ? QT_TRANSLATE_NOOP("FourPs", "Energy %1: the records are in another order than the "
-                                                     "header says: x is %2 in record %3, but %4 in record %5")
-                       : QT_TRANSLATE_NOOP("FourPs", "Energy %1: the records are in another order than the "
-                                                     "header says: y is %2 in record %3, but %4 in record %5");
+    const char *const text = found.isAlongX
+                                 ? QT_TRANSLATE_NOOP("FourPs", "Energy %1: the records are in another order than the "
+                                                               "header says: x is %2 in record %3 and %4 in record %5")
+                                 : QT_TRANSLATE_NOOP("FourPs", "Energy %1: the records are in another order than the "
+                                                               "header says: y is %2 in record %3 and %4 in record %5");
     return translated(text).arg(QString::number(row + 1), positionText(found.positionFrom),
                                 QString::number(found.from + 1), positionText(found.positionTo),
                                 QString::number(found.to + 1));
