@@ -8,14 +8,17 @@
 #include "analysis/results/ResultView.h"
 #include "display/DispABase.h"
 #include "display/DispMBase.h"
+#include "display/DisplayPicture.h"
 #include "display/HeaderMenu.h"
 #include "display/PopBase.h"
+#include "numeric/HelperThreads.h"
 
 #include <QDir>
 #include <QFileInfo>
 #include <QMetaEnum>
 
 #include <algorithm>
+#include <memory>
 #include <vector>
 
 namespace
@@ -112,12 +115,35 @@ public:
     }
 
     bool make() { return makeFolder(m_folder) || fail(QStringLiteral("cannot make the folder %1").arg(m_folder)); }
+    /// Draws it while the one before is being encoded; what goes wrong with this one shows with the next or in
+    /// finish().
     bool save(const HeaderMenu &menu, const QString &name)
     {
-        const QString path = pathIn(m_folder, m_stem, name);
         const DisplayPicture picture = menu.picture();
-        const QString problem = picture.save(path, picture.printScale(), m_set);
-        return problem.isEmpty() || fail(QStringLiteral("cannot write the picture %1: %2").arg(path, problem));
+        const QImage image = picture.toImage(picture.printScale());
+        if (!finish())
+            return false;
+        m_path = pathIn(m_folder, m_stem, name);
+        if (picture.fullSize().isEmpty())
+            return failWriting(DisplayPicture::nothingToSee());
+        const auto encode = [this, image] {
+            m_bytes = DisplayPicture::pngOf(image);
+        };
+        m_encoder = std::make_unique<numeric::HelperThreads>(1);
+        if (!m_encoder->start(encode))
+            encode();
+        return true;
+    }
+    /// Writes the picture that is being encoded, if any.
+    bool finish()
+    {
+        if (!m_encoder)
+            return true;
+        m_encoder->finish();
+        m_encoder.reset();
+        const QString problem = DisplayPicture::saveBytes(m_path, m_bytes, m_set);
+        m_bytes.clear();
+        return problem.isEmpty() || failWriting(problem);
     }
     QString error() const { return m_error; }
 
@@ -127,11 +153,18 @@ private:
         m_error = error;
         return false;
     }
+    bool failWriting(const QString &problem)
+    {
+        return fail(QStringLiteral("cannot write the picture %1: %2").arg(m_path, problem));
+    }
 
     QString m_folder;
     QString m_stem;
     numeric::FileSet *m_set;
     QString m_error;
+    QString m_path;     // of the picture that is being encoded
+    QByteArray m_bytes; // of it, when that is done
+    std::unique_ptr<numeric::HelperThreads> m_encoder;
 };
 
 bool saveGraphs(const FourPs &panel, PictureFolder *folder)
@@ -232,7 +265,7 @@ bool savePictures(FourPs *panel, const QString &folder, const QString &stem, num
 {
     PictureFolder pictures(folder, stem, set);
     const bool saved = pictures.make() && saveGraphs(*panel, &pictures) && saveResultMaps(panel, &pictures) &&
-                       saveQualityMaps(panel, &pictures) && saveDataMaps(panel, &pictures);
+                       saveQualityMaps(panel, &pictures) && saveDataMaps(panel, &pictures) && pictures.finish();
     *error = pictures.error();
     return saved;
 }

@@ -3,6 +3,7 @@
 #include "numeric/StagedFile.h"
 
 #include <QApplication>
+#include <QBuffer>
 #include <QCoreApplication>
 #include <QFileInfo>
 #include <QFontMetrics>
@@ -24,6 +25,14 @@ QFont titleFont()
     QFont font;
     font.setBold(true);
     return font;
+}
+
+/// Why a file could not be written.
+QString problemOf(const numeric::StagedFile &file)
+{
+    if (!file.problem().isEmpty())
+        return file.problem();
+    return QCoreApplication::translate("DisplayPicture", "There was no room for all of it.");
 }
 
 } // namespace
@@ -84,18 +93,34 @@ QString DisplayPicture::save(const QString &path, double scale, numeric::FileSet
     if (!isPng && suffix != QLatin1String("pdf"))
         return QCoreApplication::translate("DisplayPicture", "The name must end in .png or .pdf.");
     if (fullSize().isEmpty())
-        return QCoreApplication::translate("DisplayPicture", "There is nothing to see in this display.");
+        return nothingToSee();
+    if (isPng)
+        return saveBytes(path, pngOf(toImage(scale)), set);
     numeric::StagedFile file(path);
-    if (file.open() && (isPng ? writePng(&file, scale) : writePdf(&file)) && file.commit(set))
-        return QString();
-    if (!file.problem().isEmpty())
-        return file.problem();
-    return QCoreApplication::translate("DisplayPicture", "There was no room for all of it.");
+    return file.open() && writePdf(&file) && file.commit(set) ? QString() : problemOf(file);
 }
 
-bool DisplayPicture::writePng(numeric::StagedFile *file, double scale) const
+QString DisplayPicture::nothingToSee()
 {
-    return toImage(scale).save(file->device(), "PNG");
+    return QCoreApplication::translate("DisplayPicture", "There is nothing to see in this display.");
+}
+
+/// Maps are noise to the compressor: looking hard for repetitions takes several times as long and gains next to
+/// nothing.
+QByteArray DisplayPicture::pngOf(const QImage &image)
+{
+    constexpr int quickly = 60; // of 100: the level of compression, the pixels are the same for any
+    QByteArray bytes;
+    QBuffer buffer(&bytes);
+    return buffer.open(QIODevice::WriteOnly) && image.save(&buffer, "PNG", quickly) ? bytes : QByteArray();
+}
+
+QString DisplayPicture::saveBytes(const QString &path, const QByteArray &bytes, numeric::FileSet *set)
+{
+    numeric::StagedFile file(path);
+    const bool isSaved =
+        file.open() && !bytes.isEmpty() && file.device()->write(bytes) == bytes.size() && file.commit(set);
+    return isSaved ? QString() : problemOf(file);
 }
 
 bool DisplayPicture::writePdf(numeric::StagedFile *file) const

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <QByteArray>
 #include <QImage>
 #include <QSize>
 #include <QString>
@@ -32,9 +33,15 @@ struct DisplayPicture {
     /// file as it was; an empty text is success. With a set the file takes its place with the others of the set.
     QString save(const QString &path, double scale, numeric::FileSet *set = nullptr) const;
 
+    /// The two steps of saving a PNG, for whoever encodes on another thread; no bytes when it cannot be encoded, which
+    /// saveBytes() reports as too little room.
+    static QByteArray pngOf(const QImage &image);
+    static QString saveBytes(const QString &path, const QByteArray &bytes, numeric::FileSet *set = nullptr);
+    /// What save() says of a picture without a size.
+    static QString nothingToSee();
+
 private:
     int titleHeight() const;
     bool paintOn(QPaintDevice *device) const;
-    bool writePng(numeric::StagedFile *file, double scale) const;
     bool writePdf(numeric::StagedFile *file) const;
 };
