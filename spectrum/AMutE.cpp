@@ -52,6 +52,7 @@ double VictoreenLine::at(double energy) const
 
 bool AMutE::read(const QString &path)
 {
+    m_readProblem.clear();
     const QFileInfo info(path);
     if (!info.exists() || !info.isFile() || !info.isReadable())
         return false;
@@ -59,6 +60,7 @@ bool AMutE::read(const QString &path)
     QFile file(path);
     if (!file.open(QIODevice::ReadOnly)) {
         qDebug() << "Can't open a XAFS file" << path;
+        m_readProblem = file.errorString();
         return false;
     }
     forgetPoints();
@@ -67,6 +69,8 @@ bool AMutE::read(const QString &path)
         return false;
     }
     const QByteArray bytes = file.readAll();
+    if (file.error() != QFileDevice::NoError)
+        m_readProblem = file.errorString();
     SpectrumScan scan = parseSpectrum(std::string_view(bytes.constData(), static_cast<std::size_t>(bytes.size())));
     if (!scan.isSupported)
         qDebug() << "No channel for I0 in the Mode line of" << path;

@@ -43,6 +43,8 @@ public:
     /// tells whether they can be used; a file beyond half a gigabyte is no spectrum. The lines of a file that cannot be
     /// used stay those fitted before.
     bool read(const QString &path);
+    /// What the system said when the last read() could not open or read its file; empty otherwise.
+    const QString &readProblem() const { return m_readProblem; }
 
     /// The middle of the steepest rising step between neighbouring points; among equal steps the first. Half of the
     /// first energy when no step rises by more than -1, and 0 without points. Does not set edgeEnergy().
@@ -111,6 +113,7 @@ private:
 
     bool m_valid = false;
     QString m_fileName;
+    QString m_readProblem;
     Extremes m_angle, m_energy, m_mu;
     QVector<SpectrumPoint> m_points;
     double m_preEdgeEnd = 8000.0;

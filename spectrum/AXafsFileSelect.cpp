@@ -102,6 +102,8 @@ void AXafsFileSelect::reportLoad(const QString &path)
     const QFileInfo info(path);
     if (m_lastReadSucceeded) {
         showWhatWasFound();
+    } else if (!m_spectrum.readProblem().isEmpty()) {
+        setExInfo(tr("Cannot read %1: %2").arg(info.fileName(), m_spectrum.readProblem()), true);
     } else if (info.isFile() && info.isReadable()) {
         setExInfo(tr("%1 is not a spectrum").arg(info.fileName()), true);
     } else {

@@ -239,6 +239,10 @@ Do you want to replace it?</source>
         <translation>%1 を読めません</translation>
     </message>
     <message>
+        <source>Cannot read %1: %2</source>
+        <translation>%1 を読み込めません：%2</translation>
+    </message>
+    <message>
         <source>Eng.[eV]</source>
         <translation>E [eV]</translation>
     </message>

@@ -17,15 +17,17 @@ QString exactText(double value)
     return QString::number(value, 'g', QLocale::FloatingPointShortest);
 }
 
-QString spectrumProblem(const QString &key, const QString &file)
+/// `systemText`: what the system said when the file was read.
+QString spectrumProblem(const QString &key, const QString &file, const QString &systemText)
 {
     const QFileInfo info(file);
-    QString what = QStringLiteral("%1 is no spectrum file");
+    const QString why = systemText.isEmpty() ? QString() : QStringLiteral(" (%1)").arg(systemText);
+    QString what = QStringLiteral("%1 is no spectrum file").arg(file);
     if (!info.exists())
-        what = QStringLiteral("%1: no such file");
-    else if (!info.isFile() || !info.isReadable())
-        what = QStringLiteral("%1 cannot be read, a spectrum file is expected");
-    return key + QLatin1String(": ") + what.arg(file);
+        what = QStringLiteral("%1: no such file").arg(file);
+    else if (!info.isFile() || !info.isReadable() || !why.isEmpty())
+        what = QStringLiteral("%1 cannot be read, a spectrum file is expected%2").arg(file, why);
+    return key + QLatin1String(": ") + what;
 }
 
 QString mapProblem(const QString &key, const QString &file, const MapLoadResult &result)
@@ -115,11 +117,13 @@ QStringList PanelJob::load(const Job &job, const std::function<void(const QStrin
         m_inputs.references()[i]->setUsed(reference.use);
         m_inputs.references()[i]->setValenceText(i < job.references.size() ? exactText(reference.valence) : QString());
         if (!loadSpectrum(m_inputs.selector(i), reference.file, reference.dE))
-            problems << spectrumProblem(QStringLiteral("references[%1].file").arg(i), reference.file);
+            problems << spectrumProblem(QStringLiteral("references[%1].file").arg(i), reference.file,
+                                        m_inputs.selector(i)->spectrum().readProblem());
     }
     announce(job.target.file);
     if (!loadSpectrum(m_inputs.target(), job.target.file, job.target.dE))
-        problems << spectrumProblem(QStringLiteral("target.file"), job.target.file);
+        problems << spectrumProblem(QStringLiteral("target.file"), job.target.file,
+                                    m_inputs.target()->spectrum().readProblem());
     for (int i = 0; i < m_inputs.points().size(); ++i) {
         Job::Energy energy;
         energy.use = false;
