@@ -1,6 +1,7 @@
 // Files dropped on the panel: folders, several files, jobs.
 
 #include "PanelTools.h"
+#include "controls/ManualPage.h"
 
 using namespace paneltools;
 
@@ -69,6 +70,44 @@ private slots:
                 QCOMPARE(user.target()->dir(), QFileInfo(QDir(m_files.dir()).filePath(name)).path());
             });
         QVERIFY(QFile::remove(m_files.path("job.json")));
+    }
+
+    /// Of all pages that there are, the installed one in the user's language comes first.
+    void firstPageOfTheManual()
+    {
+        QTemporaryDir dir;
+        const QDir root(QFileInfo(dir.path()).canonicalFilePath());
+        const QString programs = root.filePath("build/debug/bin");
+        QVERIFY(root.mkpath("build/debug/bin"));
+        QCOMPARE(manual::firstPage(programs, "ja"), QString());
+        for (const char *const page :
+             {"docs/manual/en/index.md", "docs/manual/ja/index.md", "build/debug/docs/manual/html/en/index.html",
+              "build/debug/docs/manual/html/ja/index.html", "build/debug/share/doc/flokluk/html/en/index.html",
+              "build/debug/share/doc/flokluk/html/ja/index.html"}) {
+            QVERIFY(root.mkpath(QFileInfo(page).path()) && tables::writeBytes(root.filePath(page), "page"));
+            QCOMPARE(manual::firstPage(programs, "ja"), root.filePath(page));
+        }
+        QVERIFY(manual::firstPage(programs, "en").endsWith("share/doc/flokluk/html/en/index.html"));
+    }
+
+    /// Button and key open it; that nothing opens it is told.
+    void manualIsOpened()
+    {
+        User user;
+        user.panel.show();
+        user.panel.activateWindow();
+        QVERIFY(QTest::qWaitForWindowActive(&user.panel));
+        QStringList opened;
+        user.panel.openPage = [&opened](const QString &page) {
+            opened << page;
+            return opened.size() == 1;
+        };
+        const QString page = manual::firstPage(QCoreApplication::applicationDirPath(), "en");
+        user.click("ManualB");
+        QCOMPARE(user.takeMessages().isEmpty(), !page.isEmpty());
+        QTest::keyClick(&user.panel, Qt::Key_F1);
+        QCOMPARE(opened, page.isEmpty() ? QStringList() : QStringList({page, page}));
+        QVERIFY(user.takeMessages().startsWith(page.isEmpty() ? "The manual" : "There is no program that opens /"));
     }
 };
 

@@ -143,6 +143,7 @@ void FourPs::placeControls()
     for (QLineEdit *const field : findChildren<QLineEdit *>())
         field->setAcceptDrops(false); // else they take the name of a file as text
     compact::fitButton(ui.ClearMessages);
+    compact::fitButton(ui.ManualB);
     const int pages = qMax(ui.Conditions->sizeHint().height(), ui.MorePages->sizeHint().height());
     ui.Conditions->setFixedHeight(pages); // they take turns in one place
     ui.MorePages->setFixedHeight(pages);
@@ -352,6 +353,7 @@ void FourPs::connectButtons()
     connect(ui.CopyConditions, &QPushButton::clicked, this, &FourPs::copyConditions);
     connect(ui.LoadConditions, &QPushButton::clicked, this, &FourPs::chooseConditions);
     connect(ui.ClearMessages, &QPushButton::clicked, ui.Messages, &QTextEdit::clear);
+    connect(ui.ManualB, &QPushButton::clicked, this, &FourPs::openManual);
     connect(ui.RemoveAFile, &QPushButton::clicked, this, &FourPs::removeAFile);
 }
 

@@ -88,6 +88,8 @@ public:
     std::function<QString()> askJobFile;
     /// Asks for the amount that the pixels of a region have at least; none is a change of mind.
     std::function<std::optional<double>()> askThickness;
+    /// Opens a page of the manual with the desktop's program for it; false when there is none.
+    std::function<bool(const QString &page)> openPage;
     /// Seconds: a map that is expected to take longer is not calculated unless it is asked for.
     double longestQuietMap = 0.3;
 
@@ -124,6 +126,8 @@ public slots:
     void receiveNewEnergy(double e);
     /// The present inputs and settings go to the clipboard as a job for flokluk-batch.
     void copyConditions();
+    /// Opens the manual in the program's language (see manual::firstPage). The message area says why it cannot.
+    void openManual();
     /// Asks for a job file; then loadConditions().
     void chooseConditions();
     /// Loads a job file. What is wrong goes into the message area; a job with a mistake in itself changes nothing.

@@ -1,17 +1,23 @@
-// What keys do, and where the keyboard goes by itself.
+// What keys do, the manual among it, and where the keyboard goes by itself.
 
 #include "analysis/panel/FourPs.h"
+#include "controls/ManualPage.h"
 
 #include <QApplication>
+#include <QDesktopServices>
 #include <QKeyEvent>
 #include <QShortcut>
+#include <QUrl>
 
 #include <utility>
 
 void FourPs::connectKeys()
 {
     const std::pair<QPushButton *, const char *> keys[] = {
-        {ui.CalcMapB, "Ctrl+Return"}, {ui.CalcMapB, "Ctrl+Enter"}, {ui.WriteB, "Ctrl+S"}};
+        {ui.CalcMapB, "Ctrl+Return"}, {ui.CalcMapB, "Ctrl+Enter"}, {ui.WriteB, "Ctrl+S"}, {ui.ManualB, "F1"}};
+    openPage = [](const QString &page) {
+        return QDesktopServices::openUrl(QUrl::fromLocalFile(page));
+    };
     for (const auto &[button, key] : keys) {
         auto *const shortcut = new QShortcut(QKeySequence(QLatin1String(key)), this);
         connect(shortcut, &QShortcut::activated, this, [this, b = button] { press(b); });
@@ -36,6 +42,16 @@ void FourPs::keyPressEvent(QKeyEvent *event)
         button->click();
     else
         QFrame::keyPressEvent(event);
+}
+
+void FourPs::openManual()
+{
+    //: the folder of the manual in this language
+    const QString page = manual::firstPage(QCoreApplication::applicationDirPath(), tr("en"));
+    if (page.isEmpty())
+        message(tr("The manual is not installed."));
+    else if (!openPage(page))
+        message(tr("There is no program that opens %1.").arg(page));
 }
 
 void FourPs::askForValence(int i)
