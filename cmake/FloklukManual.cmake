@@ -1,33 +1,70 @@
-# The manual: docs/manual/LANGUAGE/PAGE.md becomes DOC/html/LANGUAGE/PAGE.html, where pandoc is installed. Pictures and
-# style sheets keep their places; links between pages follow.
-set(manual ${PROJECT_SOURCE_DIR}/docs/manual)
-set(html ${PROJECT_BINARY_DIR}/manual)
-file(GLOB pages RELATIVE ${manual} CONFIGURE_DEPENDS ${manual}/*/*.md)
+# The manual as HTML, where pandoc is installed: target `manual`, part of a build of the whole and of an installation.
+include_guard(GLOBAL)
+option(FLOKLUK_BUILD_MANUAL "Build the manual as HTML where pandoc is installed" ${FLOKLUK_TOP_LEVEL})
+if(NOT FLOKLUK_BUILD_MANUAL)
+    return()
+endif()
 find_program(PANDOC pandoc)
 mark_as_advanced(PANDOC)
-if(NOT PANDOC OR NOT pages)
+if(NOT PANDOC)
+    message(STATUS "pandoc was not found: going on without the manual as HTML")
     return()
 endif()
 
-set(style "")
-if(EXISTS ${manual}/manual.css)
-    set(style --css=../manual.css)
-endif()
-set(outputs "")
-foreach(page IN LISTS pages)
-    get_filename_component(language ${page} DIRECTORY)
-    get_filename_component(name ${page} NAME_WE)
-    set(output ${html}/${language}/${name}.html)
-    add_custom_command(OUTPUT ${output}
-        COMMAND ${CMAKE_COMMAND} -E make_directory ${html}/${language}
-        COMMAND ${PANDOC} --standalone --from=markdown --to=html5 --mathml --shift-heading-level-by=-1
-            --metadata=lang:${language} --metadata=pagetitle:${name} ${style}
-            --lua-filter=${PROJECT_SOURCE_DIR}/cmake/ManualLinks.lua --output=${output} ${manual}/${page}
-        DEPENDS ${manual}/${page} ${PROJECT_SOURCE_DIR}/cmake/ManualLinks.lua
-        COMMENT "Manual page ${language}/${name}" VERBATIM)
-    list(APPEND outputs ${output})
-endforeach()
-add_custom_target(manual ALL DEPENDS ${outputs})
-install(DIRECTORY ${html}/ DESTINATION ${CMAKE_INSTALL_DOCDIR}/html)
-install(DIRECTORY ${manual}/ DESTINATION ${CMAKE_INSTALL_DOCDIR}/html
-    FILES_MATCHING PATTERN "*.png" PATTERN "*.svg" PATTERN "*.css" PATTERN "*.json")
+include(GNUInstallDirs)
+
+function(flokluk_manual)
+    set(manual ${PROJECT_SOURCE_DIR}/docs/manual)
+    set(html ${PROJECT_BINARY_DIR}/docs/manual/html) # the program looks for it there, see controls/ManualPage.cpp
+    set(tools ${manual}/html)
+    set(outputs)
+    foreach(language en ja)
+        file(GLOB pages CONFIGURE_DEPENDS ${manual}/${language}/*.md)
+        list(SORT pages) # 1-..., 2-..., ..., index
+        list(FILTER pages EXCLUDE REGEX "/index\\.md$")
+        set(names_${language})
+        foreach(page IN LISTS pages)
+            get_filename_component(name ${page} NAME_WE)
+            list(APPEND names_${language} ${name})
+        endforeach()
+        set(names index ${names_${language}} index)
+        list(LENGTH names_${language} last)
+        foreach(i RANGE 0 ${last})
+            list(GET names ${i} name)
+            math(EXPR after "${i} + 1")
+            list(GET names ${after} next)
+            set(neighbours)
+            if(i GREATER 0)
+                math(EXPR before "${i} - 1")
+                list(GET names ${before} previous)
+                set(neighbours -M inner=1 -M previous=${previous}.html)
+            endif()
+            if(i LESS last)
+                list(APPEND neighbours -M next=${next}.html)
+            endif()
+            set(page ${manual}/${language}/${name}.md)
+            set(output ${html}/${language}/${name}.html)
+            add_custom_command(OUTPUT ${output}
+                COMMAND ${CMAKE_COMMAND} -E make_directory ${html}/${language}
+                COMMAND ${PANDOC} -f gfm+east_asian_line_breaks -t html5 --standalone --template ${tools}/page.html
+                    --quiet --lua-filter ${tools}/page.lua -M lang=${language} ${neighbours} -o ${output} ${page}
+                DEPENDS ${page} ${tools}/page.html ${tools}/page.lua
+                VERBATIM)
+            list(APPEND outputs ${output})
+        endforeach()
+    endforeach()
+
+    file(GLOB images CONFIGURE_DEPENDS ${manual}/images/*.png)
+    foreach(file IN LISTS images ITEMS ${tools}/manual.css)
+        get_filename_component(name ${file} NAME)
+        set(output ${html}/images/${name})
+        if(name STREQUAL manual.css)
+            set(output ${html}/${name})
+        endif()
+        add_custom_command(OUTPUT ${output} COMMAND ${CMAKE_COMMAND} -E copy ${file} ${output} DEPENDS ${file} VERBATIM)
+        list(APPEND outputs ${output})
+    endforeach()
+    add_custom_target(manual ALL DEPENDS ${outputs})
+    install(DIRECTORY ${html}/ DESTINATION ${CMAKE_INSTALL_DOCDIR}/html)
+endfunction()
+flokluk_manual()

@@ -1,8 +1,10 @@
 -- The first heading is the title of the page; links from page to page lead to the HTML ones. Other documents of the
--- project ("../../batch.md") lie as Markdown at the same distance where the manual is installed.
+-- project ("../../batch.md") are installed as Markdown in docs/ beside html/.
 
 function Link(link)
-  if not link.target:match('^%a+:') and not link.target:match('^%.%./%.%./') then
+  if link.target:match('^%.%./%.%./') then
+    link.target = link.target:gsub('^%.%./%.%./', '../../docs/')
+  elseif not link.target:match('^%a+:') then
     link.target = link.target:gsub('%.md$', '.html')
   end
   return link
