@@ -1565,6 +1565,23 @@ Do you want to replace it?</source>
         <source>Energy %1: the map file changed while it was read</source>
         <translation>エネルギー %1：読み込み中にマップファイルが変更されました</translation>
     </message>
+    <message>
+        <source>Open the manual (F1)</source>
+        <translation>マニュアルを開く（F1）</translation>
+    </message>
+    <message>
+        <source>en</source>
+        <extracomment>the folder of the manual in this language</extracomment>
+        <translation>ja</translation>
+    </message>
+    <message>
+        <source>The manual is not installed.</source>
+        <translation>マニュアルがインストールされていません。</translation>
+    </message>
+    <message>
+        <source>There is no program that opens %1.</source>
+        <translation>%1 を開けるプログラムがありません。</translation>
+    </message>
 </context>
 <context>
     <name>HeaderMenu</name>
