@@ -1,9 +1,16 @@
 #include "batch/BatchCommand.h"
 
+#include "batch/BatchMessages.h"
+#include "batch/Crate.h"
 #include "batch/JobRunner.h"
 #include "batch/OutputPaths.h"
 #include "batch/ParallelJobs.h"
+#include "batch/Repeat.h"
+#include "batch/ReportFile.h"
+#include "batch/SeriesTable.h"
+#include "batch/SeriesTrend.h"
 #include "batch/Verify.h"
+#include "numeric/OutputFile.h"
 
 #include <QDir>
 #include <QFileInfo>
@@ -37,27 +44,102 @@ QVector<JobOrErrors> readJobs(const BatchOptions &options)
     return jobs;
 }
 
-int runOne(const JobOrErrors &job, const BatchOptions &options, QTextStream *out, QTextStream *err, bool isTerminal)
+/// The outcome of one job for whoever started this program.
+bool writeOutcome(const SeriesRow &row, const QString &path)
 {
-    const JobResult result = runJob(job, {options.check, options.hash, err, isTerminal});
-    if (options.jobs.size() > 1)
-        *out << "== " << job.job.fileName << '\n';
-    *out << result.messages;
+    numeric::OutputFile file(path);
+    return path.isEmpty() || (file.open() && file.write(seriesRowToJson(row)) && file.commit());
+}
+
+SeriesRow runOne(const JobOrErrors &job, const BatchOptions &options, QTextStream *out, QTextStream *err)
+{
+    SeriesRow row{job.job, 0, {}, {}, {}};
+    const QString title = options.jobs.size() > 1 ? QStringLiteral("== %1\n").arg(job.job.fileName) : QString();
+    if (options.skipDone && !options.check && job.errors.isEmpty() && isAlreadyDone(job.job, options.japanese)) {
+        *out << title << job.job.fileName << ": done already, skipped\n";
+        row.report = readReport(job.job.report).content;
+        return row;
+    }
+    const JobResult result =
+        runJob(job, {options.check, options.hash, options.isReported(), options.japanese, err, options.form});
+    *out << title << result.messages;
     if (options.check && result.outcome == JobOutcome::Done)
         *out << job.job.fileName << ": no mistakes\n";
     out->flush();
-    for (const QString &warning : result.warnings)
-        *err << "flokluk-batch: warning: " << warning << '\n';
-    for (const QString &error : result.errors)
-        *err << "flokluk-batch: " << error << '\n';
-    err->flush();
-    return static_cast<int>(result.outcome);
+    BatchMessages messages(err, options.form == ProgressForm::Json);
+    messages.warning(job.job.fileName, result.warnings);
+    messages.error(job.job.fileName, result.errors);
+    return {job.job, static_cast<int>(result.outcome), result.errors, result.warnings, result.report};
+}
+
+QVector<SeriesRow> runAll(const QVector<JobOrErrors> &jobs, const BatchOptions &options, QTextStream *out,
+                          QTextStream *err)
+{
+    if (options.processes > 1 && jobs.size() > 1)
+        return runInParallel(jobs, options, out, err);
+    QVector<SeriesRow> rows;
+    for (const JobOrErrors &job : jobs)
+        rows.append(runOne(job, options, out, err));
+    return rows;
+}
+
+/// What is made of all jobs together; the exit code.
+int writeSeries(const QVector<SeriesRow> &rows, const BatchOptions &options, QTextStream *err)
+{
+    const auto write = [](const QString &path, const QByteArray &bytes) {
+        numeric::OutputFile file(path);
+        return path.isEmpty() || (!bytes.isEmpty() && file.open() && file.write(bytes) && file.commit());
+    };
+    QStringList problems, warnings;
+    for (const SeriesRow &row : rows) {
+        if (!writeOutcome(row, options.outcomeFile))
+            problems << QStringLiteral("cannot write %1").arg(options.outcomeFile);
+    }
+    if (!options.table.isEmpty() && !write(options.table, seriesTable(rows)))
+        problems << QStringLiteral("cannot write the table %1").arg(options.table);
+    if (!options.trend.isEmpty()) {
+        const Trend trend = trendOf(rows);
+        warnings += trend.warnings;
+        if (!write(options.trend, trendPicture(trend, options.trend)))
+            problems << QStringLiteral("cannot write the picture %1").arg(options.trend);
+    }
+    if (!options.crate.isEmpty())
+        problems += writeCrate(rows, options.crate);
+    BatchMessages messages(err, options.form == ProgressForm::Json);
+    messages.warning(QString(), warnings);
+    messages.error(QString(), problems);
+    return static_cast<int>(problems.isEmpty() ? JobOutcome::Done : JobOutcome::CannotWrite);
+}
+
+int runJobs(const BatchOptions &options, QTextStream *out, QTextStream *err)
+{
+    QVector<JobOrErrors> jobs = readJobs(options);
+    findOutputMistakes(&jobs);
+    QStringList ofAll = {options.table, options.trend, options.outcomeFile};
+    ofAll.removeAll(QString());
+    QString problem = outputMistake(jobs, ofAll);
+    if (problem.isEmpty())
+        problem = crateMistake(options.crate);
+    if (!problem.isEmpty()) {
+        BatchMessages(err, options.form == ProgressForm::Json).error(QString(), {problem});
+        return static_cast<int>(JobOutcome::WrongJob);
+    }
+    if (options.listOutputs)
+        return listOutputs(jobs, options, out, err);
+    const QVector<SeriesRow> rows = runAll(jobs, options, out, err);
+    int code = options.isReported() ? writeSeries(rows, options, err) : 0;
+    for (const SeriesRow &row : rows)
+        code = qMax(code, row.code);
+    return code;
 }
 
 } // namespace
 
-int runBatchCommand(const BatchOptions &options, QTextStream *out, QTextStream *err, bool isTerminal)
+int runBatchCommand(const BatchOptions &given, QTextStream *out, QTextStream *err, bool isTerminal)
 {
+    BatchOptions options = given;
+    if (isTerminal && options.form == ProgressForm::Lines)
+        options.form = ProgressForm::Bar;
     *out << options.answer;
     if (!options.answer.isEmpty())
         return static_cast<int>(JobOutcome::Done);
@@ -65,17 +147,14 @@ int runBatchCommand(const BatchOptions &options, QTextStream *out, QTextStream *
         *err << "flokluk-batch: " << options.error << "; flokluk-batch --help says more\n";
         return static_cast<int>(JobOutcome::WrongJob);
     }
-    if (!options.verify.isEmpty())
-        return static_cast<int>(verifyReport(options.verify, out, err));
-    QVector<JobOrErrors> jobs = readJobs(options);
-    findOutputMistakes(&jobs);
     int code = 0;
-    if (options.processes > 1 && jobs.size() > 1) {
-        code = runInParallel(jobs, options, out, err);
-    } else {
-        for (const JobOrErrors &job : qAsConst(jobs))
-            code = qMax(code, runOne(job, options, out, err, isTerminal));
-    }
+    if (!options.verify.isEmpty())
+        code = static_cast<int>(verifyReport(options.verify, out, err));
+    else if (!options.again.isEmpty())
+        code = static_cast<int>(repeatReport(options.again, options, out, err));
+    else
+        code = runJobs(options, out, err);
+    out->flush();
     if (out->status() == QTextStream::Ok)
         return code;
     *err << "flokluk-batch: cannot write to standard output\n";

@@ -7,19 +7,80 @@
 namespace
 {
 
-QString mistake(const BatchOptions &options, bool isNumber)
+struct Option {
+    const char *name;
+    const char *value; ///< what the help calls its value; null: it has none
+    const char *text;  ///< null: for this program alone
+};
+
+const Option optionTable[] = {
+    {"pictures", "DIR", "Save every display and map as PNG in this folder."},
+    {"report", "FILE", "Write the results as JSON; with several jobs one file each, _JOB added to the name."},
+    {"table", "FILE", "Write one line a job, with all numbers, as CSV."},
+    {"trend", "FILE", "Draw the fractions of all jobs with their error bars, as .png or .pdf."},
+    {"crate", "DIR", "Copy what was written into this folder, described as an RO-Crate."},
+    {"jobs", "N", "Run N jobs at once."},
+    {"check", nullptr, "Only look for mistakes in the jobs."},
+    {"list-outputs", nullptr, "Only print the files that the jobs would write, one a line."},
+    {"skip-done", nullptr, "Leave out the jobs whose files are all there, by their reports."},
+    {"lenient", nullptr, "Calculate with inputs that cannot be right, too."},
+    {"hash", nullptr, "Put the SHA-256 of each input into the report."},
+    {"progress", "FORM", "\"json\": progress and mistakes as one JSON object a line."},
+    {"verify", "REPORT",
+     "Tell whether the files on disk are those of this report's run: exit code 0 if they are, 1 if not, 2 if it is no "
+     "report."},
+    {"again", "REPORT",
+     "Run this report's job again, with its files in a temporary folder, and tell whether inputs and results are the "
+     "same: exit code 0 if they are, 1 if not, 2 if it is no report."},
+    {"show", nullptr, "Open the window with one job loaded."},
+    {"j", nullptr, "Japanese texts."},
+    {"e", nullptr, "English texts (default)."},
+    {"outcome-file", "FILE", nullptr},
+};
+
+void addOptions(QCommandLineParser *parser)
+{
+    for (const Option &option : optionTable) {
+        QCommandLineOption added(QLatin1String(option.name), QLatin1String(option.text),
+                                 QLatin1String(option.value ? option.value : ""));
+        if (!option.text)
+            added.setFlags(QCommandLineOption::HiddenFromHelp);
+        parser->addOption(added);
+    }
+    parser->addOption({{QStringLiteral("h"), QStringLiteral("help")}, QStringLiteral("Show this help.")});
+    parser->addOption({{QStringLiteral("v"), QStringLiteral("version")}, QStringLiteral("Show version and commit.")});
+}
+
+QString trendMistake(const BatchOptions &options)
+{
+    const bool isKnown = options.trend.isEmpty() ||
+                         options.trend.endsWith(QLatin1String(".png"), Qt::CaseInsensitive) ||
+                         options.trend.endsWith(QLatin1String(".pdf"), Qt::CaseInsensitive);
+    return isKnown ? QString() : QStringLiteral("--trend draws a .png or a .pdf");
+}
+
+QString mistake(const BatchOptions &options, bool isNumber, const QString &progress)
 {
     if (!isNumber || options.processes < 1)
         return QStringLiteral("--jobs wants a number from 1 on");
-    if (!options.verify.isEmpty())
-        return options.jobs.isEmpty() ? QString() : QStringLiteral("--verify goes with no job");
+    if (!progress.isEmpty() && options.form != ProgressForm::Json)
+        return QStringLiteral("--progress knows one form, json");
+    if (!options.verify.isEmpty() || !options.again.isEmpty())
+        return options.jobs.isEmpty()
+                   ? QString()
+                   : QStringLiteral("%1 goes with no job").arg(options.verify.isEmpty() ? "--again" : "--verify");
     if (options.jobs.isEmpty())
         return QStringLiteral("no job file is named");
     if (options.show && options.jobs.size() != 1)
         return QStringLiteral("--show opens one job");
-    if (options.show && (options.check || options.lenient || !options.pictures.isEmpty() || !options.report.isEmpty()))
+    if (options.show && (options.check || options.listOutputs || options.skipDone || options.isSeries() ||
+                         options.lenient || !options.pictures.isEmpty() || !options.report.isEmpty()))
         return QStringLiteral("--show goes with no other option than -j or -e");
-    return QString();
+    if ((options.check || options.listOutputs) && options.isSeries())
+        return QStringLiteral("--table, --trend and --crate want jobs that are run");
+    if (options.check && options.listOutputs)
+        return QStringLiteral("--check and --list-outputs do not go together");
+    return trendMistake(options);
 }
 
 } // namespace
@@ -33,56 +94,46 @@ BatchOptions parseBatchOptions(const QStringList &arguments)
                        "of several jobs the largest."));
     parser.addPositionalArgument(QStringLiteral("JOB.json"), QStringLiteral("The jobs, run in this order."),
                                  QStringLiteral("JOB.json ..."));
-    const QCommandLineOption pictures(QStringLiteral("pictures"),
-                                      QStringLiteral("Save every display and map as PNG in this folder."),
-                                      QStringLiteral("DIR"));
-    const QCommandLineOption report(
-        QStringLiteral("report"),
-        QStringLiteral("Write the results as JSON; with several jobs one file each, _JOB added to the name."),
-        QStringLiteral("FILE"));
-    const QCommandLineOption processes(QStringLiteral("jobs"), QStringLiteral("Run N jobs at once."),
-                                       QStringLiteral("N"), QStringLiteral("1"));
-    const QCommandLineOption check(QStringLiteral("check"), QStringLiteral("Only look for mistakes in the jobs."));
-    const QCommandLineOption lenient(QStringLiteral("lenient"),
-                                     QStringLiteral("Calculate with inputs that cannot be right, too."));
-    const QCommandLineOption hash(QStringLiteral("hash"),
-                                  QStringLiteral("Put the SHA-256 of each input into the report."));
-    const QCommandLineOption verify(
-        QStringLiteral("verify"),
-        QStringLiteral("Tell whether the files on disk are those of this report's run: exit code 0 if they are, 1 if "
-                       "not, 2 if it is no report."),
-        QStringLiteral("REPORT"));
-    const QCommandLineOption show(QStringLiteral("show"), QStringLiteral("Open the window with one job loaded."));
-    const QCommandLineOption japanese(QStringLiteral("j"), QStringLiteral("Japanese texts."));
-    const QCommandLineOption english(QStringLiteral("e"), QStringLiteral("English texts (default)."));
-    const QCommandLineOption help({QStringLiteral("h"), QStringLiteral("help")}, QStringLiteral("Show this help."));
-    parser.addOptions({pictures, report, processes, check, lenient, hash, verify, show, japanese, english, help});
-    const QCommandLineOption version({QStringLiteral("v"), QStringLiteral("version")},
-                                     QStringLiteral("Show version and commit."));
-    parser.addOption(version);
+    addOptions(&parser);
 
     BatchOptions options;
     const bool parsed = parser.parse(arguments);
-    if (parsed && parser.isSet(help))
+    if (parsed && parser.isSet(QStringLiteral("help")))
         options.answer = parser.helpText();
-    else if (parsed && parser.isSet(version))
+    else if (parsed && parser.isSet(QStringLiteral("version")))
         options.answer = versionLine(QStringLiteral("flokluk-batch")) + QLatin1Char('\n');
     if (!parsed || !options.answer.isEmpty()) {
         options.error = parsed ? QString() : parser.errorText();
         return options;
     }
+    const auto value = [&parser](const char *name) {
+        return parser.value(QLatin1String(name));
+    };
+    const auto isSet = [&parser](const char *name) {
+        return parser.isSet(QLatin1String(name));
+    };
     options.jobs = parser.positionalArguments();
-    options.pictures = parser.value(pictures);
-    options.report = parser.value(report);
-    bool isNumber = false;
-    options.processes = parser.value(processes).toInt(&isNumber);
-    options.check = parser.isSet(check);
-    options.lenient = parser.isSet(lenient);
-    options.hash = parser.isSet(hash);
-    options.verify = parser.value(verify);
-    options.show = parser.isSet(show);
+    options.pictures = value("pictures");
+    options.report = value("report");
+    options.table = value("table");
+    options.trend = value("trend");
+    options.crate = value("crate");
+    bool isNumber = true;
+    if (isSet("jobs"))
+        options.processes = value("jobs").toInt(&isNumber);
+    options.verify = value("verify");
+    options.again = value("again");
+    options.outcomeFile = value("outcome-file");
+    options.check = isSet("check");
+    options.listOutputs = isSet("list-outputs");
+    options.skipDone = isSet("skip-done");
+    options.hash = isSet("hash");
+    options.show = isSet("show");
+    options.lenient = isSet("lenient");
+    if (value("progress") == QLatin1String("json"))
+        options.form = ProgressForm::Json;
     const QStringList names = parser.optionNames();
     options.japanese = names.lastIndexOf(QStringLiteral("j")) > names.lastIndexOf(QStringLiteral("e"));
-    options.error = mistake(options, isNumber);
+    options.error = mistake(options, isNumber, isSet("progress") ? value("progress") + QLatin1Char(' ') : QString());
     return options;
 }

@@ -6,6 +6,7 @@
 #include "analysis/panel/PanelSettings.h"
 #include "analysis/results/ResultWriter.h"
 #include "analysis/shift/MapShift.h"
+#include "batch/JobNeeds.h"
 #include "batch/OutputFolders.h"
 #include "batch/OutputLocks.h"
 #include "batch/OutputPaths.h"
@@ -18,6 +19,7 @@
 
 #include <QElapsedTimer>
 #include <QFileInfo>
+#include <QJsonDocument>
 
 #include <algorithm>
 #include <cstddef>
@@ -27,98 +29,10 @@
 namespace
 {
 
-template <class Condition>
-bool hasEnergy(const Job &job, Condition condition)
+/// By which the progress knows a job: programs get the path, since several jobs may have one name.
+QString nameOf(const Job &job, const RunOptions &options)
 {
-    return std::any_of(job.energies.begin(), job.energies.end(), condition);
-}
-
-bool wantsMap(const Job &job)
-{
-    return hasEnergy(job, [](const Job::Energy &energy) { return energy.use && !energy.map.isEmpty(); });
-}
-
-bool wantsTarget(const Job &job)
-{
-    return !job.target.file.isEmpty() && hasEnergy(job, [](const Job::Energy &energy) { return energy.use; });
-}
-
-bool wantsFit(const Job &job)
-{
-    return !job.target.file.isEmpty() && hasEnergy(job, [](const Job::Energy &energy) { return energy.lcf; });
-}
-
-/// A step counts only where the job asks for it: the panel always tries them all.
-bool wants(const Job &job, Step step)
-{
-    switch (step) {
-    case Step::Map:
-        return wantsMap(job);
-    case Step::Target:
-        return wantsTarget(job);
-    case Step::Fit:
-        return wantsFit(job);
-    case Step::Write:
-        break;
-    }
-    return true;
-}
-
-/// What a job that is run must have besides. One that is only shown may be unfinished.
-QStringList missingParts(const Job &job)
-{
-    QStringList errors;
-    for (int i = 0; i < job.references.size(); ++i) {
-        if (job.references[i].use && job.references[i].file.isEmpty())
-            errors << QStringLiteral("references[%1].file is missing").arg(i);
-    }
-    if (!wantsMap(job) && !wantsTarget(job) && !wantsFit(job))
-        errors << QStringLiteral("there is nothing to calculate: neither a used energy with a map, nor a target with "
-                                 "a used energy or one with lcf");
-    else if (!wantsMap(job) && !job.resultFile.isEmpty())
-        errors << QStringLiteral("output.result: there is no map that could be written");
-    if (!wantsMap(job) && !job.qualityFile.isEmpty())
-        errors << QStringLiteral("output.quality: there is no map that it could tell of");
-    if (!wantsMap(job) && !job.regions.isEmpty())
-        errors << QStringLiteral("regions: there is no map that they could lie in");
-    else if (!job.regions.isEmpty() && job.report.isEmpty())
-        errors << QStringLiteral("regions: there is no report that could hold them");
-    return errors;
-}
-
-/// Regions that lie beside the first used map, whose size the results get.
-QStringList regionsBeside(const Job &job, const AnalysisInput &input)
-{
-    QStringList errors;
-    const auto isUsed = [](const PointInput &point) {
-        return point.isUsed && point.map;
-    };
-    const auto first = std::find_if(input.points.begin(), input.points.end(), isUsed);
-    for (int i = 0; first != input.points.end() && i < job.regions.size(); ++i) {
-        const auto &corners = job.regions[i].rectangle;
-        const int width = first->map->nx();
-        const int height = first->map->ny();
-        if (corners &&
-            (std::min((*corners)[0], (*corners)[2]) >= width || std::min((*corners)[1], (*corners)[3]) >= height))
-            errors << QStringLiteral("regions[%1].rectangle lies beside the map of %2 x %3 pixels")
-                          .arg(i)
-                          .arg(width)
-                          .arg(height);
-    }
-    return errors;
-}
-
-int stagesOf(const Job &job)
-{
-    int stages = 1; // calculating
-    stages += job.shift != Job::Shift::Ignored;
-    for (const Job::Reference &reference : job.references)
-        stages += !reference.file.isEmpty();
-    for (const Job::Energy &energy : job.energies)
-        stages += !energy.map.isEmpty();
-    for (const QString &path : {job.target.file, job.resultFile, job.qualityFile, job.pictures, job.report})
-        stages += !path.isEmpty();
-    return stages;
+    return options.form == ProgressForm::Json ? job.fileName : QFileInfo(job.fileName).fileName();
 }
 
 /// One job on its way through the panel.
@@ -129,8 +43,8 @@ public:
         : m_given(job)
         , m_job(job.job)
         , m_options(options)
-        , m_files(!job.job.report.isEmpty())
-        , m_progress(options.progress, QFileInfo(job.job.fileName).fileName(), stagesOf(job.job), options.isTerminal)
+        , m_files(options.isReported || !job.job.report.isEmpty())
+        , m_progress(options.progress, nameOf(job.job, options), stagesOf(job.job), options.form)
     {
     }
 
@@ -148,6 +62,7 @@ private:
     void findQuality();
     void writeQuality();
     void writePictures();
+    bool hasReport() const { return m_options.isReported || !m_job.report.isEmpty(); }
     bool writeReport();
     void publish();
     void noteOutcome(Step step);
@@ -163,11 +78,8 @@ private:
     numeric::FileSet m_files;
     Progress m_progress;
     JobResult m_result;
-    std::optional<EnergyShift> m_shift;
     UncertaintyRequest m_request; ///< the same for all outputs: asked for otherwise, all would be calculated again
-    QualityReport m_quality;
-    RunTimes m_times;
-    RunRecord m_record;
+    RunFacts m_facts;
     QElapsedTimer m_timer;
 };
 
@@ -205,7 +117,8 @@ JobResult Run::run()
     if (m_given.errors.isEmpty())
         takeLocks();
     if (m_result.outcome == JobOutcome::Done) {
-        m_record = beginRecord(m_job, m_options.isHashed && m_given.errors.isEmpty() && !m_options.checkOnly);
+        m_facts.record = beginRecord(m_job, m_options.isHashed && m_given.errors.isEmpty() && !m_options.checkOnly);
+        m_facts.record.isJapanese = m_options.isJapanese;
         loadAndCalculate();
     }
     if (m_isCalculated)
@@ -228,13 +141,14 @@ void Run::loadAndCalculate()
         m_progress.stage(QStringLiteral("calculating"));
     }
     m_isCalculated = true;
+    m_facts.settings = PanelSettings(&m_panel).present();
     if (m_job.shift != Job::Shift::Ignored)
         findShift();
-    m_times.calculate = lap();
+    m_facts.times.calculate = lap();
     for (const Step step : {Step::Map, Step::Target, Step::Fit})
         noteOutcome(step);
-    if (m_shift)
-        m_result.messages += textOf(*m_shift) + QLatin1Char('\n');
+    if (m_facts.shift)
+        m_result.messages += textOf(*m_facts.shift) + QLatin1Char('\n');
 }
 
 void Run::load()
@@ -247,13 +161,14 @@ void Run::load()
         errors += missingParts(m_job) + regionsBeside(m_job, m_panel.input());
     for (const QString &error : qAsConst(errors))
         fail(JobOutcome::WrongJob, error);
-    m_times.load = lap();
+    m_facts.times.load = lap();
 }
 
 /// What could not be trusted is not calculated.
 void Run::judgeInputs()
 {
-    for (const Finding &finding : findings(m_panel.input())) {
+    m_facts.findings = findings(m_panel.input());
+    for (const Finding &finding : qAsConst(m_facts.findings)) {
         const bool isWrong = finding.severity == Finding::Severity::Error && finding.concerns != 0;
         if (isWrong && !m_job.lenient)
             fail(JobOutcome::Refused, finding.text);
@@ -283,7 +198,7 @@ void Run::prepareOutputs()
 void Run::writeFiles()
 {
     const bool hasMap = m_panel.analysis().outcome(Step::Map).isDone;
-    m_record.isComplete = (m_job.resultFile.isEmpty() && m_job.qualityFile.isEmpty()) || hasMap;
+    m_facts.record.isComplete = (m_job.resultFile.isEmpty() && m_job.qualityFile.isEmpty()) || hasMap;
     if (hasMap)
         findQuality();
     if (!m_job.resultFile.isEmpty() && hasMap)
@@ -299,9 +214,9 @@ void Run::writeFiles()
 void Run::findShift()
 {
     m_progress.stage(QStringLiteral("finding the energy shift"));
-    m_shift = findMapShift(m_panel.input());
-    if (m_job.shift == Job::Shift::Applied && m_shift->isFound())
-        m_panel.shiftReferences(m_shift->shift);
+    m_facts.shift = findMapShift(m_panel.input());
+    if (m_job.shift == Job::Shift::Applied && m_facts.shift->isFound())
+        m_panel.shiftReferences(m_facts.shift->shift);
 }
 
 void Run::writeResult()
@@ -311,19 +226,19 @@ void Run::writeResult()
     noteOutcome(Step::Write);
     if (!m_panel.analysis().outcome(Step::Write).isDone)
         fail(JobOutcome::CannotWrite, m_panel.analysis().writeProblem());
-    m_times.write = lap();
+    m_facts.times.write = lap();
 }
 
 /// Standard errors of everything that any output shows, at once; the outputs find them there.
 void Run::findQuality()
 {
     m_request = m_panel.qualityRequest();
-    m_request.hasFractions = m_job.hasFractionErrors || !m_job.report.isEmpty() || !m_job.pictures.isEmpty();
-    if (!m_job.report.isEmpty())
-        m_quality = qualityReport(&m_panel.quality(), m_panel.input(), m_request, regionsOf(m_job));
+    m_request.hasFractions = m_job.hasFractionErrors || hasReport() || !m_job.pictures.isEmpty();
+    if (hasReport())
+        m_facts.quality = qualityReport(&m_panel.quality(), m_panel.input(), m_request, regionsOf(m_job));
     else if (!m_job.qualityFile.isEmpty() || !m_job.pictures.isEmpty())
         m_panel.quality().map(m_panel.input(), m_request);
-    m_times.quality = lap();
+    m_facts.times.quality = lap();
 }
 
 void Run::writeQuality()
@@ -331,7 +246,7 @@ void Run::writeQuality()
     m_progress.stage(QStringLiteral("writing %1").arg(QFileInfo(m_job.qualityFile).fileName()));
     const UncertaintyMap *const map = m_panel.quality().map(m_panel.input(), m_request);
     if (!map) {
-        m_record.isComplete = false;
+        m_facts.record.isComplete = false;
         fail(JobOutcome::Refused, QStringLiteral("output.quality: ") + m_panel.quality().problem());
         return;
     }
@@ -340,7 +255,7 @@ void Run::writeQuality()
         columns.push_back(map->fractions[j].data());
     if (writePixelFile(m_job.qualityFile, m_panel.analysis().results(), columns, 0, &m_files) != WriteOutcome::Written)
         fail(JobOutcome::CannotWrite, QStringLiteral("cannot write the quality file %1").arg(m_job.qualityFile));
-    m_times.write += lap();
+    m_facts.times.write += lap();
 }
 
 void Run::writePictures()
@@ -349,17 +264,23 @@ void Run::writePictures()
     QString error;
     if (!savePictures(&m_panel, m_job.pictures, QFileInfo(m_job.fileName).completeBaseName(), &m_files, &error))
         fail(JobOutcome::CannotWrite, error);
-    m_times.pictures = lap();
+    m_facts.times.pictures = lap();
 }
 
+/// True without an output of that name.
 bool Run::writeReport()
 {
-    m_record.files = m_files.members();
+    if (!hasReport())
+        return true;
+    m_facts.record.files = m_files.members();
+    m_facts.errors = m_result.errors;
+    m_facts.uncertainties = m_panel.quality().known(m_request);
+    m_result.report = runReport(m_job, m_panel.input(), m_panel.analysis(), m_facts);
+    if (m_job.report.isEmpty())
+        return true;
+    m_progress.stage(QStringLiteral("writing %1").arg(QFileInfo(m_job.report).fileName()));
     numeric::OutputFile file(m_job.report, &m_files);
-    const bool isWritten = file.open() &&
-                           file.write(runReport(m_panel.input(), m_panel.analysis(), m_job, m_times, m_record,
-                                                m_result.errors, m_quality, m_shift)) &&
-                           file.commit();
+    const bool isWritten = file.open() && file.write(QJsonDocument(m_result.report).toJson()) && file.commit();
     if (!isWritten)
         fail(JobOutcome::CannotWrite, QStringLiteral("cannot write the report %1").arg(m_job.report));
     return isWritten;
@@ -371,18 +292,15 @@ void Run::publish()
 {
     if (m_result.outcome == JobOutcome::CannotWrite) {
         m_files.clear();
-        m_record.isComplete = false;
+        m_facts.record.isComplete = false;
     }
-    const bool hasReport = !m_job.report.isEmpty();
-    if (hasReport)
-        m_progress.stage(QStringLiteral("writing %1").arg(QFileInfo(m_job.report).fileName()));
-    if (hasReport && !writeReport())
+    if (!writeReport())
         return;
-    const bool isReportAlone = m_files.members().size() == 1;
+    const bool isReportAlone = m_files.members().size() <= 1;
     if (m_files.publish())
         return;
     fail(JobOutcome::CannotWrite, m_files.problem());
-    if (hasReport && !isReportAlone)
+    if (!m_job.report.isEmpty() && !isReportAlone)
         publish();
 }
 

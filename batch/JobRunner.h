@@ -1,6 +1,7 @@
 #pragma once
 
 #include "analysis/job/Job.h"
+#include "analysis/job/Progress.h"
 
 #include <functional>
 
@@ -15,13 +16,16 @@ struct JobResult {
     QStringList errors;   ///< one sentence each, beginning with the name of the job file
     QStringList warnings; ///< the same, about inputs that a result may not be trusted with
     QString messages;     ///< the panel's messages about what the job asks for, a line each
+    QJsonObject report;   ///< see runReport(); empty where nothing was calculated, or nobody asks for it
 };
 
 struct RunOptions {
-    bool checkOnly = false; ///< look for mistakes, calculate and write nothing
-    bool isHashed = false;  ///< the report gets the sums of the inputs
+    bool checkOnly = false;  ///< look for mistakes, calculate and write nothing
+    bool isHashed = false;   ///< the report gets the sums of the inputs
+    bool isReported = false; ///< makes a report even where the job writes none
+    bool isJapanese = false; ///< the language that the program was started in
     QTextStream *progress = nullptr;
-    bool isTerminal = false; ///< where the progress goes
+    ProgressForm form = ProgressForm::Lines; ///< of the progress
 };
 
 /// Runs a job in a panel of its own. `job` is what readJob() gave: with its errors nothing is calculated, but all other

@@ -29,13 +29,10 @@ QString lockOfPictures(const Job &job)
 /// In groups, of which one file is enough to be told that it is taken.
 QVector<QStringList> outputFiles(const Job &job)
 {
-    const auto histogram = [&job](const char *tag) {
-        return HistogramBins::pathBeside(job.resultFile, QLatin1String(tag));
-    };
     QStringList pictures = {lockOfPictures(job)};
     if (!job.pictures.isEmpty())
         pictures += pictureFiles(job.pictures, stemOf(job));
-    QVector<QStringList> groups = {{job.resultFile, histogram("HGAlpha"), histogram("HGThick"), lockOf(job.resultFile)},
+    QVector<QStringList> groups = {resultFiles(job.resultFile) << lockOf(job.resultFile),
                                    {job.qualityFile, lockOf(job.qualityFile)},
                                    {job.report, lockOf(job.report)},
                                    pictures};
@@ -66,6 +63,16 @@ private:
     QHash<QString, QString> m_users;
 };
 
+TakenPaths pathsOfInputs(const QVector<JobOrErrors> &jobs)
+{
+    TakenPaths paths;
+    for (const JobOrErrors &job : jobs) {
+        for (const QString &file : inputFiles(job.job))
+            paths.take(file, QStringLiteral("an input of %1").arg(job.job.fileName));
+    }
+    return paths;
+}
+
 } // namespace
 
 QStringList inputFiles(const Job &job)
@@ -79,6 +86,12 @@ QStringList inputFiles(const Job &job)
     return files;
 }
 
+QStringList resultFiles(const QString &result)
+{
+    return {result, HistogramBins::pathBeside(result, QStringLiteral("HGAlpha")),
+            HistogramBins::pathBeside(result, QStringLiteral("HGThick"))};
+}
+
 QStringList lockFiles(const Job &job)
 {
     QStringList files = {lockOf(job.resultFile), lockOf(job.qualityFile), lockOf(job.report), lockOfPictures(job)};
@@ -88,14 +101,20 @@ QStringList lockFiles(const Job &job)
 
 void findOutputMistakes(QVector<JobOrErrors> *jobs)
 {
-    TakenPaths paths;
-    for (const JobOrErrors &job : qAsConst(*jobs)) {
-        for (const QString &file : inputFiles(job.job))
-            paths.take(file, QStringLiteral("an input of %1").arg(job.job.fileName));
-    }
+    TakenPaths paths = pathsOfInputs(*jobs);
     for (JobOrErrors &job : *jobs) {
         for (const QStringList &group : outputFiles(job.job))
             job.errors << paths.takeGroup(group, QStringLiteral("an output of %1").arg(job.job.fileName));
         job.errors.removeAll(QString());
     }
+}
+
+QString outputMistake(const QVector<JobOrErrors> &jobs, const QStringList &files)
+{
+    TakenPaths paths = pathsOfInputs(jobs);
+    for (const JobOrErrors &job : jobs) {
+        for (const QStringList &group : outputFiles(job.job))
+            paths.takeGroup(group, QStringLiteral("an output of %1").arg(job.job.fileName));
+    }
+    return paths.takeGroup(files, QStringLiteral("another output"));
 }

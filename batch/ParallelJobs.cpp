@@ -1,13 +1,15 @@
 #include "batch/ParallelJobs.h"
 
+#include "batch/BatchMessages.h"
 #include "batch/JobRunner.h"
 
 #include <QCoreApplication>
 #include <QEventLoop>
+#include <QFile>
 #include <QProcess>
+#include <QTemporaryDir>
 #include <QTextStream>
 
-#include <algorithm>
 #include <memory>
 #include <vector>
 
@@ -22,7 +24,7 @@ namespace
 {
 
 /// The command line for one job alone; its outputs have been decided.
-QStringList argumentsFor(const Job &job, const BatchOptions &options)
+QStringList argumentsFor(const Job &job, const BatchOptions &options, const QString &outcomeFile)
 {
     QStringList arguments = {options.japanese ? QStringLiteral("-j") : QStringLiteral("-e")};
     if (options.check)
@@ -31,6 +33,12 @@ QStringList argumentsFor(const Job &job, const BatchOptions &options)
         arguments << QStringLiteral("--lenient");
     if (options.hash)
         arguments << QStringLiteral("--hash");
+    if (options.skipDone)
+        arguments << QStringLiteral("--skip-done");
+    if (options.form == ProgressForm::Json)
+        arguments << QStringLiteral("--progress") << QStringLiteral("json");
+    if (!outcomeFile.isEmpty())
+        arguments << QStringLiteral("--outcome-file") << outcomeFile;
     if (!job.pictures.isEmpty())
         arguments << QStringLiteral("--pictures") << job.pictures;
     if (!job.report.isEmpty())
@@ -74,17 +82,18 @@ public:
         , m_out(*out)
         , m_err(*err)
         , m_processes(static_cast<std::size_t>(jobs.size()))
-        , m_codes(static_cast<std::size_t>(jobs.size()), 0)
+        , m_rows(jobs.size())
+        , m_messages(err, options.form == ProgressForm::Json)
         , m_isDone(static_cast<std::size_t>(jobs.size()), false)
     {
     }
 
-    int run()
+    QVector<SeriesRow> run()
     {
         startNext();
         while (m_printed < m_processes.size())
             m_loop.processEvents(QEventLoop::WaitForMoreEvents);
-        return *std::max_element(m_codes.begin(), m_codes.end());
+        return m_rows;
     }
 
 private:
@@ -93,6 +102,12 @@ private:
     void abandon(std::size_t i);
     void finish(std::size_t i, int code);
     void print();
+    void passOn(QProcess *process, bool isOver);
+    /// Of the process of a job, for its outcome; empty where nobody asks for it.
+    QString outcomeFile(std::size_t i) const
+    {
+        return m_options.isSeries() ? m_folder.filePath(QString::number(i)) : QString();
+    }
 
     const QVector<JobOrErrors> &m_jobs;
     const BatchOptions &m_options;
@@ -100,7 +115,9 @@ private:
     QTextStream &m_err;
     QEventLoop m_loop;
     std::vector<std::unique_ptr<JobProcess>> m_processes;
-    std::vector<int> m_codes;
+    QVector<SeriesRow> m_rows;
+    BatchMessages m_messages;
+    const QTemporaryDir m_folder;
     std::vector<bool> m_isDone;
     std::size_t m_next = 0;
     std::size_t m_printed = 0;
@@ -116,22 +133,19 @@ void Pool::startNext()
 void Pool::start(std::size_t i)
 {
     const JobOrErrors &job = m_jobs.at(static_cast<int>(i));
+    m_rows[static_cast<int>(i)].job = job.job;
     ++m_running;
     if (!job.errors.isEmpty()) { // of which some are known here only
         const JobResult result = runJob(job, {});
-        for (const QString &error : result.errors)
-            m_err << "flokluk-batch: " << error << '\n';
-        m_err.flush();
+        m_messages.error(job.job.fileName, result.errors);
+        m_rows[static_cast<int>(i)].errors = result.errors;
         finish(i, static_cast<int>(result.outcome));
         return;
     }
     m_processes[i] = std::make_unique<JobProcess>();
     JobProcess *const process = m_processes[i].get();
     // Not handed on as it is: bars of several jobs would run into each other on a terminal. Lines do not.
-    QObject::connect(process, &QProcess::readyReadStandardError, process, [this, process] {
-        m_err << QString::fromLocal8Bit(process->readAllStandardError());
-        m_err.flush();
-    });
+    QObject::connect(process, &QProcess::readyReadStandardError, process, [this, process] { passOn(process, false); });
     QObject::connect(process, QOverload<int, QProcess::ExitStatus>::of(&QProcess::finished), process,
                      [this, i](int code, QProcess::ExitStatus status) {
                          finish(i, status == QProcess::NormalExit ? code : crashed);
@@ -140,7 +154,7 @@ void Pool::start(std::size_t i)
         if (error == QProcess::FailedToStart)
             finish(i, notStarted);
     });
-    process->start(QCoreApplication::applicationFilePath(), argumentsFor(job.job, m_options));
+    process->start(QCoreApplication::applicationFilePath(), argumentsFor(job.job, m_options, outcomeFile(i)));
     if (!process->hasStarted())
         abandon(i);
 }
@@ -155,16 +169,31 @@ void Pool::abandon(std::size_t i)
 
 void Pool::finish(std::size_t i, int code)
 {
+    SeriesRow &row = m_rows[static_cast<int>(i)];
+    if (m_processes[i])
+        passOn(m_processes[i].get(), true);
+    QFile outcome(outcomeFile(i));
+    if (m_options.isSeries() && outcome.open(QIODevice::ReadOnly))
+        readSeriesRow(outcome.readAll(), &row);
     if (code < 0) {
-        m_err << "flokluk-batch: " << m_jobs.at(static_cast<int>(i)).job.fileName
-              << (code == notStarted ? ": no process can be started for it\n" : ": the process ended unexpectedly\n");
-        m_err.flush();
+        row.errors << row.job.fileName + (code == notStarted ? QLatin1String(": no process can be started for it")
+                                                             : QLatin1String(": the process ended unexpectedly"));
+        m_messages.error(row.job.fileName, {row.errors.last()});
     }
-    m_codes[i] = code < 0 ? static_cast<int>(JobOutcome::CannotWrite) : code;
+    row.code = code < 0 ? static_cast<int>(JobOutcome::CannotWrite) : code;
     m_isDone[i] = true;
     --m_running;
     print();
     startNext();
+}
+
+/// What a process has said, as far as its lines are whole: those of several would run into each other.
+void Pool::passOn(QProcess *process, bool isOver)
+{
+    process->setReadChannel(QProcess::StandardError);
+    while (process->canReadLine() || (isOver && process->bytesAvailable() > 0))
+        m_err << QString::fromLocal8Bit(process->readLine());
+    m_err.flush();
 }
 
 /// In the order of the jobs.
@@ -180,7 +209,8 @@ void Pool::print()
 
 } // namespace
 
-int runInParallel(const QVector<JobOrErrors> &jobs, const BatchOptions &options, QTextStream *out, QTextStream *err)
+QVector<SeriesRow> runInParallel(const QVector<JobOrErrors> &jobs, const BatchOptions &options, QTextStream *out,
+                                 QTextStream *err)
 {
     return Pool(jobs, options, out, err).run();
 }

@@ -44,8 +44,7 @@ QJsonObject mapReport(const UncertaintyMap &map, const UncertaintySummary &summa
 
 QJsonObject regionReport(const Region &region, const RegionStatistics &found)
 {
-    QJsonObject report{{"name", region.name},
-                       {"pixels", static_cast<double>(found.pixels)},
+    QJsonObject report{{"pixels", static_cast<double>(found.pixels)},
                        {"leftOut", static_cast<double>(found.leftOut)},
                        {"amount", found.amount},
                        {"mean", found.mean},
@@ -55,7 +54,10 @@ QJsonObject regionReport(const Region &region, const RegionStatistics &found)
                        {"error", found.fit.valenceError},
                        {"chi2", found.fit.degrees > 0 ? QJsonValue(found.fit.misfit()) : QJsonValue()},
                        {"fractions", numeric::toJsonArray(found.fit.fractions)},
+                       {"amountError", found.fit.amountError},
                        {"fractionErrors", numeric::toJsonArray(found.fit.fractionErrors)}};
+    if (!region.name.isEmpty())
+        report.insert("name", region.name);
     if (region.rectangle)
         report.insert("rectangle", QJsonArray{region.rectangle->x0, region.rectangle->y0, region.rectangle->x1,
                                               region.rectangle->y1});
@@ -70,7 +72,7 @@ std::vector<Region> regionsOf(const Job &job)
 {
     std::vector<Region> regions;
     for (const Job::Region &given : job.regions) {
-        Region region = {given.name, std::nullopt, given.above};
+        Region region = {given.name, std::nullopt, given.above, false};
         if (given.rectangle)
             region.rectangle = PixelRectangle{(*given.rectangle)[0], (*given.rectangle)[1], (*given.rectangle)[2],
                                               (*given.rectangle)[3]};
@@ -89,9 +91,13 @@ QualityReport qualityReport(Quality *quality, const AnalysisInput &now, const Un
         return report;
     }
     report.map = mapReport(*quality->map(now, request), *summary);
-    const std::vector<RegionStatistics> found = quality->statistics(now, request, regions);
-    for (std::size_t i = 0; i < found.size(); ++i)
+    std::vector<Region> wanted = regions;
+    wanted.push_back({QString(), std::nullopt, std::nullopt, true});
+    const std::vector<RegionStatistics> found = quality->statistics(now, request, wanted);
+    for (std::size_t i = 0; i < regions.size() && i < found.size(); ++i)
         report.regions.append(regionReport(regions[i], found[i]));
+    if (!found.empty())
+        report.map.insert("ofMaterial", regionReport(wanted.back(), found.back()));
     return report;
 }
 

@@ -1,18 +1,23 @@
 #include "batch/RunRecord.h"
 
+#include "analysis/job/JobPaths.h"
 #include "batch/OutputPaths.h"
 #include "numeric/FileIdentity.h"
 #include "numeric/Sha256.h"
+#include "version/Version.h"
 
 #include <QDir>
 #include <QFileInfo>
 #include <QJsonArray>
+#include <QJsonDocument>
 #include <QJsonObject>
+#include <QSysInfo>
 #include <QUuid>
 
 RunRecord beginRecord(const Job &job, bool isHashed)
 {
     RunRecord record;
+    record.started = QDateTime::currentDateTimeUtc();
     record.id = QUuid::createUuid().toString(QUuid::WithoutBraces);
     for (const QString &file : inputFiles(job)) {
         const QString path = numeric::realPath(file);
@@ -28,9 +33,24 @@ QString timeText(const QDateTime &time)
     return time.toUTC().toString(Qt::ISODateWithMs);
 }
 
-void insertRecord(const RunRecord &record, const QString &reportPath, QJsonObject *report)
+QJsonObject absoluteJob(const Job &job)
 {
-    const QDir folder(QFileInfo(numeric::realPath(reportPath)).path());
+    return QJsonDocument::fromJson(withAbsolutePaths(job).toJson()).object();
+}
+
+void insertRecord(const RunRecord &record, const Job &job, QJsonObject *report)
+{
+    const QString home = job.report.isEmpty() ? job.fileName : job.report;
+    const QDir folder(QFileInfo(numeric::realPath(home)).path());
+    report->insert("program", versionLine(QStringLiteral("flokluk-batch")));
+    report->insert("version", floklukVersion());
+    if (!floklukCommit().isEmpty())
+        report->insert("commit", floklukCommit());
+    report->insert("host", QSysInfo::machineHostName());
+    report->insert("started", timeText(record.started));
+    report->insert("ended", timeText(QDateTime::currentDateTimeUtc()));
+    report->insert("language", record.isJapanese ? "ja" : "en");
+    report->insert("asRun", absoluteJob(job));
     QJsonArray files, inputs;
     for (const numeric::FileSet::Member &file : record.files)
         files.append(QJsonObject{{"path", folder.relativeFilePath(file.place)},

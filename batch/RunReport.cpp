@@ -2,18 +2,17 @@
 
 #include "analysis/job/Job.h"
 #include "analysis/model/Analysis.h"
-#include "analysis/model/Findings.h"
 #include "analysis/results/QuantityRange.h"
 #include "analysis/results/ResultQuantities.h"
 #include "analysis/results/ResultView.h"
 #include "analysis/results/Statistics.h"
-#include "batch/RunRecord.h"
+#include "analysis/uncertainty/UncertaintyMap.h"
 #include "numeric/FileIdentity.h"
-#include "version/Version.h"
 
 #include <QJsonArray>
-#include <QJsonDocument>
-#include <QJsonObject>
+
+#include <cstddef>
+#include <vector>
 
 namespace
 {
@@ -84,38 +83,59 @@ QJsonObject targetReport(const TargetInput &target, const Analysis &analysis)
     return report;
 }
 
-QJsonObject quantityReport(const double *values, std::size_t count)
+/// Which pixels hold no material, in the form of percentileRange(); empty where that is not known.
+std::vector<quint8> notMaterial(const ResultRecords &results, const UncertaintyMap *uncertainties)
 {
-    FiniteSummaryBuilder builder;
-    for (std::size_t i = 0; i < count; ++i)
-        builder.add(values[i]);
-    const FiniteSummary summary = builder.summary();
-    const auto middle = percentileRange(values, count, nullptr, 0.5, 0.5); // fractions of next to nothing rule the mean
-    return {{"finite", static_cast<double>(summary.count)},
-            {"mean", summary.mean},
-            {"deviation", summary.deviation},
-            {"median", middle ? QJsonValue(middle->min) : QJsonValue()},
-            {"min", summary.min},
-            {"max", summary.max}};
+    std::vector<quint8> mask;
+    for (std::size_t i = 0; uncertainties && i < results.count(); ++i)
+        mask.push_back(uncertainties->isMaterial(results.t()[i], uncertainties->amount[i]) ? 0 : 1);
+    return mask;
 }
 
-QJsonObject mapReport(const Analysis &analysis, const QJsonObject &quality)
+QJsonObject quantityReport(const double *values, std::size_t count, const std::vector<quint8> &notMaterial)
+{
+    FiniteSummaryBuilder all, material;
+    for (std::size_t i = 0; i < count; ++i) {
+        all.add(values[i]);
+        if (i < notMaterial.size() && notMaterial[i] == 0)
+            material.add(values[i]);
+    }
+    const auto median = [values, count](const quint8 *mask) {
+        const auto middle = percentileRange(values, count, mask, 0.5, 0.5);
+        return middle ? QJsonValue(middle->min) : QJsonValue();
+    };
+    const FiniteSummary summary = all.summary();
+    QJsonObject report{{"finite", static_cast<double>(summary.count)},
+                       {"mean", summary.mean},
+                       {"deviation", summary.deviation},
+                       {"median", median(nullptr)}, // fractions of next to nothing rule the mean
+                       {"min", summary.min},
+                       {"max", summary.max}};
+    if (notMaterial.size() == count) {
+        report.insert("materialMean", material.summary().mean);
+        report.insert("materialMedian", median(notMaterial.data()));
+    }
+    return report;
+}
+
+QJsonObject mapReport(const Analysis &analysis, const RunFacts &facts)
 {
     const ResultRecords &results = analysis.results();
     const bool isFourPoints = results.method() == ResultRecords::Method::FourPoints;
+    const std::vector<quint8> mask = notMaterial(results, facts.uncertainties);
     QJsonObject quantities;
     ResultView view;
     for (const ResultQuantity &quantity : resultQuantities) {
         view.show(results, quantity.position, analysis.runValences());
         if (view.values() && !results.isZero(quantity.position))
-            quantities.insert(QLatin1String(quantity.name), quantityReport(view.values(), view.count()));
+            quantities.insert(QLatin1String(quantity.name), quantityReport(view.values(), view.count(), mask));
     }
     return {{"method", isFourPoints ? "four-points" : "non-equivalent"},
             {"width", results.width()},
             {"height", results.height()},
             {"pixels", static_cast<double>(results.count())},
             {"quantities", quantities},
-            {"quality", quality}};
+            {"quality", facts.quality.map}};
 }
 
 /// The references that take part, with the valences and edge jumps that were calculated with.
@@ -141,10 +161,10 @@ QJsonArray referencesReport(const AnalysisInput &input, const Analysis &analysis
     return references;
 }
 
-QJsonArray warningsOf(const AnalysisInput &input)
+QJsonArray warningsOf(const QVector<Finding> &findings)
 {
     QJsonArray warnings;
-    for (const Finding &finding : findings(input))
+    for (const Finding &finding : findings)
         warnings.append(finding.text);
     return warnings;
 }
@@ -166,31 +186,29 @@ QJsonObject shiftReport(const EnergyShift &shift, const Job &job)
 
 } // namespace
 
-QByteArray runReport(const AnalysisInput &input, const Analysis &analysis, const Job &job, const RunTimes &times,
-                     const RunRecord &record, const QStringList &errors, const QualityReport &quality,
-                     const std::optional<EnergyShift> &shift)
+QJsonObject runReport(const Job &job, const AnalysisInput &input, const Analysis &analysis, const RunFacts &facts)
 {
-    QJsonObject report{{"program", "flokluk-batch " + floklukVersion()},
-                       {"job", numeric::realPath(job.fileName)},
-                       {"errors", QJsonArray::fromStringList(errors)},
-                       {"warnings", warningsOf(input)},
+    QJsonObject report{{"job", numeric::realPath(job.fileName)},
+                       {"errors", QJsonArray::fromStringList(facts.errors)},
+                       {"warnings", warningsOf(facts.findings)},
+                       {"settings", facts.settings},
                        {"edge", input.conditions.edge.edge},
-                       {"seconds", QJsonObject{{"load", times.load},
-                                               {"calculate", times.calculate},
-                                               {"quality", times.quality},
-                                               {"write", times.write},
-                                               {"pictures", times.pictures}}}};
+                       {"seconds", QJsonObject{{"load", facts.times.load},
+                                               {"calculate", facts.times.calculate},
+                                               {"quality", facts.times.quality},
+                                               {"write", facts.times.write},
+                                               {"pictures", facts.times.pictures}}}};
     if (job.lenient)
         report.insert("lenient", true);
     report.insert("references", referencesReport(input, analysis));
     if (input.target.spectrum.valid())
         report.insert("target", targetReport(input.target, analysis));
     if (analysis.run())
-        report.insert("map", mapReport(analysis, quality.map));
+        report.insert("map", mapReport(analysis, facts));
     if (!job.regions.isEmpty())
-        report.insert("regions", quality.regions);
-    if (shift)
-        report.insert("energyShift", shiftReport(*shift, job));
-    insertRecord(record, job.report, &report);
-    return QJsonDocument(report).toJson();
+        report.insert("regions", facts.quality.regions);
+    if (facts.shift)
+        report.insert("energyShift", shiftReport(*facts.shift, job));
+    insertRecord(facts.record, job, &report);
+    return report;
 }

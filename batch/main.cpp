@@ -3,6 +3,7 @@
 #include "app/StartUp.h"
 #include "batch/BatchCommand.h"
 #include "batch/JobRunner.h"
+#include "batch/Repeat.h"
 #include "numeric/TemporaryName.h"
 
 #include <QApplication>
@@ -65,7 +66,9 @@ int main(int argc, char *argv[])
     const QApplication application(argc, argv);
     QTextStream out(stdout);
     QTextStream err(stderr);
-    const BatchOptions options = parseBatchOptions(QCoreApplication::arguments());
+    BatchOptions options = parseBatchOptions(QCoreApplication::arguments());
+    if (!options.again.isEmpty())
+        options.japanese = isReportJapanese(options.again);
     QTranslator ofQt;
     QTranslator translator;
     if (options.japanese) {

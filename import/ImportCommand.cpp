@@ -262,7 +262,8 @@ int runImportCommand(const QStringList &arguments, QTextStream *out, QTextStream
         constexpr int steps = 1000;
         ImportResult result;
         {
-            Progress bar(err, QStringLiteral("flokluk-import"), steps, isTerminal); // ends its line
+            Progress bar(err, QStringLiteral("flokluk-import"), steps,
+                         isTerminal ? ProgressForm::Bar : ProgressForm::Lines); // ends its line
             result = importData(parsed.options, [&bar, &isStopped](const QString &what, double done) {
                 bar.reach(done, what);
                 return !isStopped || !isStopped();

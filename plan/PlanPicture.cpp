@@ -3,6 +3,7 @@
 #include "display/ChCoord.h"
 #include "display/Legend.h"
 #include "display/PlotFrame.h"
+#include "display/PlotNumbers.h"
 #include "display/RealRange.h"
 #include "plan/PlanSamples.h"
 #include "plan/PlanText.h"
@@ -67,26 +68,6 @@ ValueRange valuesOf(const QVector<Curve> &curves)
         }
     }
     return withMargin(range, margin, 0.5);
-}
-
-/// Numbers along the left edge and, when `hasEnergies`, along the lower one, at the ticks.
-void drawNumbers(QPainter *p, const ChCoord &cc, bool hasEnergies)
-{
-    const QRectF inner = plot::innerRect(cc);
-    const auto steps = [](double first, double last, double step, auto draw) {
-        for (double i = std::ceil(first / step); step > 0.0 && i * step <= last; ++i)
-            draw(i * step);
-    };
-    steps(cc.ry0(), cc.ry1(), plot::tickStep(inner.height(), {cc.ry0(), cc.ry1()}, 60), [&](double value) {
-        p->drawText(QRectF(30, cc.r2sy(value) - textSize, left - 40, 2 * textSize), Qt::AlignRight | Qt::AlignVCenter,
-                    QString::number(value + 0.0, 'g', 3));
-    });
-    if (!hasEnergies)
-        return;
-    steps(cc.rx0(), cc.rx1(), plot::tickStep(inner.width(), {cc.rx0(), cc.rx1()}, 110), [&](double value) {
-        p->drawText(QRectF(cc.r2sx(value) - 100, inner.bottom() + 6, 200, 1.5 * textSize), Qt::AlignCenter,
-                    QString::number(value, 'g', 6));
-    });
 }
 
 void drawPlot(QPainter *p, const ChCoord &cc, const PlanRequest &request, const PlannedSet &set,
@@ -169,13 +150,13 @@ QImage planPicture(const PlanRequest &request, const PlanResult &result)
     frame(&upper, top, upperBottom, valuesOf(curves));
     drawPlot(&p, upper, request, result.planned, curves);
     p.setPen(Qt::black);
-    drawNumbers(&p, upper, false);
+    plot::drawNumbers(&p, upper, plot::Numbers::AlongLeft);
 
     const double best = result.planned.criterion;
     frame(&lower, lowerTop, lowerBottom, {best * 0.9, best * highestWorth});
     drawPlot(&p, lower, request, result.planned, {worthCurve(result)});
     p.setPen(Qt::black);
-    drawNumbers(&p, lower, true);
+    plot::drawNumbers(&p, lower, plot::Numbers::AlongBoth);
     drawShares(&p, upper, result.planned);
     return image;
 }

@@ -110,8 +110,8 @@ QJsonObject readJsonObject(const QString &path, const QString &kind, QStringList
 
 const QStringList &jobKeys()
 {
-    static const QStringList keys = {"references", "target",  "energies", "settings",
-                                     "output",     "regions", "lenient",  "findShift"};
+    static const QStringList keys = {"references", "target",    "energies", "settings", "output", "regions",
+                                     "lenient",    "findShift", "x",        "xTitle",   "program"};
     return keys;
 }
 
@@ -143,6 +143,10 @@ Job jobFromJson(const QJsonObject &root, const QDir &directory, QStringList *err
     }
     job.settings = reader.object("settings");
     job.lenient = reader.truth("lenient", false);
+    if (reader.has("x"))
+        job.x = reader.number("x");
+    job.xTitle = reader.path("xTitle");
+    job.program = reader.path("program");
     job.shift = shiftOf(root.value("findShift"), errors);
     JobReader output(reader.object("output"), "output", errors);
     output.allowOnly({"result", "quality", "qualityFractions", "pictures", "report"});
@@ -211,5 +215,9 @@ QByteArray Job::toJson() const
         root.insert("lenient", true);
     if (shift != Shift::Ignored)
         root.insert("findShift", shift == Shift::Applied ? QJsonValue("apply") : QJsonValue(true));
+    if (x)
+        root.insert("x", *x);
+    insertPath(&root, "xTitle", xTitle);
+    insertPath(&root, "program", program);
     return QJsonDocument(root).toJson();
 }

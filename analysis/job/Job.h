@@ -63,6 +63,9 @@ struct Job {
     QString report;                 ///< file; empty: none is written
     bool lenient = false;           ///< calculates with inputs that cannot be right, too
     Shift shift = Shift::Ignored;
+    std::optional<double> x; ///< where the job stands among others: a time, a temperature, ...
+    QString xTitle;          ///< of the axis of these, with the unit
+    QString program;         ///< that wrote the job; empty for one that a user wrote
 
     /// The contents of a job file. The paths stand in it as they are.
     QByteArray toJson() const;

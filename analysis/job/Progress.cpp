@@ -2,13 +2,15 @@
 
 #include "numeric/RealToInt.h"
 
+#include <QJsonDocument>
+#include <QJsonObject>
 #include <QTextStream>
 
-Progress::Progress(QTextStream *err, const QString &job, int stages, bool isTerminal)
+Progress::Progress(QTextStream *err, const QString &job, int stages, ProgressForm form)
     : m_err(err)
     , m_job(job)
     , m_stages(stages)
-    , m_isTerminal(isTerminal)
+    , m_form(form)
 {
 }
 
@@ -22,6 +24,8 @@ Progress::~Progress()
 
 void Progress::stage(const QString &what)
 {
+    if (m_form == ProgressForm::Json)
+        showJson(what, done()); // of the stages before
     ++m_stage;
     show(what);
 }
@@ -29,7 +33,9 @@ void Progress::stage(const QString &what)
 void Progress::reach(double done, const QString &what)
 {
     m_stage = numeric::truncToInt(done * m_stages);
-    if (m_isTerminal)
+    if (m_form == ProgressForm::Json)
+        showJson(what, done);
+    else if (m_form == ProgressForm::Bar)
         show(what);
 }
 
@@ -37,14 +43,16 @@ void Progress::finish(bool isDone, double seconds)
 {
     if (isDone)
         m_stage = m_stages;
+    if (m_form == ProgressForm::Json)
+        showJson(isDone ? QStringLiteral("done") : QStringLiteral("failed"), isDone ? 1.0 : done(), seconds);
     show(QStringLiteral("%1 %2 s").arg(QLatin1String(isDone ? "done in" : "failed after")).arg(seconds, 0, 'f', 2));
 }
 
 void Progress::show(const QString &text)
 {
-    if (!m_err)
+    if (!m_err || m_form == ProgressForm::Json)
         return;
-    if (!m_isTerminal) {
+    if (m_form == ProgressForm::Lines) {
         *m_err << m_job << ": " << text << '\n';
         m_err->flush();
         return;
@@ -55,4 +63,15 @@ void Progress::show(const QString &text)
     *m_err << "\r\033[K" << m_job << " [" << bar << "] " << text;
     m_err->flush();
     m_isLineOpen = true;
+}
+
+void Progress::showJson(const QString &stage, double done, double seconds)
+{
+    if (!m_err)
+        return;
+    QJsonObject line{{"job", m_job}, {"stage", stage}, {"done", done}};
+    if (seconds >= 0.0)
+        line.insert("seconds", seconds);
+    *m_err << QString::fromUtf8(QJsonDocument(line).toJson(QJsonDocument::Compact)) << '\n';
+    m_err->flush();
 }

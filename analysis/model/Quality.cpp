@@ -133,8 +133,15 @@ std::vector<RegionStatistics> Quality::statistics(const AnalysisInput &now, cons
     const std::vector<const A2DData *> maps = errors ? mapsNow(now) : std::vector<const A2DData *>();
     if (maps.empty())
         return found;
-    for (const Region &region : regions)
-        found.push_back(regionStatistics(*m_analysis.run(), maps, m_analysis.results(), errors->noise,
-                                         regionPixels(m_analysis.results(), region.rectangle, region.above)));
+    const ResultRecords &results = m_analysis.results();
+    const auto isNone = [&](std::size_t pixel) {
+        return !errors->isMaterial(results.t()[pixel], errors->amount[pixel]);
+    };
+    for (const Region &region : regions) {
+        std::vector<std::size_t> pixels = regionPixels(results, region.rectangle, region.above);
+        if (region.isMaterial)
+            pixels.erase(std::remove_if(pixels.begin(), pixels.end(), isNone), pixels.end());
+        found.push_back(regionStatistics(*m_analysis.run(), maps, results, errors->noise, pixels));
+    }
     return found;
 }

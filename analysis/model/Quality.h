@@ -21,6 +21,7 @@ struct Region {
     QString name;
     std::optional<PixelRectangle> rectangle; ///< none: the whole map
     std::optional<double> above;             ///< only pixels with an amount t of at least this
+    bool isMaterial = false;                 ///< only pixels that count as material (see UncertaintyMap)
 };
 
 /// The maps of a run in the order of its method (all of them, or those of the anchor points and then that of the V

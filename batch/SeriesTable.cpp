@@ -1,0 +1,206 @@
+#include "batch/SeriesTable.h"
+
+#include <QFileInfo>
+#include <QJsonArray>
+
+#include <cmath>
+#include <limits>
+
+namespace
+{
+
+/// One line of the table while it is made.
+class Cells
+{
+public:
+    void add(const QString &column, const QString &text)
+    {
+        columns << column;
+        texts << text;
+    }
+    void add(const QString &column, double value)
+    {
+        add(column, std::isfinite(value) ? QString::number(value, 'g', 10) : QString());
+    }
+    void add(const QString &column, const QJsonValue &value) { add(column, numberOf(value)); }
+    /// A value and its standard error.
+    void add(const QString &column, const QJsonValue &value, const QJsonValue &error)
+    {
+        add(column, value);
+        add(column + QLatin1String("_error"), error);
+    }
+    /// One column per reference that there can be, and one for the standard error of each.
+    void addFractions(const QString &column, const QVector<double> &values, const QVector<double> &errors)
+    {
+        const double none = std::numeric_limits<double>::quiet_NaN();
+        for (int j = 0; j < Job::maxReferences; ++j) {
+            const QString name = column + QString::number(j + 1);
+            add(name, values.value(j, none));
+            add(name + QLatin1String("_error"), errors.value(j, none));
+        }
+    }
+
+    QStringList columns;
+    QStringList texts;
+};
+
+QString nameOf(const QJsonValue &file)
+{
+    return QFileInfo(file.toString()).fileName();
+}
+
+void addNames(const SeriesRow &row, Cells *cells)
+{
+    const QJsonObject map = row.report.value("map").toObject(), target = row.report.value("target").toObject();
+    QString method = map.value("method").toString();
+    if (method.isEmpty() && target.contains("fourPoints"))
+        method = QStringLiteral("four-points");
+    if (method.isEmpty() && target.contains("nonEquivalent"))
+        method = QStringLiteral("non-equivalent");
+    cells->add("job", row.job.fileName);
+    cells->add("x", row.job.x.value_or(std::numeric_limits<double>::quiet_NaN()));
+    cells->add("outcome", static_cast<double>(row.code));
+    cells->add("errors", row.errors.join(QLatin1String("; ")));
+    cells->add("method", method);
+    const QJsonArray references = row.report.value("references").toArray();
+    for (int j = 0; j < Job::maxReferences; ++j)
+        cells->add(QStringLiteral("reference%1").arg(j + 1), nameOf(references.at(j).toObject().value("file")));
+    cells->add("target", nameOf(target.value("file")));
+    cells->add("result", row.job.resultFile);
+}
+
+void addTarget(const QJsonObject &report, Cells *cells)
+{
+    const QJsonObject target = targetOf(report), errors = target.value("errors").toObject();
+    cells->addFractions("target_fraction", fractionsOf(target), numbersOf(errors.value("fractions")));
+    cells->add("target_valence", target.value("valence"), errors.value("valence"));
+    cells->add("target_t", target.contains("t") ? target.value("t") : target.value("t/ts"), errors.value("t"));
+    const QJsonObject lcf = report.value("target").toObject().value("lcf").toObject();
+    cells->addFractions("lcf_fraction", numbersOf(lcf.value("fractions")), numbersOf(lcf.value("standardErrors")));
+    cells->add("lcf_valence", lcf.value("valence"));
+    cells->add("lcf_R", lcf.value("R"));
+}
+
+void addMap(const QJsonObject &report, Cells *cells)
+{
+    const QJsonObject map = report.value("map").toObject(), quality = map.value("quality").toObject(),
+                      quantities = map.value("quantities").toObject(), material = materialOf(report);
+    const auto ofQuantity = [&quantities](const QString &name, const char *what) {
+        return quantities.value(name).toObject().value(QLatin1String(what));
+    };
+    cells->add("map_pixels", map.value("pixels"));
+    cells->add("map_material", quality.value("material"));
+    cells->add("map_gamma", quality.value("gamma"));
+    cells->addFractions("map_fraction", numbersOf(material.value("fractions")),
+                        numbersOf(material.value("fractionErrors")));
+    for (int j = 1; j <= Job::maxReferences; ++j)
+        cells->add(QStringLiteral("map_fraction%1_median").arg(j),
+                   ofQuantity(QStringLiteral("Ratio %1").arg(j), "materialMedian"));
+    cells->add("map_valence", material.value("mean"), material.value("error"));
+    cells->add("map_valence_median", material.value("median"));
+    cells->add("map_t", ofQuantity("Amount", "materialMean"), material.value("amountError"));
+    cells->add("map_t_median", ofQuantity("Amount", "materialMedian"));
+    cells->add("map_chi2", material.value("chi2"));
+}
+
+void addRegions(const QJsonObject &report, Cells *cells)
+{
+    for (const QJsonValue &value : report.value("regions").toArray()) {
+        const QJsonObject region = value.toObject();
+        const QString name = region.value("name").toString() + QLatin1String(": ");
+        cells->add(name + QLatin1String("pixels"), region.value("pixels"));
+        cells->addFractions(name + QLatin1String("fraction"), numbersOf(region.value("fractions")),
+                            numbersOf(region.value("fractionErrors")));
+        cells->add(name + QLatin1String("valence"), region.value("mean"), region.value("error"));
+        cells->add(name + QLatin1String("valence_median"), region.value("median"));
+        cells->add(name + QLatin1String("t"), numberOf(region.value("amount")) / numberOf(region.value("pixels")));
+        cells->add(name + QLatin1String("t_error"), region.value("amountError"));
+        cells->add(name + QLatin1String("chi2"), region.value("chi2"));
+    }
+}
+
+QString quoted(QString text)
+{
+    static const QRegularExpression special(QStringLiteral("[,\"\\r\\n]"));
+    if (!text.contains(special))
+        return text;
+    return QLatin1Char('"') + text.replace(QLatin1Char('"'), QLatin1String("\"\"")) + QLatin1Char('"');
+}
+
+QString lineOf(const QStringList &cells)
+{
+    QStringList texts;
+    for (const QString &cell : cells)
+        texts << quoted(cell);
+    return texts.join(QLatin1Char(',')) + QLatin1String("\r\n");
+}
+
+} // namespace
+
+double numberOf(const QJsonValue &value)
+{
+    return value.toDouble(std::numeric_limits<double>::quiet_NaN());
+}
+
+QVector<double> numbersOf(const QJsonValue &list)
+{
+    QVector<double> numbers;
+    for (const QJsonValue &value : list.toArray())
+        numbers << numberOf(value);
+    return numbers;
+}
+
+QJsonObject materialOf(const QJsonObject &report)
+{
+    return report.value("map").toObject().value("quality").toObject().value("ofMaterial").toObject();
+}
+
+QJsonObject targetOf(const QJsonObject &report)
+{
+    const QJsonObject target = report.value("target").toObject();
+    return target.value(target.contains("nonEquivalent") ? "nonEquivalent" : "fourPoints").toObject();
+}
+
+QVector<double> fractionsOf(const QJsonObject &target)
+{
+    if (!target.contains("a"))
+        return numbersOf(target.value("fractions"));
+    const double a = numberOf(target.value("a"));
+    return {a, 1.0 - a};
+}
+
+QByteArray seriesTable(const QVector<SeriesRow> &rows)
+{
+    QStringList columns, regionColumns;
+    QVector<QStringList> lines;
+    QVector<Cells> regions;
+    for (const SeriesRow &row : rows) {
+        Cells cells, ofRegions;
+        addNames(row, &cells);
+        addTarget(row.report, &cells);
+        addMap(row.report, &cells);
+        const QJsonArray warnings = row.report.value("warnings").toArray();
+        QStringList sentences;
+        for (const QJsonValue &warning : warnings)
+            sentences << warning.toString();
+        cells.add("warnings", static_cast<double>(sentences.size()));
+        cells.add("warning_texts", sentences.join(QLatin1String("; ")));
+        addRegions(row.report, &ofRegions);
+        columns = cells.columns;
+        lines << cells.texts;
+        regions << ofRegions;
+        for (const QString &column : qAsConst(ofRegions.columns)) {
+            if (!regionColumns.contains(column))
+                regionColumns << column;
+        }
+    }
+    QString table = lineOf(columns + regionColumns);
+    for (int i = 0; i < lines.size(); ++i) {
+        for (const QString &column : qAsConst(regionColumns)) {
+            const int place = regions[i].columns.indexOf(column);
+            lines[i] << (place < 0 ? QString() : regions[i].texts[place]);
+        }
+        table += lineOf(lines[i]);
+    }
+    return table.toUtf8();
+}
