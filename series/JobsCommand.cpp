@@ -1,0 +1,94 @@
+#include "series/JobsCommand.h"
+
+#include "analysis/job/JobPaths.h"
+#include "analysis/job/OwnJob.h"
+#include "numeric/FileSet.h"
+#include "numeric/ProgramVersion.h"
+#include "series/JobTemplate.h"
+
+#include <QCommandLineParser>
+#include <QDir>
+#include <QFileInfo>
+#include <QTextStream>
+
+namespace
+{
+
+enum ExitCode { Done = 0, Refused = 1, Wrong = 2, CannotWrite = 3 };
+
+int fail(int code, const QStringList &problems, QTextStream *err)
+{
+    for (const QString &problem : problems)
+        *err << "flokluk-jobs: " << problem << '\n';
+    err->flush();
+    return code;
+}
+
+int writeJobs(const QVector<FolderJob> &jobs, const QString &out, bool isRelative, QTextStream *err)
+{
+    QStringList problems;
+    for (const FolderJob &job : jobs) {
+        const QFileInfo info(job.file);
+        if ((info.exists() || info.isSymLink()) && !isOwnJob(job.file))
+            problems << QStringLiteral("%1 is there and no job that this program has written").arg(job.file);
+    }
+    if (!problems.isEmpty())
+        return fail(Refused, problems, err);
+    if (!QDir().mkpath(out))
+        return fail(CannotWrite, {QStringLiteral("cannot make the folder %1").arg(out)}, err);
+    numeric::FileSet set;
+    for (const FolderJob &job : jobs) {
+        if (!writeOwnJob(isRelative ? withPathsFrom(out, job.job) : job.job, job.file, &set))
+            return fail(CannotWrite, {QStringLiteral("cannot write %1").arg(job.file)}, err);
+    }
+    return set.publish() ? Done : fail(CannotWrite, {set.problem()}, err);
+}
+
+} // namespace
+
+int runJobsCommand(const QStringList &arguments, QTextStream *out, QTextStream *err)
+{
+    QCommandLineParser parser;
+    parser.setApplicationDescription(
+        QStringLiteral("Writes one job for flokluk-batch per folder. In the template an input whose name holds * or ? "
+                       "is looked for in each folder, where exactly one file must match; {folder}, {path} and "
+                       "{number} stand for the folder's name, its path and the last number in its name. All jobs are "
+                       "written or none. Exit code: 0 done, 1 a folder does not hold what the template wants, 2 the "
+                       "template or the command line is wrong, 3 a job could not be written."));
+    parser.addPositionalArgument(QStringLiteral("TEMPLATE.json"), QStringLiteral("A job with placeholders."));
+    parser.addPositionalArgument(QStringLiteral("FOLDER"), QStringLiteral("Folders; * and ? may stand in quotes."),
+                                 QStringLiteral("FOLDER ..."));
+    const QCommandLineOption into(QStringLiteral("out"), QStringLiteral("Write FOLDER.json into DIR (jobs)."),
+                                  QStringLiteral("DIR"), QStringLiteral("jobs"));
+    const QCommandLineOption relative(QStringLiteral("relative"),
+                                      QStringLiteral("Paths in the jobs start from DIR instead of being absolute."));
+    const QCommandLineOption help({QStringLiteral("h"), QStringLiteral("help")}, QStringLiteral("Show this help."));
+    parser.addOptions({into, relative, help});
+    const QCommandLineOption version = parser.addVersionOption();
+    if (!parser.parse(arguments))
+        return fail(Wrong, {parser.errorText() + QLatin1String("; flokluk-jobs --help says more")}, err);
+    if (parser.isSet(help) || parser.isSet(version)) {
+        *out << (parser.isSet(help) ? parser.helpText()
+                                    : numeric::versionLine(QStringLiteral("flokluk-jobs")) + QLatin1Char('\n'));
+        return Done;
+    }
+    QStringList words = parser.positionalArguments();
+    if (words.size() < 2)
+        return fail(Wrong, {QStringLiteral("a template and a folder are needed; flokluk-jobs --help says more")}, err);
+    const QString templateFile = words.takeFirst();
+    QStringList problems;
+    const QStringList folders = foldersOf(words, &problems);
+    if (!problems.isEmpty())
+        return fail(Refused, problems, err);
+    const FolderJobs made = jobsFromTemplate(templateFile, folders, parser.value(into));
+    for (const QString &problem : made.problems)
+        problems << (made.isTemplateBad ? templateFile + QLatin1String(": ") : QString()) + problem;
+    if (!problems.isEmpty())
+        return fail(made.isTemplateBad ? Wrong : Refused, problems, err);
+    const int code = writeJobs(made.jobs, parser.value(into), parser.isSet(relative), err);
+    for (const FolderJob &job : made.jobs) {
+        if (code == Done)
+            *out << job.file << '\n';
+    }
+    return code;
+}
