@@ -241,6 +241,7 @@ private:
     void chooseHistograms();
     void showDataMapOf(AEPoint *row, bool isShown);
     void showSomeDataMap();
+    void writeJob(const QString &result, bool areOld);
     void saveMapText(const QByteArray &text);
     QStringList edgeTexts() const;
 

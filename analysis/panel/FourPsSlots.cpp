@@ -1,5 +1,6 @@
 // The panel's slots: each gathers what is set, runs a step and shows what came of it.
 
+#include "analysis/job/OwnJob.h"
 #include "analysis/model/Findings.h"
 #include "analysis/model/ResultText.h"
 #include "analysis/model/Staleness.h"
@@ -135,8 +136,28 @@ void FourPs::writeInto(numeric::FileSet *set)
         const bool areOld = m_analysis.run() && !changesSince(*m_analysis.run(), now).isEmpty();
         written = (areOld ? tr("%1: wrote %2 (inputs changed since)") : tr("%1: wrote %2 and its histograms"))
                       .arg(QTime::currentTime().toString(QStringLiteral("HH:mm:ss")), QFileInfo(path).fileName());
+        if (ui.WriteJob->isChecked() && !set)
+            writeJob(path, areOld);
     }
     ui.SaveFSelect->setExInfo(written);
+}
+
+/// The job that repeats what was written, beside it.
+void FourPs::writeJob(const QString &result, bool areOld)
+{
+    const QFileInfo info(result);
+    const QString path = info.dir().filePath(info.completeBaseName() + QLatin1String(".json"));
+    const QString name = QFileInfo(path).fileName();
+    const bool isThere = QFileInfo::exists(path) || QFileInfo(path).isSymLink();
+    if (areOld)
+        message(
+            tr("%1 is not written: it would calculate something else than the results, press Calc. first.").arg(name));
+    else if (!m_analysis.run())
+        message(tr("%1 is not written: there are no results that it could repeat.").arg(name));
+    else if (isThere && !isOwnJob(path))
+        message(tr("%1 is not written: there is a file of that name which the program has not written.").arg(name));
+    else if (!writeOwnJob(job(), path))
+        message(tr("Can't write the job %1").arg(path));
 }
 
 // --- what is shown of them ---
