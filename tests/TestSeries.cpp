@@ -1,0 +1,459 @@
+#include "BatchTools.h"
+#include "batch/SeriesTrend.h"
+#include "series/JobsCommand.h"
+
+#include <QImage>
+#include <QJsonArray>
+#include <QJsonDocument>
+#include <QProcess>
+
+#include <csignal>
+#include <unistd.h>
+
+using batchtools::edited;
+
+/// Runs that are repeated, left out, put into one table, one picture and one crate; jobs for many folders.
+class TestSeries : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    /// Without pictures, which take most of the time of such small maps.
+    void initTestCase()
+    {
+        QVERIFY(m_sample.make());
+        for (const char *const job : {"four-points.json", "non-equivalent.json"}) {
+            const QByteArray withPictures = m_sample.text(job);
+            m_pictures = withPictures;
+            QVERIFY(tables::writeBytes(m_sample.path(job), edited(withPictures, "'pictures': 'pictures',  => ")));
+        }
+    }
+
+    void again()
+    {
+        const QString reportFile = m_sample.path("four-points-report.json");
+        QCOMPARE(
+            m_sample.runJob(edited(m_sample.text("four-points.json"), "'output' => 'findShift': 'apply', 'output'")),
+            0);
+        const QByteArray report = m_sample.text("four-points-report.json");
+        const QMap<QString, QByteArray> before = written();
+        const QByteArray target = m_sample.text("target.dat");
+        // edit: of the report; the target is another one where a sentence speaks of inputs
+        forRows<QString, int, QString, QString>(
+            {{"the same", "", 0, "inputs are the same (1", "results are the same (3"},
+             {"an input", "", 1, "inputs are not the same", "results are the same (3"},
+             {"a result", sumOf(report, "four-points.dat") + " => 00", 1, "inputs are the same",
+              "results are not the same"},
+             {"another version", "flokluk-batch  => flokluk-batch 0.0.", 0, "inputs are", "results are the same"},
+             {"no report", "'asRun' => 'x'", 2, "", ""}},
+            [&](const QString &edit, int code, const QString &inputs, const QString &results) {
+                QVERIFY(tables::writeBytes(reportFile, edit.isEmpty() ? report : edited(report, edit)));
+                if (inputs.contains("not"))
+                    QVERIFY(tables::writeBytes(m_sample.path("target.dat"), target + "9200 0.5\n"));
+                QCOMPARE(m_sample.run({"--again", reportFile}), code);
+                QVERIFY2(m_sample.out.contains(inputs) && m_sample.out.contains(results), qPrintable(m_sample.out));
+                QCOMPARE(m_sample.err.contains("target.dat is no longer what the run read"), inputs.contains("not"));
+                QCOMPARE(m_sample.err.contains("four-points.dat has other contents this time"),
+                         code == 1 && !inputs.contains("not"));
+                if (inputs.contains("not"))
+                    restore("target.dat", target, report);
+            });
+        QVERIFY(tables::writeBytes(reportFile, report));
+        QVERIFY(written() == before);
+    }
+
+    void skipDone()
+    {
+        const QString job = m_sample.path("four-points.json");
+        const QByteArray text = m_sample.text("four-points.json");
+        QCOMPARE(m_sample.run({"--hash", job}), 0);
+        const auto isSkipped = [&](const QStringList &more = {}) {
+            const bool isDone = m_sample.run(QStringList{"--skip-done", job} + more) == 0;
+            return isDone && m_sample.out.contains(": done already, skipped\n");
+        };
+        QVERIFY(isSkipped());
+        QVERIFY(!isSkipped({"--lenient"}));
+        QCOMPARE(m_sample.run({"--hash", job}), 0);
+        forRows<const char *, const char *, bool>(
+            {{"the job, written otherwise", "four-points.json", "{ => \n {", true},
+             {"another setting", "four-points.json", "'EdgeE': 8345 => 'EdgeE': 8346", false},
+             {"an input", "target.dat", "9 => 8", false},
+             {"a result", "four-points_HGThick.dat", "0 => 1", false},
+             {"of another version", "four-points-report.json", "'version': ' => 'version': '0", false},
+             {"in another language", "four-points-report.json", "'language': 'en' => 'language': 'ja'", false}},
+            [&](const char *file, const char *edit, bool wanted) {
+                const QByteArray before = m_sample.text(file);
+                QVERIFY(tables::writeBytes(m_sample.path(file), edited(before, edit)));
+                QCOMPARE(isSkipped(), wanted);
+                QVERIFY(wanted || isSkipped()); // it has run
+                QVERIFY(tables::writeBytes(m_sample.path(file), before));
+                QCOMPARE(m_sample.run({"--hash", job}), 0);
+            });
+        QCOMPARE(m_sample.text("four-points.json"), text);
+    }
+
+    void listOutputs()
+    {
+        QStringList wanted;
+        QVERIFY(tables::writeBytes(m_sample.path("pictures.json"), m_pictures));
+        for (const QString job : {"four-points.json", "pictures.json"}) {
+            m_sample.removeResults();
+            const QStringList inputs = filesThere();
+            QCOMPARE(m_sample.run({"--list-outputs", m_sample.path(job)}), 0);
+            QStringList listed = m_sample.out.trimmed().split('\n');
+            QCOMPARE(filesThere(), inputs);
+            QCOMPARE(m_sample.run({m_sample.path(job)}), 0);
+            QStringList made = filesThere();
+            for (const QString &file : inputs)
+                made.removeAll(file);
+            listed.sort();
+            QCOMPARE(listed, made);
+            QCOMPARE(listed.size() > 10, job == "pictures.json");
+        }
+        QCOMPARE(m_sample.run({"--list-outputs", m_sample.path("nothing.json")}), 2);
+    }
+
+    /// Of several processes, too: no line is broken by another one.
+    void progressForPrograms()
+    {
+        const QStringList jobs = {m_sample.path("four-points.json"), m_sample.path("nothing.json"),
+                                  m_sample.path("non-equivalent.json")};
+        QProcess process;
+        process.start(FLOKLUK_BATCH, QStringList{"--progress", "json", "--jobs", "2"} + jobs);
+        QVERIFY(process.waitForFinished(60000));
+        QMap<QString, QJsonObject> last;
+        QMap<QString, double> done;
+        for (const QByteArray &line : process.readAllStandardError().trimmed().split('\n')) {
+            const QJsonObject object = QJsonDocument::fromJson(line).object();
+            const QString job = object["job"].toString();
+            QVERIFY2(jobs.contains(job), line.constData());
+            QVERIFY(object.contains("error") || object["done"].toDouble() >= done.value(job));
+            done[job] = object["done"].toDouble();
+            last[job] = object;
+        }
+        QVERIFY(last[jobs[0]]["stage"] == "done" && done[jobs[0]] == 1.0 && last[jobs[2]]["seconds"].isDouble());
+        QVERIFY(last[jobs[1]]["error"].toString().endsWith("no such file"));
+    }
+
+    /// The exit codes that shells and batch systems know a signal by; nothing of the run is left.
+    void signalsEndARun()
+    {
+        batchtools::SampleJobs large;
+        QVERIFY(large.make(256, 192));
+        const QStringList before = QDir(large.dir()).entryList(QDir::Files | QDir::Hidden);
+        forRows<int>({{"terminated", SIGTERM}, {"interrupted", SIGINT}}, [&](int number) {
+            QProcess shell;
+            shell.setReadChannel(QProcess::StandardError);
+            shell.start("sh", {"-c", "sh -c 'echo $$ >&2; exec \"$0\" \"$1\"' \"$0\" \"$1\"; exit $?", FLOKLUK_BATCH,
+                               large.path("four-points.json")});
+            QByteArray seen;
+            while (!seen.contains("saving pictures") && shell.waitForReadyRead(60000))
+                seen += shell.readAll();
+            QCOMPARE(::kill(seen.left(seen.indexOf('\n')).toInt(), number), 0);
+            QVERIFY(shell.waitForFinished(60000));
+            QCOMPARE(shell.exitCode(), 128 + number);
+            QCOMPARE(QDir(large.dir()).entryList(QDir::Files | QDir::Hidden), before);
+        });
+    }
+
+    /// A line a job with the numbers of its report, in the order of the command line.
+    void table()
+    {
+        const QByteArray job = m_sample.text("non-equivalent.json");
+        const QString odd = m_sample.path("a, \"b\".json");
+        QVERIFY(tables::writeBytes(odd, edited(job, "non-equivalent => odd && 'output' => 'x': 2.5, 'xTitle': 'h', "
+                                                    "'regions': [{'name': 'core', 'above': 0.3}], 'output'")));
+        const QStringList jobs = {odd, m_sample.path("four-points.json"), m_sample.path("nothing.json"),
+                                  m_sample.path("non-equivalent.json")};
+        QCOMPARE(m_sample.run(QStringList{"--table", m_sample.path("all.csv")} + jobs), 2);
+        const QByteArray serial = m_sample.text("all.csv");
+        QProcess parallel;
+        parallel.start(FLOKLUK_BATCH, QStringList{"--jobs", "3", "--table", m_sample.path("all.csv")} + jobs);
+        QVERIFY(parallel.waitForFinished(60000));
+        QCOMPARE(m_sample.text("all.csv"), serial);
+
+        const QVector<QStringList> lines = cellsOf(serial);
+        QCOMPARE(lines.size(), 5);
+        const auto cell = [&lines](int line, const QString &column) {
+            return lines[line].value(lines[0].indexOf(column), "no such column");
+        };
+        for (int i = 0; i < jobs.size(); ++i) {
+            QCOMPARE(cell(i + 1, "job"), jobs[i]);
+            QCOMPARE(lines[i + 1].size(), lines[0].size());
+        }
+        const QJsonObject report = QJsonDocument::fromJson(m_sample.text("non-equivalent-report.json")).object();
+        const QJsonObject target = report["target"].toObject(), result = target["nonEquivalent"].toObject();
+        const QJsonObject material = report["map"].toObject()["quality"].toObject()["ofMaterial"].toObject();
+        forRows<QString, QJsonValue>(
+            {{"fraction", "target_fraction2", result["fractions"].toArray()[1]},
+             {"its error", "target_fraction2_error", result["errors"].toObject()["fractions"].toArray()[1]},
+             {"valence", "target_valence", result["valence"]},
+             {"t", "target_t_error", result["errors"].toObject()["t"]},
+             {"R", "lcf_R", target["lcf"].toObject()["R"]},
+             {"of the map", "map_valence", material["mean"]},
+             {"of the map's mean spectrum", "map_fraction3", material["fractions"].toArray()[2]},
+             {"misfit", "map_chi2", material["chi2"]}},
+            [&cell](const QString &column, const QJsonValue &wanted) {
+                QVERIFY(wanted.isDouble());
+                QCOMPARE(cell(4, column), QString::number(wanted.toDouble(), 'g', 10));
+            });
+        // Of a sample that is all material the mean is that of all pixels; see TestBatch for the regions themselves.
+        const QJsonObject amount = report["map"].toObject()["quantities"].toObject()["Amount"].toObject();
+        QVERIFY(amount["materialMean"].toDouble() > amount["mean"].toDouble());
+        QVERIFY(qAbs(cell(4, "map_t").toDouble() - amount["materialMean"].toDouble()) < 1e-9);
+        QCOMPARE(cell(2, "target_fraction1").toDouble() + cell(2, "target_fraction2").toDouble(), 1.0);
+        QVERIFY(cell(1, "core: valence").toDouble() > 2.0 && cell(2, "core: valence").isEmpty());
+        QVERIFY(cell(3, "outcome") == "2" && cell(3, "errors").contains("no such file"));
+        QVERIFY(cell(1, "x") == "2.5" && cell(2, "x").isEmpty() && cell(2, "warnings") == "0");
+        QCOMPARE(m_sample.run({"--table", m_sample.path("target.dat"), jobs[3]}), 2);
+        QVERIFY(m_sample.err.contains("target.dat cannot be written: it is an input of"));
+    }
+
+    void trend()
+    {
+        const auto row = [](std::optional<double> x, double fraction) {
+            SeriesRow made;
+            made.job.x = x;
+            made.job.xTitle = "t / h";
+            const QJsonObject fit{{"fractions", QJsonArray{fraction, 1 - fraction}},
+                                  {"standardErrors", QJsonArray{0.01, QJsonValue(), 0.5}}};
+            made.report = {{"references", QJsonArray{QJsonObject{{"file", "a/FeO.dat"}}, QJsonObject{{"file", "b"}}}},
+                           {"target", QJsonObject{{"lcf", fit}}}};
+            return made;
+        };
+        const Trend byX = trendOf({row(7, 0.25), row({}, 0.5), row(3, 0.75), SeriesRow()});
+        QVERIFY(byX.xTitle == "t / h" && byX.curves.size() == 2 && byX.curves[0].name == "FeO");
+        QCOMPARE(byX.warnings.size(), 2);
+        QVERIFY(byX.curves[0].points[0].x == 3 && byX.curves[0].points[0].fraction == 0.75);
+        QVERIFY(byX.curves[0].points[1].error == 0.01 && std::isnan(byX.curves[1].points[1].error));
+        const Trend byNumber = trendOf({row({}, 0.25), SeriesRow(), row({}, 0.5)});
+        QVERIFY(byNumber.curves[1].points[1].x == 3 && byNumber.curves[1].points[1].fraction == 0.5);
+        const QImage image = QImage::fromData(trendPicture(byX, "a.png"));
+        QVERIFY(image.width() > 1000 && image != QImage::fromData(trendPicture(byNumber, "a.png")));
+        QVERIFY(trendPicture(byX, "a.PDF").startsWith("%PDF"));
+    }
+
+    /// The sentences with MUST in RO-Crate 1.1, "RO-Crate Metadata", "Root Data Entity", "Data Entities".
+    void crate()
+    {
+        const QDir crate(m_sample.path("crate"));
+        QCOMPARE(m_sample.run({"--crate", crate.path(), "--hash", m_sample.path("four-points.json"),
+                               m_sample.path("non-equivalent.json")}),
+                 0);
+        QFile file(crate.filePath("ro-crate-metadata.json"));
+        QVERIFY(file.open(QIODevice::ReadOnly));
+        const QJsonObject root = QJsonDocument::fromJson(file.readAll()).object();
+        QCOMPARE(root["@context"].toArray()[0].toString(), QString("https://w3id.org/ro/crate/1.1/context"));
+        QMap<QString, QJsonObject> entities;
+        for (const QJsonValue &value : root["@graph"].toArray()) {
+            const QJsonObject entity = value.toObject();
+            const QString id = entity["@id"].toString();
+            QVERIFY2(!id.isEmpty() && !entities.contains(id) && entity.contains("@type"), qPrintable(id));
+            entities.insert(id, entity);
+        }
+        QStringList links;
+        collectLinks(root["@graph"], &links);
+        for (const QString &id : qAsConst(links))
+            QVERIFY2(entities.contains(id), qPrintable(id));
+        const QJsonObject descriptor = entities["ro-crate-metadata.json"], data = entities["./"];
+        QCOMPARE(descriptor["@type"].toString(), QString("CreativeWork"));
+        QCOMPARE(descriptor["about"].toObject()["@id"].toString(), QString("./"));
+        QCOMPARE(descriptor["conformsTo"].toObject()["@id"].toString(), QString("https://w3id.org/ro/crate/1.1"));
+        QCOMPARE(data["@type"].toString(), QString("Dataset"));
+        for (const char *const key : {"name", "description", "datePublished", "license"})
+            QVERIFY2(data.contains(key), key);
+        QVERIFY(QDateTime::fromString(data["datePublished"].toString(), Qt::ISODate).isValid());
+
+        QStringList parts;
+        collectLinks(data["hasPart"], &parts);
+        int inside = 0;
+        for (const QJsonObject &entity : qAsConst(entities)) {
+            const QUrl url(entity["@id"].toString());
+            if (entity["@type"] != "File")
+                continue;
+            QVERIFY2(parts.contains(entity["@id"].toString()), qPrintable(url.toString()));
+            QVERIFY(url.isRelative() ? !url.path().startsWith('/') && !url.path().contains("..") : url.isLocalFile());
+            const QString path = url.isRelative() ? crate.filePath(url.path(QUrl::FullyDecoded)) : url.toLocalFile();
+            inside += url.isRelative();
+            QVERIFY2(QFileInfo(path).isFile(), qPrintable(path));
+            if (entity.contains("contentSize"))
+                QCOMPARE(entity["contentSize"].toString(), QString::number(QFileInfo(path).size()));
+        }
+        QCOMPARE(inside, crateFiles(crate.path()) - 1); // but for the metadata
+        QVERIFY(m_sample.text("crate/four-points/four-points.dat") == m_sample.text("four-points.dat"));
+        int actions = 0;
+        for (const QJsonObject &action : qAsConst(entities)) {
+            if (action["@type"] != "CreateAction")
+                continue;
+            ++actions;
+            QVERIFY(action["startTime"].toString() <= action["endTime"].toString());
+            QVERIFY(action["object"].toArray().size() >= 10 && action["result"].toArray().size() >= 4);
+            const QString program = action["instrument"].toObject()["@id"].toString();
+            QCOMPARE(entities[program]["@type"].toString(), QString("SoftwareApplication"));
+        }
+        QCOMPARE(actions, 2);
+        QCOMPARE(m_sample.run({"--crate", m_sample.dir(), m_sample.path("four-points.json")}), 2);
+        QVERIFY(m_sample.err.contains("is neither empty nor an RO-Crate"));
+    }
+
+    void jobsForFolders()
+    {
+        const QDir home(m_sample.dir());
+        for (const char *const folder : {"scan_2", "scan_10", "scan_x"}) {
+            QVERIFY(home.mkpath(folder));
+            for (const QString &map : home.entryList({"map*.txt"}))
+                QFile::copy(home.filePath(map), home.filePath(QString(folder) + "/a_" + map));
+        }
+        QVERIFY(home.mkpath("scan_x/b") && QFile::remove(home.filePath("scan_x/a_map3_8345.000eV.txt")));
+        QByteArray job = m_sample.text("four-points.json");
+        job.replace("\"map", "\"a_map").replace("\"a_map\"", "\"map\"").replace(".000eV.txt", "*");
+        QVERIFY(tables::writeBytes(m_sample.path("template.json"),
+                                   edited(job, "'four-points => '{folder} && 'output' => 'x': '{number}', 'output'")));
+        QVERIFY(
+            tables::writeBytes(m_sample.path("many.json"), edited(m_sample.text("template.json"), "a_map1 => a_ma")));
+        QVERIFY(tables::writeBytes(m_sample.path("one.json"), edited(m_sample.text("template.json"), "{folder} => r")));
+        QVERIFY(tables::writeBytes(m_sample.path("bad.json"), "{\"references\": []}"));
+        forRows<QString, QString, int, QString>(
+            {{"as many as folders", "template.json", "scan_1?/ scan_2/", 0, "scan_10.json\n"},
+             {"missing", "template.json", "scan_*", 1, "scan_x: energies[2].map: no file matches a_map3_8345*"},
+             {"too many", "many.json", "scan_2", 1, "scan_2: energies[0].map: 8 files match a_ma*"},
+             {"one output", "one.json", "scan_2 scan_10", 1, "would both write "},
+             {"no such folder", "template.json", "scam_*", 1, "scam_*: no such folder"},
+             {"no job", "bad.json", "scan_2", 2, "bad.json: energies is missing"}},
+            [this](const QString &file, const QString &folders, int code, const QString &sentence) {
+                QStringList arguments = {"flokluk-jobs", "--out", m_sample.path("jobs"), m_sample.path(file)};
+                for (const QString &folder : folders.split(' '))
+                    arguments << m_sample.path(folder);
+                QDir(m_sample.path("jobs")).removeRecursively();
+                QString out, err;
+                QTextStream outStream(&out), errStream(&err);
+                QCOMPARE(runJobsCommand(arguments, &outStream, &errStream), code);
+                QVERIFY2((out + err).contains(sentence), qPrintable(out + err));
+                QCOMPARE(QDir(m_sample.path("jobs")).entryList(QDir::Files).size(), code == 0 ? 2 : 0);
+                if (code != 0)
+                    return;
+                QVERIFY(!out.contains("scan_2.json\nscan_10")); // as on the command line
+                QCOMPARE(m_sample.run({m_sample.path("jobs/scan_10.json")}), 0);
+                QVERIFY(QFile::exists(m_sample.path("scan_10.dat")));
+                QCOMPARE(readJob(m_sample.path("jobs/scan_10.json")).job.x.value_or(0), 10.0);
+                QVERIFY(tables::writeBytes(m_sample.path("jobs/scan_2.json"), "{}"));
+                QCOMPARE(runJobsCommand(arguments, &outStream, &errStream), 1); // a user's file
+                QVERIFY(err.contains("scan_2.json is there and no job") && m_sample.text("jobs/scan_2.json") == "{}");
+            });
+    }
+
+    /// "with its job" in the window: the job gives the same files, and replaces no file but its own.
+    void jobOfTheWindow()
+    {
+        paneltools::Analyst user(m_sample);
+        const QString job = m_sample.path("hand.json");
+        QCOMPARE(user.writeTo(m_sample.path("hand.dat")), QString());
+        QVERIFY(!QFile::exists(job));
+        user.click("WriteJob");
+        QVERIFY(tables::writeBytes(job, m_sample.text("four-points.json")));
+        QVERIFY(user.writeTo(m_sample.path("hand.dat")).contains("hand.json is not written: there is a file"));
+        QCOMPARE(m_sample.text("hand.json"), m_sample.text("four-points.json"));
+        QVERIFY(QFile::remove(job));
+        for (int i = 0; i < 2; ++i)
+            QCOMPARE(user.writeTo(m_sample.path("hand.dat")), QString());
+        const QByteArray byHand = m_sample.text("hand.dat");
+        QVERIFY(QFile::remove(m_sample.path("hand.dat")));
+        QCOMPARE(m_sample.run({job}), 0);
+        QCOMPARE(m_sample.text("hand.dat"), byHand);
+        user.panel.longestQuietMap = 0;
+        user.click("Ref1File/UseCB");
+        QVERIFY(user.writeTo(m_sample.path("hand.dat")).contains("hand.json is not written: it would calculate"));
+    }
+
+private:
+    QStringList filesThere() const
+    {
+        QStringList files;
+        for (const QString &name : QDir(m_sample.dir()).entryList(QDir::Files | QDir::Hidden, QDir::Name))
+            files << m_sample.path(name);
+        for (const QString &name : QDir(m_sample.path("pictures")).entryList(QDir::Files | QDir::Hidden, QDir::Name))
+            files << m_sample.path("pictures/" + name);
+        files.sort();
+        return files;
+    }
+    QMap<QString, QByteArray> written() const
+    {
+        QMap<QString, QByteArray> files;
+        for (const QString &file : filesThere())
+            files.insert(file, tables::bytesOf(file));
+        return files;
+    }
+    /// The sum that a report has for a file.
+    static QString sumOf(const QByteArray &report, const QString &name)
+    {
+        for (const QJsonValue &file : QJsonDocument::fromJson(report).object()["files"].toArray()) {
+            if (file.toObject()["path"].toString() == name)
+                return file.toObject()["sha256"].toString();
+        }
+        return "none";
+    }
+    /// Contents and the time that the report knows.
+    void restore(const QString &name, const QByteArray &bytes, const QByteArray &report)
+    {
+        QVERIFY(tables::writeBytes(m_sample.path(name), bytes));
+        for (const QJsonValue &input : QJsonDocument::fromJson(report).object()["inputs"].toArray()) {
+            QFile file(m_sample.path(name));
+            if (!input.toObject()["path"].toString().endsWith('/' + name))
+                continue;
+            QVERIFY(file.open(QIODevice::ReadWrite));
+            QVERIFY(file.setFileTime(QDateTime::fromString(input.toObject()["time"].toString(), Qt::ISODateWithMs),
+                                     QFileDevice::FileModificationTime));
+        }
+    }
+    /// RFC 4180.
+    static QVector<QStringList> cellsOf(const QByteArray &table)
+    {
+        QVector<QStringList> lines;
+        QStringList line;
+        QString cell;
+        bool isQuoted = false;
+        const QString text = QString::fromUtf8(table);
+        for (int i = 0; i < text.size(); ++i) {
+            const QChar next = text[i];
+            if (next == '"' && isQuoted && text.mid(i + 1, 1) == "\"")
+                cell += text[++i];
+            else if (next == '"')
+                isQuoted = !isQuoted;
+            else if (isQuoted || (next != ',' && next != '\r' && next != '\n'))
+                cell += next;
+            else if (next == ',' || next == '\n') {
+                line << cell;
+                cell.clear();
+                if (next == '\n') {
+                    lines << line;
+                    line.clear();
+                }
+            }
+        }
+        return lines;
+    }
+    static void collectLinks(const QJsonValue &value, QStringList *links)
+    {
+        for (const QJsonValue &entry : value.toArray())
+            collectLinks(entry, links);
+        const QJsonObject object = value.toObject();
+        if (object.size() == 1 && object.contains("@id"))
+            *links << object["@id"].toString();
+        for (const QJsonValue &member : object)
+            collectLinks(member, links);
+    }
+    static int crateFiles(const QString &folder)
+    {
+        int count = 0;
+        QDirIterator files(folder, QDir::Files | QDir::Hidden, QDirIterator::Subdirectories);
+        for (; files.hasNext(); files.next())
+            ++count;
+        return count;
+    }
+
+    batchtools::SampleJobs m_sample;
+    QByteArray m_pictures; ///< the job of the sample with pictures
+};
+
+QTEST_MAIN(TestSeries)
+#include "TestSeries.moc"
