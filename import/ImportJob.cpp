@@ -3,6 +3,7 @@
 #include "analysis/job/Job.h"
 #include "import/ImportText.h"
 #include "import/MapWriter.h"
+#include "import/PlannedPick.h"
 #include "spectrum/AMutE.h"
 
 #include <QDir>
@@ -14,7 +15,7 @@
 
 using Outcome = ImportResult::Outcome;
 
-/// The energies that the job takes: those that the user named, else those that tell most.
+/// The energies that the job takes: those that the user named, else planned ones, else those that tell most.
 bool ImportRun::pick()
 {
     m_pickInput.energies = m_reader.energies();
@@ -22,8 +23,46 @@ bool ImportRun::pick()
         return true;
     if (!takeReferenceValues())
         return false;
-    if (m_picked.isEmpty())
+    m_vPoint = -1;
+    if (!m_picked.isEmpty()) {
+        m_pickedBy = QStringLiteral("named");
+        return true;
+    }
+    if (m_pickInput.energies.size() > m_options.pickCount && m_writtenSpectra.size() >= 2 && !planPicked())
+        return false;
+    if (m_picked.isEmpty()) {
+        m_pickedBy = QStringLiteral("contrast");
         m_picked = pickEnergies(m_pickInput, m_options.pickCount);
+    }
+    return true;
+}
+
+/// False only when it is stopped; without a plan nothing is picked.
+bool ImportRun::planPicked()
+{
+    PlannedPickInput input;
+    input.energies = m_pickInput.energies;
+    input.isFluorescence = m_options.signal == ImportOptions::Signal::Fluorescence;
+    input.isGoing = [this](double done) {
+        return tell(ImportText::tr("planning"), mapsDone + (1.0 - mapsDone) * done);
+    };
+    for (int i = 0; i < m_writtenSpectra.size(); ++i) {
+        PlanReference reference;
+        reference.name = m_writtenSpectra[i].name;
+        reference.valence = m_options.valences.value(i, 0.0);
+        if (reference.spectrum.read(pathOf(reference.name)))
+            input.references.push_back(reference);
+    }
+    if (input.references.size() < 2)
+        return true;
+    const PlannedPick planned = plannedPick(input, m_options.pickCount);
+    if (planned.isStopped)
+        return false;
+    if (!planned.error.isEmpty())
+        m_result.warnings << ImportText::tr("the energies were picked by contrast, not planned: %1").arg(planned.error);
+    m_picked = planned.picked;
+    m_vPoint = planned.vPoint;
+    m_pickedBy = QStringLiteral("planned");
     return true;
 }
 
@@ -76,7 +115,7 @@ bool ImportRun::writeJob()
     const int references = qMin(m_writtenSpectra.size(), Job::maxReferences);
     for (int i = 0; i < references; ++i)
         job.references.append({m_writtenSpectra[i].name, true, m_options.valences.value(i, 0.0), 0.0});
-    const int vPoint = m_picked.isEmpty() ? -1 : mostDifferent(m_pickInput, m_picked);
+    const int vPoint = m_vPoint >= 0 || m_picked.isEmpty() ? m_vPoint : mostDifferent(m_pickInput, m_picked);
     for (const int i : qAsConst(m_picked))
         job.energies.append({energyText(m_reader.energies()[i]).toDouble(), m_maps[i], true, i == vPoint, false});
     constexpr int unknownsBesides = 2; // of the linear background

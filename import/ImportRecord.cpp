@@ -100,6 +100,7 @@ QJsonObject ImportRun::stackRecord() const
         {"mapWidth", m_result.width},
         {"mapHeight", m_result.height},
         {"unit", m_reader.x().unit},
+        {"pickedBy", m_pickedBy},
         {"maps", maps}};
     if (!m_alignment.isEmpty())
         record.insert(QStringLiteral("alignedTo"), m_maps[m_alignment.reference]);

@@ -265,7 +265,8 @@ bool ImportRun::writeMaps()
         return false;
     const double start = m_alignment.isEmpty() ? 0.0 : 0.5;
     for (int i = 0; i < count; ++i) {
-        if (!tell(ImportText::tr("%1 eV").arg(m_reader.energies()[i], 0, 'f', 2), start + (1.0 - start) * i / count) ||
+        if (!tell(ImportText::tr("%1 eV").arg(m_reader.energies()[i], 0, 'f', 2),
+                  start + (mapsDone - start) * i / count) ||
             !writeMap(i))
             return false;
     }

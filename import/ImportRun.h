@@ -27,6 +27,8 @@ private:
         QJsonObject record;
     };
 
+    static constexpr double mapsDone = 0.97; ///< share of the whole when all maps are written
+
     bool steps();
     bool checkOptions();
     bool sortInputs();
@@ -40,6 +42,7 @@ private:
     QStringList comments(int index) const;
     bool pick();
     bool takePicked();
+    bool planPicked();
     bool takeReferenceValues();
     bool writeJob();
     bool writeRecord();
@@ -74,4 +77,6 @@ private:
     PickInput m_pickInput;
     QVector<double> m_meanAbsorption; ///< of each energy
     QVector<int> m_picked;            ///< energies of the job
+    QString m_pickedBy;               ///< "named", "planned" or "contrast"
+    int m_vPoint = -1;                ///< of a plan that has one
 };

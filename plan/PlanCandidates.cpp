@@ -28,6 +28,11 @@ Bounds boundsOf(const PlanRequest &request)
     const PlanRange range = commonRange(request);
     Bounds bounds;
     bounds.edge = std::round(request.edge / fineStep) * fineStep;
+    if (!request.candidates.empty()) {
+        bounds.from = request.candidates.front();
+        bounds.to = request.candidates.back();
+        return bounds;
+    }
     bounds.from = request.from.value_or(std::max(bounds.edge - before, std::ceil(range.from / fineStep) * fineStep));
     bounds.to = request.to.value_or(std::min(bounds.edge + behind, std::floor(range.to / fineStep) * fineStep));
     return bounds;
@@ -69,6 +74,8 @@ QString rangeMistake(const PlanRequest &request)
         wanted.append({*request.to, QStringLiteral("to")});
     for (const double energy : request.keep)
         wanted.append({energy, QStringLiteral("keep")});
+    for (const double energy : request.candidates)
+        wanted.append({energy, QStringLiteral("candidates")});
     for (const PlanList &list : request.compare) {
         for (const double energy : list.energies)
             wanted.append({energy, list.name});
@@ -144,14 +151,16 @@ PlanRange commonRange(const PlanRequest &request)
 std::vector<double> planCandidates(const PlanRequest &request)
 {
     const Bounds bounds = boundsOf(request);
-    std::vector<double> energies;
-    for (int i = 0; request.step; ++i) {
+    std::vector<double> energies = request.candidates;
+    const bool isGrid = energies.empty();
+    for (int i = 0; isGrid && request.step; ++i) {
         const double energy = bounds.from + i * *request.step;
         if (!(energy <= bounds.to + tolerance))
             break;
         energies.push_back(energy);
     }
-    for (double energy = bounds.from; !request.step && energy <= bounds.to + tolerance; energy = next(bounds, energy))
+    for (double energy = bounds.from; isGrid && !request.step && energy <= bounds.to + tolerance;
+         energy = next(bounds, energy))
         energies.push_back(energy);
     energies.insert(energies.end(), request.keep.begin(), request.keep.end());
     std::sort(energies.begin(), energies.end());

@@ -67,6 +67,8 @@ struct PlanRequest {
     /// The candidates. Without bounds: 100 eV before to 200 eV behind the edge, as far as all references reach. Without
     /// a step: 0.5 eV from 20 eV before to 50 eV behind the edge, 5 eV elsewhere.
     std::optional<double> from, to, step;
+    /// These and no others, rising: energies that have been measured already. In the place of bounds and step.
+    std::vector<double> candidates;
     double spacing = 1.0;     ///< smallest distance of two energies
     std::vector<double> keep; ///< energies that belong to the plan in any case
 

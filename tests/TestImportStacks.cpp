@@ -1,5 +1,7 @@
 #include "import/Alignment.h"
+#include "import/ImportedSpectrum.h"
 #include "import/PickEnergies.h"
+#include "import/PlannedPick.h"
 #include "import/StackHeader.h"
 #include "samples/EdgeModel.h"
 #include "samples/ParticleField.h"
@@ -618,6 +620,48 @@ private slots:
         const QVector<int> picked = pickEnergies(input, 3);
         QVERIFY(picked[1] >= 5 && picked[1] < 9); // one reference is above its edge, the other below
         QCOMPARE(mostDifferent(input, picked), picked[1]);
+    }
+
+    /// Planned are only measured energies that the references reach, as the job will be analysed; no plan for
+    /// references that are alike.
+    void plannedPicking()
+    {
+        struct Case {
+            const char *name;
+            int count, other; ///< the second reference
+            double spacing;   ///< of the energies, eV
+            bool isPlanned, hasVPoint;
+        };
+        forEach<Case>({{"non-equivalent", 6, 2, 2.5, true, false},
+                       {"too few for it", 3, 1, 2.5, true, true},
+                       {"dense", 8, 2, 0.01, true, false},
+                       {"alike", 6, 0, 2.5, false, false}},
+                      [](const Case &c) {
+                          const ImportFolder folder;
+                          const sample::EdgeModel model;
+                          PlannedPickInput input;
+                          for (const int j : {0, c.other}) {
+                              ImportedSpectrum spectrum;
+                              for (double energy = 8100; energy <= 8600; energy += 0.5) {
+                                  spectrum.energy << energy;
+                                  spectrum.mu << model.mu(j, energy);
+                              }
+                              QVERIFY(folder.write("r.dat", spectrumFileText(spectrum, "r").text));
+                              input.references.emplace_back();
+                              QVERIFY(input.references.back().spectrum.read(folder.path("r.dat")));
+                          }
+                          constexpr int beyond = 8; // are not reached
+                          const double last = c.spacing > 1 ? 8600 : 8352;
+                          for (int i = -100; i < beyond; ++i)
+                              input.energies << last + (i + 0.5) * c.spacing;
+                          const PlannedPick found = plannedPick(input, c.count);
+                          QCOMPARE(found.error.isEmpty(), c.isPlanned);
+                          QCOMPARE(found.picked.size(), c.isPlanned ? c.count : 0);
+                          QCOMPARE(found.picked.contains(found.vPoint), c.hasVPoint);
+                          QVERIFY(std::is_sorted(found.picked.begin(), found.picked.end()));
+                          for (const int i : found.picked)
+                              QVERIFY(i >= 0 && (i < 100 || c.spacing < 1));
+                      });
     }
 
     /// Particles that drift, with a noise of 0.05 in absorption: the shifts come out to 0.15 pixels (rms), and the
