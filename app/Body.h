@@ -5,6 +5,8 @@
 #include <QMainWindow>
 
 class FourPs;
+class ImportDialog;
+struct ImportResult;
 
 /// The program's window: it holds the one analysis panel.
 class Body : public QMainWindow
@@ -24,6 +26,13 @@ protected:
     void dropEvent(QDropEvent *event) override;
 
 private:
+    /// Opens the window of the import; false for files of which none can be imported.
+    bool offerImport(const QStringList &others, const QStringList &spectra);
+    ImportDialog *importDialog();
+    void proposeReferences();
+    void openImported(const ImportResult &result);
+
     Ui_Body ui;
     FourPs *m_panel;
+    ImportDialog *m_import = nullptr; ///< made when first asked for
 };

@@ -2,13 +2,13 @@
 
 #include "analysis/job/Progress.h"
 #include "import/Import.h"
+#include "import/OptionTexts.h"
 #include "import/StackFiles.h"
 
 #include <QCommandLineParser>
 #include <QDir>
 #include <QTextStream>
 
-#include <cmath>
 #include <iterator>
 
 namespace
@@ -77,44 +77,6 @@ QStringList withRepeatedRefs(const QStringList &arguments)
     return repeated;
 }
 
-bool readNumbers(const QString &text, QVector<double> *numbers)
-{
-    for (const QString &part : text.split(QLatin1Char(','))) {
-        bool good = false;
-        numbers->append(part.trimmed().toDouble(&good));
-        if (!good || !std::isfinite(numbers->last()))
-            return false;
-    }
-    return true;
-}
-
-/// "x0,y0,x1,y1", x1 and y1 behind the last pixel.
-bool readRegion(const QString &text, QRect *region)
-{
-    QVector<int> corners;
-    for (const QString &part : text.split(QLatin1Char(','))) {
-        bool good = false;
-        corners << part.trimmed().toInt(&good);
-        if (!good || corners.last() < 0)
-            return false;
-    }
-    if (corners.size() != 4 || corners[2] <= corners[0] || corners[3] <= corners[1])
-        return false;
-    *region = QRect(corners[0], corners[1], corners[2] - corners[0], corners[3] - corners[1]);
-    return true;
-}
-
-/// "8" is a number of energies, anything else is energies.
-bool readPick(const QString &text, ImportOptions *options)
-{
-    bool isCount = false;
-    const int count = text.toInt(&isCount);
-    if (!isCount || count > 8)
-        return readNumbers(text, &options->pickEnergies) && options->pickEnergies.size() <= 8;
-    options->pickCount = count;
-    return count >= 2;
-}
-
 bool readSignal(const QString &text, ImportOptions *options)
 {
     using Signal = ImportOptions::Signal;
@@ -124,11 +86,6 @@ bool readSignal(const QString &text, ImportOptions *options)
     if (index >= 0)
         options->signal = signals_[index];
     return index >= 0;
-}
-
-QString withoutColons(const QString &path)
-{
-    return path.startsWith(QLatin1String("::")) ? path.mid(2) : path;
 }
 
 bool readBin(const QString &text, ImportOptions *options)

@@ -93,6 +93,38 @@ private:
     QTemporaryDir m_dir;
 };
 
+/// The header of a microscope's stack, one of its images, and all of its files as "a.hdr".
+inline QByteArray ximHeader(const QByteArray &energies = "3, 700, 701.5, 703")
+{
+    return "ScanDefinition = { Label = \"a.hdr\"; Type = \"Image Stack; (x)\"; Dwell = 1;\n Regions = (1,\n{\n"
+           "PAxis = { Name = \"Sample X\"; Unit = \"um\"; Min = 0; Dir = 1;\n Points = (5, 0, 0.1, 0.2, 0.3, "
+           "0.4);\n};\n"
+           "QAxis = { Name = \"Sample Y\"; Unit = \"um\"; Points = (4, 7, 7.5, 8, 8.5); };\n});\n"
+           "StackAxis = { Name = \"Energy\"; Unit = \"eV\"; Points = (" +
+           energies +
+           ");\n};\nChannels = (1,\n{ Name = \"counter\"; Unit = \"counts\";});\n};\nTime = 2020 Nov 03 12:33;\n";
+}
+
+inline QByteArray ximImage(int e, int columns = 5)
+{
+    QByteArray text;
+    for (int y = 0; y < 4; ++y) {
+        for (int x = 0; x < columns; ++x)
+            text += QByteArray::number(Stack().counts(e, y, x)) + '\t';
+        text += '\n';
+    }
+    return text;
+}
+
+inline bool writeXim(const ImportFolder &folder, const QByteArray &energies = "3, 700, 701.5, 703")
+{
+    bool good =
+        folder.write("a.hdr", ximHeader(energies)) && folder.write("a.xsp", "% energy I0\n699 1000\n704 2000\n");
+    for (int e = 0; e < 3; ++e)
+        good = folder.write(QString("a_a00%1.xim").arg(e), ximImage(e)) && good;
+    return good;
+}
+
 /// What differs from the wanted values in the maps, empty when nothing does: `wanted` gives I and I0 of a pixel.
 inline QString differences(const ImportFolder &folder, const Stack &size,
                            const std::function<std::pair<double, double>(int e, int y, int x)> &wanted)

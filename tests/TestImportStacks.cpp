@@ -128,37 +128,6 @@ std::vector<double> frame(int e, double factor = 1.0)
 
 #endif
 
-QByteArray ximHeader(const QByteArray &energies = "3, 700, 701.5, 703")
-{
-    return "ScanDefinition = { Label = \"a.hdr\"; Type = \"Image Stack; (x)\"; Dwell = 1;\n Regions = (1,\n{\n"
-           "PAxis = { Name = \"Sample X\"; Unit = \"um\"; Min = 0; Dir = 1;\n Points = (5, 0, 0.1, 0.2, 0.3, "
-           "0.4);\n};\n"
-           "QAxis = { Name = \"Sample Y\"; Unit = \"um\"; Points = (4, 7, 7.5, 8, 8.5); };\n});\n"
-           "StackAxis = { Name = \"Energy\"; Unit = \"eV\"; Points = (" +
-           energies +
-           ");\n};\nChannels = (1,\n{ Name = \"counter\"; Unit = \"counts\";});\n};\nTime = 2020 Nov 03 12:33;\n";
-}
-
-QByteArray ximImage(int e, int columns = 5)
-{
-    QByteArray text;
-    for (int y = 0; y < 4; ++y) {
-        for (int x = 0; x < columns; ++x)
-            text += QByteArray::number(stack.counts(e, y, x)) + '\t';
-        text += '\n';
-    }
-    return text;
-}
-
-bool writeXim(const ImportFolder &folder, const QByteArray &energies = "3, 700, 701.5, 703")
-{
-    bool good =
-        folder.write("a.hdr", ximHeader(energies)) && folder.write("a.xsp", "% energy I0\n699 1000\n704 2000\n");
-    for (int e = 0; e < 3; ++e)
-        good = folder.write(QString("a_a00%1.xim").arg(e), ximImage(e)) && good;
-    return good;
-}
-
 } // namespace
 
 class TestImportStacks : public QObject

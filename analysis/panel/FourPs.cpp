@@ -352,6 +352,10 @@ void FourPs::connectButtons()
     connect(ui.DispCondsB, &QPushButton::toggled, this, &FourPs::dispCalcConditions);
     connect(ui.CopyConditions, &QPushButton::clicked, this, &FourPs::copyConditions);
     connect(ui.LoadConditions, &QPushButton::clicked, this, &FourPs::chooseConditions);
+    connect(ui.ImportFiles, &QPushButton::clicked, this, [this] {
+        if (importFiles)
+            importFiles({}, {});
+    });
     connect(ui.ClearMessages, &QPushButton::clicked, ui.Messages, &QTextEdit::clear);
     connect(ui.ManualB, &QPushButton::clicked, this, &FourPs::openManual);
     connect(ui.RemoveAFile, &QPushButton::clicked, this, &FourPs::removeAFile);

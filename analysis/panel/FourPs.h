@@ -68,6 +68,9 @@ public:
     /// Shows the measured map of an energy row, counted from 0, as its button does.
     void showDataMap(int row) { m_inputs.points().at(row)->showMapButton()->setChecked(true); }
 
+    /// The folder that was used last; empty at first.
+    QString directory() const { return ui.SaveFSelect->dir(); }
+
     /// Takes the inputs and settings of a job in the place of all present ones and calculates, unless a scope of
     /// recalculation() holds that back. `loading` hears of every file before it is read. Returns one sentence,
     /// beginning with the key in the job, for each file that could not be loaded. Settings that the panel does not have
@@ -86,12 +89,18 @@ public:
     /// Ask for the name of the file that gets a map as text and for a job file; an empty answer is a change of mind.
     std::function<QString()> askMapFile;
     std::function<QString()> askJobFile;
+    /// Offers to import files that are not the program's own, and the spectra that came with them; without any by the
+    /// button. False when none of them can be imported.
+    std::function<bool(const QStringList &others, const QStringList &spectra)> importFiles;
     /// Asks for the amount that the pixels of a region have at least; none is a change of mind.
     std::function<std::optional<double>()> askThickness;
     /// Opens a page of the manual with the desktop's program for it; false when there is none.
     std::function<bool(const QString &page)> openPage;
     /// Seconds: a map that is expected to take longer is not calculated unless it is asked for.
     double longestQuietMap = 0.3;
+
+    /// Writes one line into the message area.
+    void message(const QString &text);
 
 public slots:
     /// Automatic histogram ranges, then calcMap(), calcTarget() and lcf().
@@ -199,8 +208,6 @@ private:
     void connectFileLists();
     void connectStaleMark();
 
-    /// Writes one line into the message area.
-    void message(const QString &text);
     /// Shows one line that lasts until the next one.
     void showStatus(const QString &text);
     /// Tells what a step has to say.

@@ -52,6 +52,8 @@ void FourPs::receiveDroppedFiles(const QStringList &paths)
         loadConditions(files.job);
         return;
     }
+    if (importFiles && files.maps.isEmpty() && !files.others.isEmpty() && importFiles(files.others, files.spectra))
+        return;
     const Recalculation::Scope once(m_recalculation);
     takeSpectra(files.spectra);
     if (!files.maps.isEmpty())
