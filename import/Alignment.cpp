@@ -1,6 +1,7 @@
 #include "import/Alignment.h"
 
 #include "import/ImportText.h"
+#include "import/InputFile.h"
 
 #include <algorithm>
 #include <cmath>
@@ -211,7 +212,7 @@ bool alignImages(int count, const ReadAbsorption &read, const std::function<bool
 
 bool alignImages(int, const ReadAbsorption &, const std::function<bool(double done)> &, Alignment *, QString *error)
 {
-    *error = ImportText::tr("--align needs kissfft, which this program was built without");
+    *error = builtWithout(QStringLiteral("--align"), QStringLiteral("kissfft"));
     return false;
 }
 

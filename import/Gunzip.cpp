@@ -1,6 +1,7 @@
 #include "import/Gunzip.h"
 
 #include "import/ImportText.h"
+#include "import/InputFile.h"
 
 #ifdef FLOKLUK_HAVE_ZLIB
 #include <zlib.h>
@@ -48,7 +49,7 @@ bool gunzip(const QByteArray &bytes, QByteArray *text, QString *error)
 
 bool gunzip(const QByteArray &, QByteArray *, QString *error)
 {
-    *error = ImportText::tr("it is compressed, and this program was built without zlib");
+    *error = builtWithout(ImportText::tr("unpacking it"), QStringLiteral("zlib"));
     return false;
 }
 

@@ -147,31 +147,24 @@ bool listHdf5(const QString &path, QStringList *lines, QString *error)
 
 #else
 
-namespace
-{
-
-bool refuse(const QString &path, QString *error)
-{
-    *error = ImportText::tr("%1 is an HDF5 file, and this program was built without the HDF5 library").arg(path);
-    return false;
-}
-
-} // namespace
+#include "import/InputFile.h"
 
 bool openHdf5Stack(const QString &path, const ImportOptions &, ImageStack *, QString *error)
 {
-    return refuse(path, error);
+    *error = builtWithout(path, QStringLiteral("HDF5"));
+    return false;
 }
 
 Frames openHdf5Frames(const QString &path, const QString &, QString *error)
 {
-    refuse(path, error);
+    *error = builtWithout(path, QStringLiteral("HDF5"));
     return nullptr;
 }
 
 bool listHdf5(const QString &path, QStringList *, QString *error)
 {
-    return refuse(path, error);
+    *error = builtWithout(path, QStringLiteral("HDF5"));
+    return false;
 }
 
 #endif

@@ -75,3 +75,8 @@ bool readFile(const QString &path, QByteArray *bytes, QString *error)
     *bytes = file.readAll();
     return true;
 }
+
+QString builtWithout(const QString &what, const QString &library)
+{
+    return ImportText::tr("%1 needs %2, which this program was built without").arg(what, library);
+}

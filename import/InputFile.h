@@ -18,3 +18,6 @@ enum class InputKind { Hdf5, Tiff, StackHeader, Spectrum };
 
 /// The whole of a file of at most half a gigabyte. False, with one sentence, when that cannot be read.
 [[nodiscard]] bool readFile(const QString &path, QByteArray *bytes, QString *error);
+
+/// The sentence about what this program cannot do because it was built without a library.
+QString builtWithout(const QString &what, const QString &library);

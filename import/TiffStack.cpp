@@ -172,31 +172,24 @@ bool listTiff(const QString &path, QStringList *lines, QString *error)
 
 #else
 
-namespace
-{
-
-bool refuse(const QString &path, QString *error)
-{
-    *error = ImportText::tr("%1 is a TIFF file, and this program was built without the TIFF library").arg(path);
-    return false;
-}
-
-} // namespace
+#include "import/InputFile.h"
 
 bool openTiffStack(const QStringList &files, ImageStack *, QString *error)
 {
-    return refuse(files.first(), error);
+    *error = builtWithout(files.first(), QStringLiteral("libtiff"));
+    return false;
 }
 
 Frames openTiffFrames(const QString &path, QString *error)
 {
-    refuse(path, error);
+    *error = builtWithout(path, QStringLiteral("libtiff"));
     return nullptr;
 }
 
 bool listTiff(const QString &path, QStringList *, QString *error)
 {
-    return refuse(path, error);
+    *error = builtWithout(path, QStringLiteral("libtiff"));
+    return false;
 }
 
 #endif
