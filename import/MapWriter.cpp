@@ -15,10 +15,10 @@ namespace
 
 constexpr std::size_t blockPixels = 4096;
 
-QByteArray positionText(double position)
+QByteArray numberText(double value)
 {
     char text[numeric::countRoom];
-    return QByteArray(text, static_cast<int>(numeric::writeCount(position, text) - text));
+    return QByteArray(text, static_cast<int>(numeric::writeCount(value, text) - text));
 }
 
 /// The step between even positions, 0 where they are uneven: off by more than a hundredth of a step somewhere.
@@ -40,7 +40,7 @@ bool writeAxis(int count, const PixelAxis &axis, MapAxisText *text, std::vector<
     QVector<double> values = axis.positions;
     QSet<QByteArray> different;
     for (const double value : qAsConst(values))
-        different.insert(positionText(value));
+        different.insert(numberText(value));
     const bool isOwn = values.size() == count && different.size() == count &&
                        std::all_of(values.begin(), values.end(), [](double value) { return std::isfinite(value); });
     if (!isOwn) {
@@ -53,11 +53,11 @@ bool writeAxis(int count, const PixelAxis &axis, MapAxisText *text, std::vector<
         step = 0.0; // lengths without a unit: no scale can be told
     const QByteArray unit = axis.unit.simplified().replace(QLatin1Char(' '), QLatin1Char('_')).toUtf8();
     text->unit = !isOwn || unit.isEmpty() ? QByteArray("px") : unit;
-    text->first = step == 0.0 ? QByteArray("-") : positionText(values.first());
-    text->step = step == 0.0 ? QByteArray("-") : positionText(step);
+    text->first = step == 0.0 ? QByteArray("-") : numberText(values.first());
+    text->step = step == 0.0 ? QByteArray("-") : numberText(step);
     text->count = count;
     for (const double value : qAsConst(values))
-        positions->push_back(positionText(value) + ' ');
+        positions->push_back(numberText(value) + ' ');
     return isOwn;
 }
 
@@ -69,44 +69,55 @@ std::size_t longest(const std::vector<QByteArray> &texts)
     return static_cast<std::size_t>(length);
 }
 
-char *append(const QByteArray &text, char *out)
-{
-    std::memcpy(out, text.constData(), static_cast<std::size_t>(text.size()));
-    return out + text.size();
-}
+/// A short text that is copied as a known number of bytes: a few instructions, any other number is a call.
+struct Word {
+    static constexpr std::size_t most = numeric::countRoom + 2;
+
+    explicit Word(const QByteArray &bytes)
+        : length(bytes.size())
+    {
+        std::memcpy(text, bytes.constData(), std::min(most, static_cast<std::size_t>(length)));
+    }
+    char *append(char *out) const
+    {
+        std::memcpy(out, text, most);
+        return out + length;
+    }
+
+    char text[most] = {};
+    std::ptrdiff_t length;
+};
 
 /// Fills blocks of pixel lines: "x y I I0".
 class PixelText
 {
 public:
     PixelText(const MapGridText &grid, const MapToWrite &map)
-        : m_grid(grid)
-        , m_map(map)
+        : m_map(map)
+        , m_columns(grid.columns.begin(), grid.columns.end())
+        , m_rows(grid.rows.begin(), grid.rows.end())
+        , m_level(' ' + numberText(map.level) + '\n')
+        , m_room(blockPixels * (longest(grid.columns) + longest(grid.rows) + 2 * numeric::countRoom) + Word::most)
     {
-        char level[numeric::countRoom];
-        m_level = ' ' + QByteArray(level, static_cast<int>(numeric::writeCount(map.level, level) - level)) + '\n';
     }
 
-    std::size_t room() const
-    {
-        return blockPixels * (longest(m_grid.columns) + longest(m_grid.rows) + 2 * numeric::countRoom);
-    }
+    std::size_t room() const { return m_room; }
     std::size_t blocks() const { return (m_map.signal->values.size() + blockPixels - 1) / blockPixels; }
 
     std::size_t fill(std::size_t block, char *out) const
     {
         const char *const begin = out;
-        const std::size_t width = m_grid.columns.size();
+        const std::size_t width = m_columns.size();
         const std::size_t first = block * blockPixels;
         const std::size_t end = std::min(first + blockPixels, m_map.signal->values.size());
         std::size_t x = first % width;
         std::size_t y = first / width;
         for (std::size_t i = first; i < end; ++i) {
-            out = append(m_grid.columns[x], out);
-            out = append(m_grid.rows[y], out);
+            out = m_columns[x].append(out);
+            out = m_rows[y].append(out);
             out = numeric::writeCount(m_map.signal->values[i], out);
             if (m_map.incident == nullptr) {
-                out = append(m_level, out);
+                out = m_level.append(out);
             } else {
                 *out++ = ' ';
                 out = numeric::writeCount(m_map.incident->values[i], out);
@@ -121,9 +132,10 @@ public:
     }
 
 private:
-    const MapGridText &m_grid;
     const MapToWrite &m_map;
-    QByteArray m_level;
+    std::vector<Word> m_columns, m_rows;
+    Word m_level;
+    std::size_t m_room;
 };
 
 } // namespace

@@ -49,11 +49,12 @@ char *digitsBefore(char *end, std::uint64_t number)
 
 char *writeDigits(std::uint64_t number, char *out)
 {
-    char text[24];
-    const char *const begin = digitsBefore(text + sizeof text, number);
-    const auto length = static_cast<std::size_t>(text + sizeof text - begin);
-    std::memcpy(out, begin, length);
-    return out + length;
+    constexpr std::size_t most = 20; // digits of 64 bits
+    char text[2 * most] = {};
+    char *const end = text + most;
+    const char *const begin = digitsBefore(end, number);
+    std::memcpy(out, begin, most); // a known number of bytes is a few instructions, any other a call
+    return out + (end - begin);
 }
 
 char *writeGeneral(double value, char *out)
