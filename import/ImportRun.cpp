@@ -317,7 +317,7 @@ bool ImportRun::writeMap(int index)
 /// What a map file says about itself; no line begins with a keyword of its header.
 QStringList ImportRun::comments(int index) const
 {
-    QStringList done = {ImportText::tr("I0: %1").arg(m_reader.incidentSource())};
+    QStringList done = {QStringLiteral("I0: %1").arg(m_reader.incidentSource())};
     if (!m_options.crop.isNull())
         done << QStringLiteral("crop %1,%2").arg(m_options.crop.left()).arg(m_options.crop.top());
     if (m_options.bin > 1)

@@ -139,12 +139,12 @@ bool StackReader::takeDark(QString *error)
 bool StackReader::takeIncident(QString *error)
 {
     if (m_options.signal == Signal::Absorption) {
-        m_incidentSource = ImportText::tr("none: the values are absorptions");
+        m_incidentSource = QStringLiteral("none: the values are absorptions");
         return true;
     }
     if (!m_options.incidentRegion.isNull()) {
         m_usesRegion = true;
-        m_incidentSource = ImportText::tr("mean of an empty region");
+        m_incidentSource = QStringLiteral("mean of an empty region");
         return true;
     }
     if (!m_options.flat.isEmpty()) {
@@ -172,13 +172,13 @@ bool StackReader::takeFlat(QString *error)
         return false;
     m_flatIsPerEnergy = m_stack->flatIsPerEnergy;
     if (m_flatIsPerEnergy) {
-        m_incidentSource = ImportText::tr("one image per energy");
+        m_incidentSource = QStringLiteral("one image per energy");
         if (m_stack->flat->count() == count())
             return true;
         *error = ImportText::tr("there are %1 I0 images for %2 energies").arg(m_stack->flat->count()).arg(count());
         return false;
     }
-    m_incidentSource = ImportText::tr("the mean of %1 images").arg(m_stack->flat->count());
+    m_incidentSource = QStringLiteral("the mean of %1 images").arg(m_stack->flat->count());
     if (!averageFrames(m_stack->flat.get(), &m_flat, error))
         return false;
     if (!m_dark.isEmpty())
@@ -193,7 +193,7 @@ bool StackReader::takeFlat(QString *error)
 bool StackReader::chooseIncident(QString *error)
 {
     const QVector<double> &incident = m_stack->incident;
-    m_incidentSource = ImportText::tr("one value per energy");
+    m_incidentSource = QStringLiteral("one value per energy");
     if (incident.isEmpty())
         *error =
             ImportText::tr("%1 holds no incident intensity (I0): give an image without the sample, --flat FILE, or "
