@@ -45,8 +45,9 @@ void PixelLineParser::parse(std::string_view block)
     const qint64 firstOfBlock = m_next;
     const char *p = block.data();
     const char *const end = p + block.size();
+    const char *const endOfEnded = p + (block.rfind('\n') + 1); // of the lines that end with a line feed
     while (p != end) {
-        if (readUsualLine(p, end))
+        if (p < endOfEnded && readUsualLine(p, endOfEnded))
             continue;
         const auto *feed = static_cast<const char *>(std::memchr(p, '\n', static_cast<std::size_t>(end - p)));
         const char *const lineEnd = feed ? feed : end;
@@ -58,7 +59,7 @@ void PixelLineParser::parse(std::string_view block)
 }
 
 /// Reads a line of plain decimals between blanks, as measuring programs write them, straight from the block and moves
-/// `p` behind its line feed. Returns false, with nothing done, for any other line.
+/// `p` behind its line feed, which stands before `end`. Returns false, with nothing done, for any other line.
 inline bool PixelLineParser::readUsualLine(const char *&p, const char *end)
 {
     if (m_layout.tokensNeeded > usualTokens)
@@ -67,20 +68,17 @@ inline bool PixelLineParser::readUsualLine(const char *&p, const char *end)
     const char *s = p;
     const auto needed = static_cast<int>(m_layout.tokensNeeded);
     for (int k = 0; k < needed; ++k) {
-        while (s != end && isBlank(*s))
+        while (isBlank(*s))
             ++s;
-        if (k == m_layout.tokensWithoutI0 && s != end && *s == '\n') {
+        if (k == m_layout.tokensWithoutI0 && *s == '\n') {
             values[m_layout.tokenI0] = 1.0;
             break;
         }
-        if (!numeric::readPlainDecimal(s, end, &values[k]) || s == end || !(isBlank(*s) || *s == '\n'))
+        if (!numeric::readPlainDecimal(s, &values[k]) || !(isBlank(*s) || *s == '\n'))
             return false;
     }
-    if (*s != '\n') {
+    if (*s != '\n')
         s = static_cast<const char *>(std::memchr(s, '\n', static_cast<std::size_t>(end - s)));
-        if (!s)
-            return false;
-    }
     p = s + 1;
     add(values[m_layout.tokenX], values[m_layout.tokenY], values[m_layout.tokenI], values[m_layout.tokenI0]);
     return true;
