@@ -86,10 +86,36 @@ QString rangeMistake(const PlanRequest &request)
             return mistake;
     }
     const Bounds bounds = boundsOf(request);
+    for (const double energy : request.keep) {
+        const bool isBelow = request.from && energy < *request.from - tolerance;
+        const bool isAbove = request.to && energy > *request.to + tolerance;
+        if (isBelow || isAbove)
+            return planText(PlanText::KeptOutside).arg(number(energy), number(bounds.from), number(bounds.to));
+    }
     if (!(bounds.from < bounds.to))
         return planText(PlanText::EmptyRange).arg(number(bounds.from), number(bounds.to));
     if ((bounds.to - bounds.from) / request.step.value_or(fineStep) > mostCandidates)
         return planText(PlanText::ManyCandidates).arg(number(mostCandidates));
+    return QString();
+}
+
+/// Energies that stand too near to each other.
+QString spacingMistake(const PlanRequest &request)
+{
+    std::vector<PlanList> lists = request.compare;
+    lists.push_back({QStringLiteral("keep"), request.keep, -1});
+    for (PlanList &list : lists) {
+        std::sort(list.energies.begin(), list.energies.end());
+        for (std::size_t k = 1; k < list.energies.size(); ++k) {
+            if (list.energies[k] - list.energies[k - 1] < tolerance)
+                return planText(PlanText::EqualEnergies).arg(list.name, number(list.energies[k]));
+        }
+    }
+    const std::vector<double> &kept = lists.back().energies;
+    for (std::size_t k = 1; k < kept.size(); ++k) {
+        if (kept[k] - kept[k - 1] < request.spacing - tolerance)
+            return planText(PlanText::KeptNear).arg(number(kept[k - 1]), number(kept[k]), number(request.spacing));
+    }
     return QString();
 }
 
@@ -181,7 +207,7 @@ QString planMistake(const PlanRequest &request)
 {
     if (request.references.size() < 2)
         return planText(PlanText::FewReferences);
-    for (const auto check : {rangeMistake, numberMistake}) {
+    for (const auto check : {rangeMistake, numberMistake, spacingMistake}) {
         const QString mistake = check(request);
         if (!mistake.isEmpty())
             return mistake;

@@ -59,12 +59,13 @@ Vector columnOf(const std::vector<PlanPoint> &points, std::size_t reference)
     return column;
 }
 
-/// s^2 + (y' deltaE)^2 of one scenario at every candidate.
-Vector weightsOf(const PlanRequest &request, const PlanMixture &mixture, const std::vector<PlanPoint> &candidates)
+/// s^2 + (y' deltaE)^2 of one scenario at every point.
+Vector weightsOf(const PlanRequest &request, const PlanMixture &mixture, const std::vector<PlanPoint> &points,
+                 const std::vector<PlanPoint> &candidates)
 {
     const PlanNoise noise(request, mixture, candidates);
     Vector weights;
-    for (const PlanPoint &point : candidates) {
+    for (const PlanPoint &point : points) {
         const double drift = mixture.slope(point) * request.deltaE;
         weights.push_back(noise.variance(mixture.absorption(point)) + drift * drift);
     }
@@ -72,12 +73,13 @@ Vector weightsOf(const PlanRequest &request, const PlanMixture &mixture, const s
 }
 
 /// The fit of n values by the p columns X has the coefficients X^+ y, and A and B are u^T X^+ with u = D_j V_j and D_j
-/// at the references. Over all candidates X = Q R; with the rows of Q that were chosen X^+ = R^-1 Q^+, hence
+/// at the references. Over all points X = Q R; with the rows of Q that were chosen X^+ = R^-1 Q^+, hence
 /// u^T X^+ = (R^-T u)^T (Q^T Q)^-1 Q^T, whose normal equations are well conditioned for every sensible choice.
 class NonEquivalentCriterion : public PlanCriterion
 {
 public:
-    NonEquivalentCriterion(const PlanRequest &request, const std::vector<PlanPoint> &candidates, bool hasExtraTerm);
+    NonEquivalentCriterion(const PlanRequest &request, const std::vector<PlanPoint> &points, bool hasExtraTerm,
+                           const std::vector<PlanPoint> &candidates);
 
     double of(const std::vector<int> &chosen) const override;
     std::vector<double> along(const std::vector<int> &chosen, std::size_t slot) const override;
@@ -90,7 +92,7 @@ private:
         double l[mostColumns][mostColumns];
     };
 
-    void add(int candidate, Factor *squares) const;
+    void add(int point, Factor *squares) const;
     bool factorise(Factor *factor) const;
     double value(const std::vector<int> &chosen, const Factor &factor) const;
     Row solve(const Factor &factor, Row right) const;
@@ -98,25 +100,25 @@ private:
     double product(const Row &l, const Row &r) const;
 
     std::size_t m_columns = 0;
-    std::vector<Row> m_rows;           ///< of Q, one per candidate
+    std::vector<Row> m_rows;           ///< of Q, one per point
     Row m_valence = {}, m_amount = {}; ///< R^-T u
     struct Scenario {
         double valence;
         double factor;  ///< 1 / (t^2 scenarios)
-        Vector weights; ///< one per candidate
+        Vector weights; ///< one per point
     };
     std::vector<Scenario> m_scenarios;
 };
 
-NonEquivalentCriterion::NonEquivalentCriterion(const PlanRequest &request, const std::vector<PlanPoint> &candidates,
-                                               bool hasExtraTerm)
+NonEquivalentCriterion::NonEquivalentCriterion(const PlanRequest &request, const std::vector<PlanPoint> &points,
+                                               bool hasExtraTerm, const std::vector<PlanPoint> &candidates)
 {
-    std::vector<Vector> columns = planBackground(request.method, energiesOf(candidates), hasExtraTerm);
+    std::vector<Vector> columns = planBackground(request.method, energiesOf(points), hasExtraTerm);
     const std::size_t first = columns.size();
     const Vector jumps = planJumps(request);
     Row valence = {}, amount = {};
     for (std::size_t j = 0; j < jumps.size(); ++j) {
-        columns.push_back(columnOf(candidates, j));
+        columns.push_back(columnOf(points, j));
         amount[first + j] = jumps[j];
         valence[first + j] = jumps[j] * request.references[j].valence;
     }
@@ -125,8 +127,8 @@ NonEquivalentCriterion::NonEquivalentCriterion(const PlanRequest &request, const
     orthonormalise(&columns, &parts);
     m_valence = transposedSolve(parts, valence);
     m_amount = transposedSolve(parts, amount);
-    m_rows.resize(candidates.size());
-    for (std::size_t k = 0; k < candidates.size(); ++k) {
+    m_rows.resize(points.size());
+    for (std::size_t k = 0; k < points.size(); ++k) {
         for (std::size_t j = 0; j < m_columns; ++j)
             m_rows[k][j] = columns[j][k];
     }
@@ -134,7 +136,7 @@ NonEquivalentCriterion::NonEquivalentCriterion(const PlanRequest &request, const
     for (const PlanMixture &mixture : mixtures) {
         const double t = mixture.thickness;
         m_scenarios.push_back({mixture.valence, 1.0 / (t * t * static_cast<double>(mixtures.size())),
-                               weightsOf(request, mixture, candidates)});
+                               weightsOf(request, mixture, points, candidates)});
     }
 }
 
@@ -153,9 +155,9 @@ NonEquivalentCriterion::Row NonEquivalentCriterion::transposedSolve(const std::v
 }
 
 /// Adds a row's squares to the lower half of Q^T Q.
-void NonEquivalentCriterion::add(int candidate, Factor *squares) const
+void NonEquivalentCriterion::add(int point, Factor *squares) const
 {
-    const Row &row = m_rows[static_cast<std::size_t>(candidate)];
+    const Row &row = m_rows[static_cast<std::size_t>(point)];
     for (std::size_t i = 0; i < m_columns; ++i) {
         for (std::size_t j = 0; j <= i; ++j)
             squares->l[i][j] += row[i] * row[j];
@@ -256,13 +258,15 @@ double NonEquivalentCriterion::value(const std::vector<int> &chosen, const Facto
 class FourPointsCriterion : public PlanCriterion
 {
 public:
-    FourPointsCriterion(const PlanRequest &request, const std::vector<PlanPoint> &candidates)
+    FourPointsCriterion(const PlanRequest &request, const std::vector<PlanPoint> &points,
+                        const std::vector<PlanPoint> &candidates)
         : m_request(request)
-        , m_points(candidates)
+        , m_points(points)
         , m_mixtures(planMixtures(request))
+        , m_pure(pureMixtures(request))
     {
         for (const PlanMixture &mixture : m_mixtures)
-            m_weights.push_back(weightsOf(request, mixture, candidates));
+            m_weights.push_back(weightsOf(request, mixture, points, candidates));
     }
 
     double of(const std::vector<int> &chosen) const override;
@@ -274,7 +278,8 @@ private:
     const PlanRequest &m_request;
     const std::vector<PlanPoint> &m_points;
     std::vector<PlanMixture> m_mixtures;
-    std::vector<Vector> m_weights; ///< per scenario one per candidate
+    std::vector<PlanMixture> m_pure;
+    std::vector<Vector> m_weights; ///< per scenario one per point
 };
 
 double FourPointsCriterion::of(const std::vector<int> &chosen) const
@@ -290,7 +295,13 @@ double FourPointsCriterion::of(const std::vector<int> &chosen) const
         for (std::size_t k = 0; k < chosen.size(); ++k)
             sum += found.valence[k] * found.valence[k] * m_weights[s][static_cast<std::size_t>(chosen[k])];
     }
-    return std::isfinite(sum) ? sum / static_cast<double>(m_mixtures.size()) : infinite;
+    double pure = 0.0;
+    for (const PlanMixture &mixture : m_pure) {
+        const double bias = method.of(mixture).bias;
+        pure += bias * bias;
+    }
+    const double value = sum / static_cast<double>(m_mixtures.size()) + pure / static_cast<double>(m_pure.size());
+    return std::isfinite(value) ? value : infinite;
 }
 
 std::vector<double> FourPointsCriterion::along(const std::vector<int> &chosen, std::size_t slot) const
@@ -309,9 +320,15 @@ std::vector<double> FourPointsCriterion::along(const std::vector<int> &chosen, s
 std::unique_ptr<PlanCriterion> planCriterion(const PlanRequest &request, const std::vector<PlanPoint> &candidates,
                                              bool hasExtraTerm)
 {
+    return planCriterion(request, candidates, hasExtraTerm, candidates);
+}
+
+std::unique_ptr<PlanCriterion> planCriterion(const PlanRequest &request, const std::vector<PlanPoint> &points,
+                                             bool hasExtraTerm, const std::vector<PlanPoint> &candidates)
+{
     if (isFourPoints(request.method))
-        return std::make_unique<FourPointsCriterion>(request, candidates);
-    return std::make_unique<NonEquivalentCriterion>(request, candidates, hasExtraTerm);
+        return std::make_unique<FourPointsCriterion>(request, points, candidates);
+    return std::make_unique<NonEquivalentCriterion>(request, points, hasExtraTerm, candidates);
 }
 
 std::vector<Vector> planBackground(PlanMethod method, const Vector &energies, bool hasExtraTerm)

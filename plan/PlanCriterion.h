@@ -10,7 +10,11 @@
 ///   sigma_V^2 + sum_k (g_k y'(E_k) deltaE)^2,    g_k = dV/dy_k,
 /// counting noise and the monochromator's irreproducibility. Non-equivalent method: g_k = (A_k - V B_k) / t with the
 /// coefficients A, B of t V and t (analysis/uncertainty/UncertaintyConstants.h). The four-points method finds a wrong
-/// valence even without noise where its anchors do not suit the references; the square of that is added.
+/// valence even without noise where its anchors do not suit the references; the square of that is added, as a mean over
+/// the scenarios and as a mean over the two references alone, whatever the scenarios are. Without the latter a single
+/// scenario of valence V would be planned best by energies whose fit answers V to every sample: no noise, no drift,
+/// nothing wrong there. Whatever such a fit answers, V1 and V2 of the references are missed by a mean square of at
+/// least (V1 - V2)^2 / 4.
 class PlanCriterion
 {
 public:
@@ -32,6 +36,10 @@ public:
 /// The four-points method has none.
 std::unique_ptr<PlanCriterion> planCriterion(const PlanRequest &request, const std::vector<PlanPoint> &candidates,
                                              bool hasExtraTerm);
+
+/// The same for other points than the candidates, which the noise of fluorescence asks for (see PlanNoise).
+std::unique_ptr<PlanCriterion> planCriterion(const PlanRequest &request, const std::vector<PlanPoint> &points,
+                                             bool hasExtraTerm, const std::vector<PlanPoint> &candidates);
 
 /// Columns that span the backgrounds of a non-equivalent fit at these energies, with or without the extra term.
 std::vector<std::vector<double>> planBackground(PlanMethod method, const std::vector<double> &energies,

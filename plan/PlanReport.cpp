@@ -11,6 +11,21 @@
 namespace
 {
 
+QString methodName(PlanMethod method)
+{
+    switch (method) {
+    case PlanMethod::LinearNonEquivalent:
+        return QStringLiteral("nonEquivalentLinear");
+    case PlanMethod::VictoreenNonEquivalent:
+        return QStringLiteral("nonEquivalentVictoreen");
+    case PlanMethod::LeastSquaresFourPoints:
+        return QStringLiteral("fourPointsLeastSquares");
+    case PlanMethod::ExactFourPoints:
+        break;
+    }
+    return QStringLiteral("fourPointsExact");
+}
+
 QJsonArray detectionLimits(const std::vector<double> &sigmaF)
 {
     QJsonArray list;
@@ -73,6 +88,7 @@ QJsonObject setReport(const PlannedSet &set)
     if (set.vPoint >= 0) {
         report.insert("vPoint", set.energies[static_cast<std::size_t>(set.vPoint)]);
         report.insert("bias", set.bias);
+        report.insert("referenceBias", numeric::toJsonArray(set.pureBias));
     }
     return report;
 }
@@ -97,6 +113,7 @@ QByteArray planReport(const PlanRequest &request, const PlanResult &result, cons
     }
     const QJsonObject report{{"program", "flokluk-plan " + floklukVersion()},
                              {"plan", planFile},
+                             {"method", methodName(request.method)},
                              {"edge", request.edge},
                              {"counts", request.counts},
                              {"mode", request.mode == PlanMode::Transmission ? "transmission" : "fluorescence"},

@@ -43,6 +43,8 @@ struct PlannedSet {
     std::vector<double> detectionLimits; ///< detectionFactor times sigmaF
     double valencePerTenthEv = 0.0;
     double bias = 0.0;
+    /// Four-points method: valence found without noise less the true one, for each reference alone; else empty.
+    std::vector<double> pureBias;
     double criterion = 0.0;    ///< root of what was minimised, in units of the valence
     bool hasExtraTerm = false; ///< in the criterion
     std::vector<PlanScenarioResult> scenarios;

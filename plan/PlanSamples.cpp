@@ -40,18 +40,24 @@ std::vector<double> planJumps(const PlanRequest &request)
     return jumps;
 }
 
-std::vector<PlanMixture> planMixtures(const PlanRequest &request)
+namespace
+{
+
+std::vector<PlanScenario> pureScenarios(const PlanRequest &request)
+{
+    const std::size_t m = planReferences(request);
+    std::vector<PlanScenario> scenarios;
+    for (std::size_t j = 0; j < m; ++j) {
+        scenarios.push_back({std::vector<double>(m, 0.0), request.thickness});
+        scenarios.back().fractions[j] = 1.0;
+    }
+    return scenarios;
+}
+
+std::vector<PlanMixture> mixturesOf(const PlanRequest &request, const std::vector<PlanScenario> &scenarios)
 {
     const std::vector<double> jumps = planJumps(request);
     const std::size_t m = jumps.size();
-    std::vector<PlanScenario> scenarios = request.scenarios;
-    if (scenarios.empty()) {
-        for (std::size_t j = 0; j < m; ++j) {
-            scenarios.push_back({std::vector<double>(m, 0.0), request.thickness});
-            scenarios.back().fractions[j] = 1.0;
-        }
-        scenarios.push_back({std::vector<double>(m, 1.0), request.thickness});
-    }
     const double meanJump = std::accumulate(jumps.begin(), jumps.end(), 0.0) / static_cast<double>(m);
     std::vector<PlanMixture> mixtures;
     for (const PlanScenario &scenario : scenarios) {
@@ -67,6 +73,22 @@ std::vector<PlanMixture> planMixtures(const PlanRequest &request)
         mixtures.push_back(mixture);
     }
     return mixtures;
+}
+
+} // namespace
+
+std::vector<PlanMixture> planMixtures(const PlanRequest &request)
+{
+    if (!request.scenarios.empty())
+        return mixturesOf(request, request.scenarios);
+    std::vector<PlanScenario> scenarios = pureScenarios(request);
+    scenarios.push_back({std::vector<double>(scenarios.size(), 1.0), request.thickness});
+    return mixturesOf(request, scenarios);
+}
+
+std::vector<PlanMixture> pureMixtures(const PlanRequest &request)
+{
+    return mixturesOf(request, pureScenarios(request));
 }
 
 PlanNoise::PlanNoise(const PlanRequest &request, const PlanMixture &mixture, const std::vector<PlanPoint> &candidates)

@@ -49,6 +49,8 @@ std::vector<double> planJumps(const PlanRequest &request);
 
 /// The scenarios of the request, or its own ones without any.
 std::vector<PlanMixture> planMixtures(const PlanRequest &request);
+/// Each reference alone, at the request's thickness.
+std::vector<PlanMixture> pureMixtures(const PlanRequest &request);
 
 /// The variance s^2 of a measured y at equal exposures. Transmission: 1/I + 1/I0 = (1 + exp(y)) / I0, where y contains
 /// the absorption of all else. Fluorescence: (y + b) / counts, where b is what the background adds, such that it makes

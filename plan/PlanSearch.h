@@ -7,7 +7,7 @@
 #include <vector>
 
 /// Looks for the n candidates with the smallest criterion, by their indices; those of the four-points method with the V
-/// point last. All of them are `spacing` apart, but for those that the request keeps.
+/// point last. All of them are `spacing` apart.
 class PlanSearch
 {
 public:

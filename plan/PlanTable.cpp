@@ -2,16 +2,19 @@
 #include "plan/PlanSamples.h"
 #include "plan/PlanText.h"
 
+#include <QMap>
 #include <QStringList>
 
 #include <algorithm>
+#include <cmath>
 
 namespace
 {
 
 QString number(double value, int width, int decimals)
 {
-    return QStringLiteral("%1").arg(value, width, 'f', decimals);
+    constexpr double large = 1e5; // what would break the columns
+    return QStringLiteral("%1").arg(value, width, std::abs(value) < large ? 'f' : 'g', decimals);
 }
 
 QString roleText(const PlanRequest &request, const PlanRole &role)
@@ -34,7 +37,7 @@ QString joined(const std::vector<double> &values, int decimals)
 {
     QStringList texts;
     for (const double value : values)
-        texts << QString::number(value, 'f', decimals);
+        texts << number(value, 0, decimals);
     return texts.join(QLatin1Char(' '));
 }
 
@@ -51,7 +54,40 @@ QString energyTable(const PlanRequest &request, const PlannedSet &set)
     return text;
 }
 
-QString scenarioTable(const PlannedSet &set)
+/// A sentence for each reference alone whose valence is missed by more than a tenth of what the valences differ.
+QString pureBiasText(const PlanRequest &request, const PlannedSet &set)
+{
+    constexpr double large = 0.1;
+    QString text;
+    for (std::size_t j = 0; j < set.pureBias.size(); ++j) {
+        const PlanReference &reference = request.references[j];
+        const double difference = std::abs(request.references[0].valence - request.references[1].valence);
+        if (!(std::abs(set.pureBias[j]) <= large * difference))
+            text += planText(PlanText::PureBias)
+                        .arg(reference.name, number(reference.valence + set.pureBias[j], 0, 2),
+                             number(reference.valence, 0, 2)) +
+                    QLatin1Char('\n');
+    }
+    return text;
+}
+
+QString methodText(const PlanRequest &request)
+{
+    static const QMap<PlanMethod, PlanText> names = {
+        {PlanMethod::LinearNonEquivalent, PlanText::LinearNonEquivalent},
+        {PlanMethod::VictoreenNonEquivalent, PlanText::VictoreenNonEquivalent},
+        {PlanMethod::LeastSquaresFourPoints, PlanText::LeastSquaresFourPoints},
+        {PlanMethod::ExactFourPoints, PlanText::ExactFourPoints}};
+    const QString method = planText(names[request.method]);
+    QStringList known, others;
+    for (std::size_t j = 0; j < request.references.size(); ++j)
+        (j < planReferences(request) ? known : others) << request.references[j].name;
+    const QString comma = QStringLiteral(", ");
+    return others.isEmpty() ? planText(PlanText::Method).arg(method)
+                            : planText(PlanText::MethodKnowsTwo).arg(method, known.join(comma), others.join(comma));
+}
+
+QString scenarioTable(const PlanRequest &request, const PlannedSet &set)
 {
     QString text = planText(PlanText::ScenarioTitle) + QLatin1Char('\n');
     for (const PlanScenarioResult &scenario : set.scenarios)
@@ -62,7 +98,7 @@ QString scenarioTable(const PlannedSet &set)
                          number(scenario.valencePerTenthEv, 8, 4), joined(scenario.sigmaF, 4));
     text += planText(PlanText::Limits).arg(joined(set.detectionLimits, 4)) + QLatin1Char('\n');
     if (set.vPoint >= 0)
-        text += planText(PlanText::Bias).arg(number(set.bias, 0, 4)) + QLatin1Char('\n');
+        text += planText(PlanText::Bias).arg(number(set.bias, 0, 4)) + QLatin1Char('\n') + pureBiasText(request, set);
     return text;
 }
 
@@ -79,7 +115,8 @@ QString setLine(const QString &name, const PlannedSet &set)
 QString planTable(const PlanRequest &request, const PlanResult &result)
 {
     const PlannedSet &planned = result.planned;
-    QString text = energyTable(request, planned) + QLatin1Char('\n') + scenarioTable(planned) + QLatin1Char('\n');
+    QString text =
+        energyTable(request, planned) + QLatin1Char('\n') + scenarioTable(request, planned) + QLatin1Char('\n');
     text += planText(PlanText::SetTitle) + QLatin1Char('\n') + setLine(planText(PlanText::Planned), planned);
     for (const PlannedSet &set : result.compared)
         text += setLine(set.name, set);
@@ -92,7 +129,7 @@ QString planTable(const PlanRequest &request, const PlanResult &result)
     }
     if (isMarked)
         text += planText(PlanText::Marked) + QLatin1Char('\n');
-    text += QLatin1Char('\n');
+    text += QLatin1Char('\n') + methodText(request) + QLatin1Char('\n');
     text += planText(planned.hasExtraTerm ? PlanText::WithExtraTerm : PlanText::WithoutExtraTerm) + QLatin1Char('\n');
     return text;
 }

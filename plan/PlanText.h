@@ -11,6 +11,9 @@ enum class PlanText {
     FewEnergies,      ///< found, needed
     ManyEnergies,     ///< found, most
     FewCandidates,    ///< found, spacing, needed
+    KeptOutside,      ///< energy, from, to
+    KeptNear,         ///< energies, spacing
+    EqualEnergies,    ///< list, energy
     ManyKept,         ///< found, most
     NoLines,          ///< name
     AlikeReferences,  ///< names
@@ -26,8 +29,15 @@ enum class PlanText {
     ScenarioTitle,
     SetTitle,
     NumberTitle,
-    Limits, ///< numbers, one per reference
-    Bias,   ///< number
+    Limits,         ///< numbers, one per reference
+    Bias,           ///< number
+    PureBias,       ///< reference, valence found, its own
+    Method,         ///< name
+    MethodKnowsTwo, ///< name, references, the others
+    LinearNonEquivalent,
+    VictoreenNonEquivalent,
+    LeastSquaresFourPoints,
+    ExactFourPoints,
     Marked,
     PictureShares,
     PictureEnergy,

@@ -48,6 +48,7 @@ Vector sharesOf(const Vector &squares)
 
 PlannedSets::PlannedSets(const PlanRequest &request, const std::vector<PlanPoint> &candidates)
     : m_request(request)
+    , m_candidates(candidates)
     , m_mixtures(planMixtures(request))
     , m_jumps(planJumps(request))
 {
@@ -189,7 +190,7 @@ PlannedSet PlannedSets::of(Vector energies, int vPoint) const
         return set;
     }
     if (vPoint < 0) {
-        const std::unique_ptr<PlanCriterion> criterion = planCriterion(m_request, points, false);
+        const std::unique_ptr<PlanCriterion> criterion = planCriterion(m_request, points, false, m_candidates);
         double smallest = 0.0;
         for (std::size_t v = 0; v < points.size(); ++v) {
             std::vector<int> order(points.size());
@@ -208,6 +209,9 @@ PlannedSet PlannedSets::of(Vector energies, int vPoint) const
     const auto last = points.begin() + set.vPoint;
     std::rotate(last, last + 1, points.end());
     measure(points, &set);
+    const FourPointsGradients method(m_request, points);
+    for (const PlanMixture &mixture : pureMixtures(m_request))
+        set.pureBias.push_back(method.of(mixture).bias);
     const auto share = set.shares.end() - 1; // back to rising energies
     std::rotate(set.shares.begin() + set.vPoint, share, set.shares.end());
     findRoles(&set);

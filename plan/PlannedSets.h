@@ -9,6 +9,7 @@
 class PlannedSets
 {
 public:
+    /// Both must live as long as this.
     PlannedSets(const PlanRequest &request, const std::vector<PlanPoint> &candidates);
 
     /// Energies in any order; vPoint: the index of the V point among them, -1: none, or for the four-points method the
@@ -31,6 +32,7 @@ private:
     void findRoles(PlannedSet *set) const;
 
     const PlanRequest &m_request;
+    const std::vector<PlanPoint> &m_candidates;
     std::vector<PlanMixture> m_mixtures;
     std::vector<PlanNoise> m_noise; ///< one per mixture
     std::vector<double> m_jumps;

@@ -151,10 +151,8 @@ PlannedSet Planner::comparison(const PlanList &list) const
         std::rotate(order.begin() + set.vPoint, order.begin() + set.vPoint + 1, order.end());
     const auto n = static_cast<int>(order.size());
     criterionFor(n, &set.hasExtraTerm);
-    // The noise of fluorescence asks for the candidates: they stand behind the list.
-    std::vector<PlanPoint> points = pointsOf(m_request, set.energies);
-    points.insert(points.end(), m_points.begin(), m_points.end());
-    set.criterion = std::sqrt(planCriterion(m_request, points, set.hasExtraTerm)->of(order));
+    const std::vector<PlanPoint> points = pointsOf(m_request, set.energies);
+    set.criterion = std::sqrt(planCriterion(m_request, points, set.hasExtraTerm, m_points)->of(order));
     return set;
 }
 
