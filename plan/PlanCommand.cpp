@@ -1,5 +1,7 @@
 #include "plan/PlanCommand.h"
 
+#include "numeric/FileIdentity.h"
+#include "numeric/FileSet.h"
 #include "numeric/OutputFile.h"
 #include "plan/PlanFile.h"
 #include "plan/PlanPicture.h"
@@ -7,7 +9,6 @@
 #include "plan/PlanSamples.h"
 
 #include <QBuffer>
-#include <QDir>
 #include <QFileInfo>
 #include <QTextStream>
 
@@ -16,33 +17,26 @@
 namespace
 {
 
-/// The same text for every name of a file.
-QString identity(const QString &file)
-{
-    const QFileInfo info(file);
-    const QString canonical = info.canonicalFilePath(); // empty when there is no such file
-    return canonical.isEmpty() ? QDir::cleanPath(info.absoluteFilePath()) : canonical;
-}
-
 /// An output that would overwrite an input or another output.
 QString collision(const PlanOptions &options, const PlanFile &plan)
 {
-    QStringList taken = {identity(options.plan)};
+    QStringList taken = {numeric::fileIdentity(options.plan)};
     if (!plan.job.target.file.isEmpty())
-        taken << identity(plan.job.target.file);
+        taken << numeric::fileIdentity(plan.job.target.file);
     for (const Job::Reference &reference : plan.job.references)
-        taken << identity(reference.file);
+        taken << numeric::fileIdentity(reference.file);
     for (const Job::Energy &energy : plan.job.energies) {
         if (!energy.map.isEmpty())
-            taken << identity(energy.map);
+            taken << numeric::fileIdentity(energy.map);
     }
     for (const QString &file : {options.report, options.picture, options.job}) {
-        const QFileInfo info(file);
-        if (file.isEmpty() || (info.exists() && !info.isFile() && !info.isDir())) // a device takes everything
+        if (file.isEmpty())
             continue;
-        if (taken.contains(identity(file)))
+        if (!numeric::isPlaceForFile(file))
+            return QStringLiteral("%1 cannot be written: it is no plain file").arg(file);
+        if (taken.contains(numeric::fileIdentity(file)))
             return QStringLiteral("%1 cannot be written: it is an input or another output").arg(file);
-        taken << identity(file);
+        taken << numeric::fileIdentity(file);
     }
     return QString();
 }
@@ -84,7 +78,7 @@ public:
 private:
     PlanOutcome fail(PlanOutcome outcome, const QString &text);
     void showProgress(double done);
-    bool write(const QString &path, const QByteArray &bytes);
+    bool add(const QString &path, const QByteArray &bytes, const char *what);
     PlanOutcome writeAll(const PlanFile &plan, const PlanResult &result);
 
     const PlanOptions &m_options;
@@ -92,6 +86,7 @@ private:
     QTextStream &m_err;
     bool m_isTerminal;
     int m_shown = -1; ///< per cent
+    numeric::FileSet m_files;
 };
 
 PlanOutcome Command::fail(PlanOutcome outcome, const QString &text)
@@ -116,24 +111,28 @@ void Command::showProgress(double done)
     m_err.flush();
 }
 
-bool Command::write(const QString &path, const QByteArray &bytes)
+bool Command::add(const QString &path, const QByteArray &bytes, const char *what)
 {
-    numeric::OutputFile file(path);
-    return path.isEmpty() || (!bytes.isEmpty() && file.open() && file.write(bytes) && file.commit());
+    numeric::OutputFile file(path, &m_files);
+    if (path.isEmpty() || (!bytes.isEmpty() && file.open() && file.write(bytes) && file.commit()))
+        return true;
+    fail(PlanOutcome::CannotWrite, QStringLiteral("cannot write the %1 %2").arg(QLatin1String(what), path));
+    return false;
 }
 
+/// All files or none.
 PlanOutcome Command::writeAll(const PlanFile &plan, const PlanResult &result)
 {
     const PlannedSet &set = setForJob(result);
     if (!m_options.job.isEmpty() && set.energies.size() > Job::maxEnergies)
         return fail(PlanOutcome::Refused, QStringLiteral("a job takes at most %1 energies").arg(Job::maxEnergies));
-    if (!m_options.report.isEmpty() &&
-        !write(m_options.report, planReport(plan.request, result, QFileInfo(m_options.plan).absoluteFilePath())))
-        return fail(PlanOutcome::CannotWrite, QStringLiteral("cannot write the report %1").arg(m_options.report));
-    if (!m_options.picture.isEmpty() && !write(m_options.picture, pngOf(planPicture(plan.request, result))))
-        return fail(PlanOutcome::CannotWrite, QStringLiteral("cannot write the picture %1").arg(m_options.picture));
-    if (!m_options.job.isEmpty() && !write(m_options.job, plannedJob(plan, set).toJson()))
-        return fail(PlanOutcome::CannotWrite, QStringLiteral("cannot write the job %1").arg(m_options.job));
+    const QByteArray report = planReport(plan.request, result, numeric::realPath(m_options.plan));
+    const QByteArray picture = m_options.picture.isEmpty() ? QByteArray() : pngOf(planPicture(plan.request, result));
+    if (!add(m_options.report, report, "report") || !add(m_options.picture, picture, "picture") ||
+        !add(m_options.job, plannedJob(plan, set).toJson(), "job"))
+        return PlanOutcome::CannotWrite;
+    if (!m_files.publish())
+        return fail(PlanOutcome::CannotWrite, m_files.problem());
     m_out << planTable(plan.request, result);
     if (!m_options.job.isEmpty() && &set != &result.planned)
         m_out << QStringLiteral("%1 holds the plan for %2 energies, the most that a job takes\n")

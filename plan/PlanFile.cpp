@@ -7,6 +7,7 @@
 #include <QDir>
 #include <QFileInfo>
 #include <QJsonArray>
+#include <QVector>
 
 #include <algorithm>
 #include <cmath>
@@ -41,6 +42,40 @@ PlanMethod methodOf(const QJsonObject &settings)
     return isChosen(settings, "TypeTMKisExact") ? PlanMethod::ExactFourPoints : PlanMethod::LeastSquaresFourPoints;
 }
 
+/// Those of the settings that a plan reads, and the groups of which only one can be chosen.
+const QStringList numberSettings = {"EdgeE", "PreEEndDE", "PostEStartDE"};
+const QVector<QStringList> settingGroups = {{"TypeFourPs", "TypeNonEquiv"},
+                                            {"TypeTMKisExact", "TypeTMKisLS"},
+                                            {"NonEquivBGLinear", "NonEquivBGVic"},
+                                            {"SubPreEforRef", "SubPostEforRef"}};
+
+/// What flokluk-batch says about them, where it would not take the job.
+QStringList settingMistakes(const QJsonObject &settings)
+{
+    QStringList found;
+    for (const QString &name : numberSettings) {
+        const QJsonValue value = settings.value(name);
+        bool isNumber = value.isDouble() || value.isUndefined() || value == QJsonValue(QString());
+        if (value.isString() && !isNumber)
+            value.toString().toDouble(&isNumber);
+        if (!isNumber)
+            found << QStringLiteral("settings.%1 must be a number").arg(name);
+    }
+    for (const QStringList &group : settingGroups) {
+        QStringList chosen;
+        for (const QString &name : group) {
+            const QJsonValue value = settings.value(name);
+            if (!value.isUndefined() && !value.isBool())
+                found << QStringLiteral("settings.%1 must be true or false").arg(name);
+            if (value.toBool())
+                chosen << name;
+        }
+        if (chosen.size() > 1)
+            found << QStringLiteral("settings: only one of %1 can be true").arg(chosen.join(QLatin1String(", ")));
+    }
+    return found;
+}
+
 /// Takes the values of a plan out of its object.
 class PlanReader
 {
@@ -59,7 +94,12 @@ public:
 private:
     void require(bool good, const QString &message);
     std::vector<double> numbers(const QJsonValue &value, const QString &name);
-    double positive(const char *key, double absent);
+    /// `absent` where the key is missing or the value no number, which is a mistake.
+    double number(JobReader *reader, const char *key, double absent);
+    /// The same, with `message` for one below `least`.
+    double atLeast(JobReader *reader, const char *key, double least, double absent);
+    double positive(JobReader *reader, const char *key, double absent);
+    void readScenario(const QJsonValue &value, const QString &name);
     void readBackground();
     void readEnergies();
     void readLists();
@@ -87,31 +127,42 @@ std::vector<double> PlanReader::numbers(const QJsonValue &value, const QString &
     return found;
 }
 
-double PlanReader::positive(const char *key, double absent)
+double PlanReader::number(JobReader *reader, const char *key, double absent)
 {
+    const int before = m_plan.errors.size();
     const QString name = QLatin1String(key);
-    if (!m_reader.has(name))
-        return absent;
-    const double value = m_reader.number(name);
-    require(value > 0.0, name + QLatin1String(" must be above 0"));
+    const double value = reader->has(name) ? reader->number(name) : absent;
+    return m_plan.errors.size() == before ? value : absent;
+}
+
+double PlanReader::atLeast(JobReader *reader, const char *key, double least, double absent)
+{
+    const double value = number(reader, key, absent);
+    require(value >= least,
+            QStringLiteral("%1 must not be below %2").arg(reader->nameOf(QLatin1String(key))).arg(least));
+    return value;
+}
+
+double PlanReader::positive(JobReader *reader, const char *key, double absent)
+{
+    const double value = number(reader, key, absent);
+    require(value > 0.0, reader->nameOf(QLatin1String(key)) + QLatin1String(" must be above 0"));
     return value;
 }
 
 void PlanReader::read()
 {
     const auto optional = [this](const char *key) {
-        return m_reader.has(key) ? std::optional<double>(m_reader.number(key)) : std::nullopt;
+        return m_reader.has(key) ? std::optional<double>(number(&m_reader, key, 0.0)) : std::nullopt;
     };
     m_request.from = optional("from");
     m_request.to = optional("to");
     if (m_reader.has("step"))
-        m_request.step = positive("step", 1.0);
-    m_request.spacing = optional("spacing").value_or(m_request.spacing);
-    require(m_request.spacing >= 0.0, QStringLiteral("spacing must not be below 0"));
+        m_request.step = positive(&m_reader, "step", 1.0);
+    m_request.spacing = atLeast(&m_reader, "spacing", 0.0, m_request.spacing);
     m_request.keep = numbers(m_root.value("keep"), QStringLiteral("keep"));
-    m_request.counts = positive("counts", m_request.counts);
-    m_request.deltaE = optional("deltaE").value_or(m_request.deltaE);
-    require(m_request.deltaE >= 0.0, QStringLiteral("deltaE must not be below 0"));
+    m_request.counts = atLeast(&m_reader, "counts", 1.0, m_request.counts);
+    m_request.deltaE = atLeast(&m_reader, "deltaE", 0.0, m_request.deltaE);
     m_request.hasExtraTerm = m_reader.truth("extraTerm", true);
     const QString mode = m_reader.has("mode") ? m_root.value("mode").toString() : QStringLiteral("transmission");
     require(mode == QLatin1String("transmission") || mode == QLatin1String("fluorescence"),
@@ -124,11 +175,10 @@ void PlanReader::read()
 
 void PlanReader::readBackground()
 {
-    if (m_reader.has("background"))
-        m_request.background = m_reader.number("background");
+    constexpr double most = 700.0; // exp() has no value beyond
+    m_request.background = atLeast(&m_reader, "background", 0.0, m_request.background);
     const bool isShare = m_request.mode == PlanMode::Fluorescence;
-    require(std::abs(m_request.background) < 700.0 &&
-                (!isShare || (m_request.background >= 0.0 && m_request.background < 1.0)),
+    require(m_request.background < (isShare ? 1.0 : most),
             isShare ? QStringLiteral("background must be a share from 0 to below 1")
                     : QStringLiteral("background is no absorption"));
 }
@@ -171,25 +221,34 @@ void PlanReader::readScenarios()
 {
     const QJsonValue scenarios = m_root.value("scenarios");
     require(scenarios.isUndefined() || scenarios.isArray(), QStringLiteral("scenarios must be a list of objects { }"));
-    const std::size_t m = planReferences(m_request);
-    for (int i = 0; i < scenarios.toArray().size(); ++i) {
-        const QString name = QStringLiteral("scenarios[%1]").arg(i);
-        JobReader entry(scenarios.toArray().at(i).toObject(), name, &m_plan.errors);
-        entry.allowOnly({"fractions", "thickness"});
-        entry.require({"fractions"});
-        PlanScenario scenario;
-        scenario.thickness = entry.has("thickness") ? entry.number("thickness") : m_request.thickness;
-        require(scenario.thickness > 0.0, name + QLatin1String(".thickness must be above 0"));
-        const QJsonArray fractions = entry.array("fractions", Job::maxReferences);
-        double sum = 0.0;
-        for (const QJsonValue &fraction : fractions) {
-            scenario.fractions.push_back(fraction.toDouble());
-            sum += fraction.toDouble();
-        }
-        require(scenario.fractions.size() == m && sum > 0.0,
-                name + QStringLiteral(".fractions must be %1 numbers, one per reference, with a sum above 0").arg(m));
-        m_request.scenarios.push_back(scenario);
+    for (int i = 0; i < scenarios.toArray().size(); ++i)
+        readScenario(scenarios.toArray().at(i), QStringLiteral("scenarios[%1]").arg(i));
+}
+
+void PlanReader::readScenario(const QJsonValue &value, const QString &name)
+{
+    if (!value.isObject()) {
+        m_plan.errors << name + QLatin1String(" must be an object { }");
+        return;
     }
+    JobReader entry(value.toObject(), name, &m_plan.errors);
+    entry.allowOnly({"fractions", "thickness"});
+    PlanScenario scenario;
+    scenario.thickness = positive(&entry, "thickness", m_request.thickness);
+    const std::size_t m = planReferences(m_request);
+    double sum = 0.0;
+    bool areNumbers = true;
+    for (const QJsonValue &fraction : value.toObject().value("fractions").toArray()) {
+        areNumbers = areNumbers && fraction.isDouble() && fraction.toDouble() >= 0.0;
+        scenario.fractions.push_back(fraction.toDouble());
+        sum += fraction.toDouble();
+    }
+    require(areNumbers && scenario.fractions.size() == m && sum > 0.0,
+            name + QStringLiteral(".fractions must be %1 numbers from 0 on, one per reference%2, with a sum above 0")
+                       .arg(m)
+                       .arg(m < m_request.references.size() ? QStringLiteral(" of the two that the method knows")
+                                                            : QString()));
+    m_request.scenarios.push_back(scenario);
 }
 
 bool readSpectrum(const QString &key, const QString &file, double dE, AMutE *spectrum, QStringList *errors)
@@ -260,7 +319,9 @@ PlanFile readPlan(const QString &path)
     }
     if (!root.value("energies").isArray())
         job.insert("energies", QJsonArray());
-    plan.job = jobFromJson(job, QFileInfo(path).absoluteDir(), &plan.errors);
+    // Absolute, for the planned job may stand elsewhere; as written, for ".." may stand behind a link.
+    plan.job = jobFromJson(job, QDir(QDir::current().absoluteFilePath(QFileInfo(path).path())), &plan.errors);
+    plan.errors << settingMistakes(plan.job.settings);
     plan.job.fileName = path;
     plan.request.method = methodOf(plan.job.settings);
     plan.request.subtractsPostLine = isChosen(plan.job.settings, "SubPostEforRef");
@@ -276,6 +337,13 @@ PlanFile readPlan(const QString &path)
 Job plannedJob(const PlanFile &plan, const PlannedSet &set)
 {
     Job job = plan.job;
+    if (!job.energies.isEmpty()) { // it was a job, whose results are not those of other maps
+        job.resultFile.clear();
+        job.qualityFile.clear();
+        job.hasFractionErrors = false;
+        job.pictures.clear();
+        job.report.clear();
+    }
     job.energies.clear();
     int vPoint = set.vPoint;
     double largest = -1.0;

@@ -18,6 +18,7 @@ struct PlanFile {
 /// edge is that of the last spectrum where the settings name none.
 PlanFile readPlan(const QString &path);
 
-/// The job with the energies of a set of at most eight, all used and without maps. Its V point is that of the set, or
+/// The job with the energies of a set of at most eight, all used and without maps. What a job that was the plan writes
+/// is left out: it would take the place of what its own maps gave. Its V point is that of the set, or
 /// where the references differ most: a target is analysed with no method unless there is one.
 Job plannedJob(const PlanFile &plan, const PlannedSet &set);

@@ -1,3 +1,4 @@
+#include "numeric/TemporaryName.h"
 #include "plan/PlanCommand.h"
 
 #include <QGuiApplication>
@@ -22,6 +23,7 @@ void handleQtMessage(QtMsgType type, const QMessageLogContext &, const QString &
 
 int main(int argc, char *argv[])
 {
+    numeric::prepareForSignals();
     qInstallMessageHandler(handleQtMessage);
     // Nothing is shown: a picture needs fonts and no screen.
     if (!qEnvironmentVariableIsSet("QT_QPA_PLATFORM"))

@@ -131,6 +131,17 @@ private slots:
         }
     }
 
+    /// One scenario is no reason to measure where the fit answers its valence to every sample.
+    void fourPointsSeeTheSample()
+    {
+        for (const PlanMethod method : {PlanMethod::ExactFourPoints, PlanMethod::LeastSquaresFourPoints}) {
+            PlanRequest request = smallRequest(method, 2, 4);
+            request.scenarios = {{{1, 1}, 1.0}};
+            for (const double bias : planned(request).planned.pureBias)
+                QVERIFY2(std::abs(bias) < 0.1, qPrintable(QString::number(bias)));
+        }
+    }
+
     void plansObeyTheRequest()
     {
         PlanRequest request = smallRequest(PlanMethod::LinearNonEquivalent, 3, 7);
@@ -164,41 +175,53 @@ private slots:
             void (*spoil)(PlanRequest *request);
             const char *part; ///< of the sentence
         };
-        forEach<Case>({{"alike", [](PlanRequest *r) { r->references[1] = r->references[0]; }, "are alike"},
-                       {"three of which one is a mixture",
-                        [](PlanRequest *r) {
-                            AMutE mean;
-                            for (int i = 0; i < r->references[0].spectrum.pointCount(); ++i) {
-                                SpectrumPoint point = r->references[0].spectrum.points()[i];
-                                point.mu = 0.5 * (point.mu + r->references[1].spectrum.points()[i].mu);
-                                mean.addPoint(point);
-                            }
-                            mean.setValid(true);
-                            mean.setEdgeEnergy(8345);
-                            mean.setPreEdgeEnd(8295);
-                            mean.setPostEdgeStart(8445);
-                            mean.fitLines();
-                            r->references.push_back({"mean", mean, 2.5});
-                        },
-                        "mean is a mixture"},
-                       {"fewer candidates than energies", [](PlanRequest *r) { r->spacing = 25; }, "Only 3 candidates"},
-                       {"beyond a reference", [](PlanRequest *r) { r->to = 9300; }, "not to 9300 eV, which \"to\""},
-                       {"fewer energies than unknowns", [](PlanRequest *r) { r->count = 3; }, "wants 4 or more"},
-                       {"no pre-edge line",
-                        [](PlanRequest *r) {
-                            r->references[0].spectrum.setPreEdgeEnd(0);
-                            r->references[0].spectrum.fitLines();
-                        },
-                        "ref1 has no edge jump"},
-                       {"no range", [](PlanRequest *r) { r->to = r->from; }, "no candidates"}},
-                      [](const Case &c) {
-                          PlanRequest request = smallRequest(PlanMethod::LinearNonEquivalent, 2, 5);
-                          c.spoil(&request);
-                          const auto outcome = planEnergies(request);
-                          QVERIFY(std::holds_alternative<QString>(outcome));
-                          QVERIFY2(std::get<QString>(outcome).contains(QLatin1String(c.part)),
-                                   qPrintable(std::get<QString>(outcome)));
-                      });
+        forEach<Case>(
+            {{"alike", [](PlanRequest *r) { r->references[1] = r->references[0]; }, "are alike"},
+             {"three of which one is a mixture",
+              [](PlanRequest *r) {
+                  AMutE mean;
+                  for (int i = 0; i < r->references[0].spectrum.pointCount(); ++i) {
+                      SpectrumPoint point = r->references[0].spectrum.points()[i];
+                      point.mu = 0.5 * (point.mu + r->references[1].spectrum.points()[i].mu);
+                      mean.addPoint(point);
+                  }
+                  mean.setValid(true);
+                  mean.setEdgeEnergy(8345);
+                  mean.setPreEdgeEnd(8295);
+                  mean.setPostEdgeStart(8445);
+                  mean.fitLines();
+                  r->references.push_back({"mean", mean, 2.5});
+              },
+              "mean is a mixture"},
+             {"fewer candidates than energies", [](PlanRequest *r) { r->spacing = 25; }, "3 found, 5 energies wanted"},
+             {"beyond a reference", [](PlanRequest *r) { r->to = 9300; }, "not to 9300 eV, which \"to\""},
+             {"kept energies too near",
+              [](PlanRequest *r) {
+                  r->keep = {8350.3, 8350};
+              },
+              "asks for 1 eV"},
+             {"kept outside of the range", [](PlanRequest *r) { r->keep = {8420}; }, "outside of 8330 to"},
+             {"an energy twice",
+              [](PlanRequest *r) {
+                  r->compare = {{"mine", {8350, 8340, 8345, 8350, 8390}, -1}};
+              },
+              "mine: 8350 eV stands there twice"},
+             {"fewer energies than unknowns", [](PlanRequest *r) { r->count = 3; }, "wants 4 or more"},
+             {"no pre-edge line",
+              [](PlanRequest *r) {
+                  r->references[0].spectrum.setPreEdgeEnd(0);
+                  r->references[0].spectrum.fitLines();
+              },
+              "ref1 has no edge jump"},
+             {"no range", [](PlanRequest *r) { r->to = r->from; }, "no candidates"}},
+            [](const Case &c) {
+                PlanRequest request = smallRequest(PlanMethod::LinearNonEquivalent, 2, 5);
+                c.spoil(&request);
+                const auto outcome = planEnergies(request);
+                QVERIFY(std::holds_alternative<QString>(outcome));
+                QVERIFY2(std::get<QString>(outcome).contains(QLatin1String(c.part)),
+                         qPrintable(std::get<QString>(outcome)));
+            });
     }
 
     /// A job is a plan, its planned job can be run, and a wrong plan writes nothing.
@@ -225,12 +248,47 @@ private slots:
         QVERIFY(job.errors.isEmpty() && job.job.energies.size() == 8);
         QCOMPARE(job.job.energies[7].energy, set["energies"].toArray()[7].toDouble());
 
-        QJsonObject wrong = QJsonDocument::fromJson(bytesOf(file("non-equivalent.json"))).object();
-        wrong["counts"] = -1;
-        writeBytes(file("wrong.json"), QJsonDocument(wrong).toJson());
-        QCOMPARE(plan({file("wrong.json"), "--report", file("none.json")}), 2);
-        QVERIFY(m_errors.contains("counts must be above 0") && !QFile::exists(file("none.json")));
+        QVERIFY(job.job.resultFile.isEmpty()); // of the maps that the old job had
+        QVERIFY(QDir(dir.path()).mkdir("d") && QFile::link("d", file("l")));
         QCOMPARE(plan({file("non-equivalent.json"), "--job", file("non-equivalent.json")}), 2);
+        QCOMPARE(plan({file("non-equivalent.json"), "--job", file("d/j"), "--report", file("l/j")}), 2);
+        QCOMPARE(plan({file("non-equivalent.json"), "--report", "/dev/null"}), 2);
+        QCOMPARE(plan({file("non-equivalent.json"), "--report", file("d/r"), "--picture", file("none/p.png")}), 3);
+        QVERIFY(QDir(file("d")).isEmpty());
+    }
+
+    void wrongPlansAreRefused()
+    {
+        struct Case {
+            const char *key, *value, *said;
+        };
+        QTemporaryDir dir;
+        makeSample(dir.path());
+        const QString name = dir.filePath("wrong.json");
+        forEach<Case>({{"counts", "-1", "counts must not be below 1"},
+                       {"counts", "\"x\"", "counts must be a number"},
+                       {"background", "-3", "background must not be below 0"},
+                       {"scenarios", "5", "scenarios must be a list"},
+                       {"scenarios", "[5]", "scenarios[0] must be an object"},
+                       {"scenarios", R"([{"fractions": ["a", 1, 1]}])", "fractions must be 3 numbers"},
+                       {"scenarios", R"([{"fractions": [-0.5, 1, 0.5]}])", "fractions must be 3 numbers"},
+                       {"scenarios", R"([{"fractions": [1, 1, 1], "thickness": "a"}])", "thickness must be a number"},
+                       {"settings", R"({"TypeNonEquiv": "yes"})", "TypeNonEquiv must be true or false"},
+                       {"settings", R"({"PreEEndDE": "x"})", "PreEEndDE must be a number"},
+                       {"settings", R"({"EdgeE": true})", "EdgeE must be a number"},
+                       {"settings", R"({"TypeNonEquiv": true, "TypeFourPs": true})", "only one of TypeFourPs"}},
+                      [&](const Case &c) {
+                          QJsonObject wrong =
+                              QJsonDocument::fromJson(bytesOf(dir.filePath("non-equivalent.json"))).object();
+                          wrong["settings"] = QJsonObject{{"TypeNonEquiv", true}}; // three references
+                          const QJsonDocument value =
+                              QJsonDocument::fromJson(QByteArray("[") + c.value + QByteArray("]"));
+                          wrong[QLatin1String(c.key)] = value.array()[0];
+                          writeBytes(name, QJsonDocument(wrong).toJson());
+                          QCOMPARE(plan({name, "--report", dir.filePath("none.json")}), 2);
+                          QVERIFY2(m_errors.contains(QLatin1String(c.said)), qPrintable(m_errors));
+                          QVERIFY(m_errors.count('\n') == 1 && !QFile::exists(dir.filePath("none.json")));
+                      });
     }
 
     void shiftsAreFoundOrRefused()
