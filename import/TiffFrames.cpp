@@ -109,19 +109,27 @@ QString pageName(const TiffPage &page)
 
 } // namespace
 
+QString damagedTiff(const QString &path)
+{
+    return ImportText::tr("%1 is no whole TIFF file: it is damaged or cut off").arg(QDir::toNativeSeparators(path));
+}
+
 TiffFile openTiff(const QString &path, QString *error)
 {
     TIFFSetErrorHandler(nullptr); // what went wrong is told in one sentence
     TIFFSetWarningHandler(nullptr);
     TiffFile file(TIFFOpen(QFile::encodeName(path).constData(), "r"));
     if (!file)
-        *error =
-            ImportText::tr("%1 is no whole TIFF file: it is damaged or cut off").arg(QDir::toNativeSeparators(path));
+        *error = damagedTiff(path);
     return file;
 }
 
 std::unique_ptr<TiffFrames> TiffFrames::open(const QVector<QVector<TiffPage>> &frames, QString *error)
 {
+    if (frames.isEmpty() || frames.first().isEmpty()) {
+        *error = ImportText::tr("there is no image in the TIFF files");
+        return nullptr;
+    }
     auto source = std::make_unique<TiffFrames>();
     source->m_frames = frames;
     const TiffPage &first = frames.first().first();

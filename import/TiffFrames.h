@@ -21,6 +21,9 @@ struct TiffClose {
 };
 using TiffFile = std::unique_ptr<TIFF, TiffClose>;
 
+/// The sentence about a file that is not whole.
+QString damagedTiff(const QString &path);
+
 /// Opens a file; null, with one sentence, when it is no TIFF file.
 TiffFile openTiff(const QString &path, QString *error);
 
@@ -29,7 +32,7 @@ TiffFile openTiff(const QString &path, QString *error);
 class TiffFrames : public FrameSource
 {
 public:
-    /// Null, with one sentence, when the first page cannot be read.
+    /// Null, with one sentence, when there is no page or the first cannot be read.
     static std::unique_ptr<TiffFrames> open(const QVector<QVector<TiffPage>> &frames, QString *error);
 
     int width() const override { return m_width; }

@@ -38,9 +38,23 @@ bool pagesOf(const QString &path, QVector<QVector<TiffPage>> *frames, QString *e
     if (!file)
         return false;
     const int pages = static_cast<int>(TIFFNumberOfDirectories(file.get()));
+    if (pages == 0)
+        *error = damagedTiff(path);
     for (int i = 0; i < pages; ++i)
         frames->append({TiffPage{path, i}});
-    return true;
+    return pages > 0;
+}
+
+/// Which values are bright is not always what the file says.
+void noteZeroIsWhite(const QString &path, ImageStack *stack)
+{
+    QString unused;
+    std::uint16_t photometric = PHOTOMETRIC_MINISBLACK;
+    const TiffFile file = openTiff(path, &unused);
+    if (file && TIFFGetField(file.get(), TIFFTAG_PHOTOMETRIC, &photometric) != 0 &&
+        photometric == PHOTOMETRIC_MINISWHITE)
+        stack->warnings << ImportText::tr("%1 says that 0 is white; its values were taken as counts all the same")
+                               .arg(QDir::toNativeSeparators(path));
 }
 
 /// The energies that stand beside a file: NAME.txt.
@@ -112,7 +126,7 @@ bool flatsByEnergy(const QStringList &flats, const QVector<double> &energies, QV
 bool takeFlats(const QStringList &flats, ImageStack *stack, QString *error)
 {
     QVector<QVector<TiffPage>> frames;
-    const bool haveEnergies = readImageFileName(flats.first()).energy > 0.0;
+    const bool haveEnergies = !stack->energies.isEmpty() && readImageFileName(flats.first()).energy > 0.0;
     if (haveEnergies && !flatsByEnergy(flats, stack->energies, &frames, error))
         return false;
     for (const QString &flat : flats) {
@@ -147,13 +161,14 @@ bool openTiffStack(const QStringList &files, ImageStack *stack, QString *error)
         if (stack->energies.isEmpty() && stack->images->count() == 1 && energy > 0.0)
             stack->energies << energy;
     }
+    noteZeroIsWhite(images.first(), stack);
     return flats.isEmpty() || takeFlats(flats, stack, error);
 }
 
 Frames openTiffFrames(const QString &path, QString *error)
 {
     QVector<QVector<TiffPage>> frames;
-    return pagesOf(path, &frames, error) && !frames.isEmpty() ? TiffFrames::open(frames, error) : nullptr;
+    return pagesOf(path, &frames, error) ? TiffFrames::open(frames, error) : nullptr;
 }
 
 bool listTiff(const QString &path, QStringList *lines, QString *error)
