@@ -1,4 +1,5 @@
 #include "import/ImportCommand.h"
+#include "numeric/TemporaryName.h"
 
 #include <QCoreApplication>
 #include <QTextStream>
@@ -23,8 +24,11 @@ void interrupt(int)
 int main(int argc, char *argv[])
 {
     const QCoreApplication application(argc, argv);
-    std::signal(SIGINT, interrupt); // what was begun is removed before the program ends
-    std::signal(SIGTERM, interrupt);
+    for (const int number : {SIGINT, SIGTERM, SIGHUP, SIGPIPE}) { // what was begun is removed before the program ends
+        if (std::signal(number, interrupt) == SIG_IGN)
+            std::signal(number, SIG_IGN); // a nohup stays one
+    }
+    numeric::prepareForSignals();
     QTextStream out(stdout);
     QTextStream err(stderr);
     return runImportCommand(QCoreApplication::arguments(), &out, &err, isatty(STDERR_FILENO) != 0,
