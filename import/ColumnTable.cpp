@@ -125,6 +125,22 @@ void label(std::string_view line, char separator, ColumnTable *table)
     }
 }
 
+/// A decimal comma between columns that commas separate makes two numbers of one: more columns than the line above has
+/// names. Prose among the comments has none.
+bool hasDecimalCommas(std::string_view above, char separator, const ColumnTable &table, QString *error)
+{
+    if (separator != ',' || !table.labels.isEmpty())
+        return false;
+    const QStringList words = cellsOf(above, above.find(',') != std::string_view::npos ? ',' : ' ');
+    const int names = words.size();
+    static const QRegularExpression first(QStringLiteral("energ|ev\\b|angle|theta"),
+                                          QRegularExpression::CaseInsensitiveOption);
+    if (names < 2 || names >= table.columns.size() || (isComment(above) && !first.match(words[0]).hasMatch()))
+        return false;
+    *error = ImportText::tr("%1 names for %2 columns; decimals take a point").arg(names).arg(table.columns.size());
+    return true;
+}
+
 /// Finds columns by what they are called.
 class Columns
 {
@@ -153,7 +169,7 @@ private:
 };
 
 /// The energies in eV, from a column of energies or of angles; its index, or -1 with one sentence.
-int takeEnergies(const ColumnTable &table, double spacing, QVector<double> *energies, QString *error)
+int takeEnergies(const ColumnTable &table, double spacing, ImportedSpectrum *spectrum, QString *error)
 {
     const Columns columns(table);
     int at = columns.find({"energy", "e", "ev", "energy_ev"});
@@ -181,7 +197,9 @@ int takeEnergies(const ColumnTable &table, double spacing, QVector<double> *ener
             unit.isEmpty() && std::all_of(values.begin(), values.end(), [](double e) { return e < 100.0; });
         const double factor = isSmall || unit.compare(QLatin1String("keV"), Qt::CaseInsensitive) == 0 ? 1000.0 : 1.0;
         for (const double value : values)
-            *energies << value * factor;
+            spectrum->energy << value * factor;
+        if (isSmall)
+            spectrum->notes << ImportText::tr("the energies are below 100 and were taken for keV");
         return at;
     }
     if (!(spacing > 0.0)) {
@@ -190,7 +208,7 @@ int takeEnergies(const ColumnTable &table, double spacing, QVector<double> *ener
     }
     const double toRadians = unit.startsWith(QLatin1String("rad"), Qt::CaseInsensitive) ? 1.0 : std::acos(-1.0) / 180.0;
     for (const double value : table.columns[angle])
-        *energies << hcEvAngstrom / (2.0 * spacing * std::sin(value * toRadians)); // Bragg's law
+        spectrum->energy << hcEvAngstrom / (2.0 * spacing * std::sin(value * toRadians)); // Bragg's law
     return angle;
 }
 
@@ -231,6 +249,13 @@ const QStringList fluorescenceCounts = {"ifluor", "if"};
 bool contains(const QStringList &names, const QString &name)
 {
     return names.contains(name, Qt::CaseInsensitive);
+}
+
+/// Three columns or more without names, whose energies go up and down.
+bool isImage(const ColumnTable &table, const QVector<double> &energies)
+{
+    return table.labels.isEmpty() && table.columns.size() > 2 && !std::is_sorted(energies.begin(), energies.end()) &&
+           !std::is_sorted(energies.rbegin(), energies.rend());
 }
 
 /// The column that is wanted, an index; -1 with one sentence when there is none.
@@ -308,7 +333,7 @@ bool readTable(const QByteArray &text, ColumnTable *table, QString *error)
             return false;
     }
     label(above, separator, table);
-    return true;
+    return !hasDecimalCommas(above, separator, *table, error);
 }
 
 bool spectrumOf(const ColumnTable &table, const QString &wanted, double spacing, ImportedSpectrum *spectrum,
@@ -319,7 +344,7 @@ bool spectrumOf(const ColumnTable &table, const QString &wanted, double spacing,
         return false;
     }
     const Columns columns(table);
-    const int energy = takeEnergies(table, spacing, &spectrum->energy, error);
+    const int energy = takeEnergies(table, spacing, spectrum, error);
     if (energy < 0)
         return false;
     spectrum->spacing = spacing;
@@ -331,6 +356,14 @@ bool spectrumOf(const ColumnTable &table, const QString &wanted, double spacing,
                            : wantedColumn(table, wanted, error);
     if (chosen < 0 && !wanted.isEmpty())
         return false;
+    if (chosen == energy) {
+        *error = ImportText::tr("%1 is the energy and cannot be the absorption, too").arg(columns.name(energy));
+        return false;
+    }
+    if (isImage(table, spectrum->energy)) {
+        *error = ImportText::tr("its first column neither rises nor falls: an image, not a spectrum");
+        return false;
+    }
     if (i0 >= 0 && (chosen < 0 ? transmitted >= 0 : chosen == transmitted))
         return fromIntensities(table, i0, transmitted, Kind::Counts, spectrum, error);
     if (i0 >= 0 && (chosen < 0 ? fluorescence >= 0 : chosen == fluorescence))
@@ -340,6 +373,8 @@ bool spectrumOf(const ColumnTable &table, const QString &wanted, double spacing,
     spectrum->kind = isTransmission ? Kind::Absorption : Kind::Ratio;
     spectrum->source = columns.name(chosen);
     spectrum->mu = table.columns[chosen];
+    if (chosen == i0)
+        spectrum->notes << ImportText::tr("%1 is an incident intensity, not an absorption").arg(spectrum->source);
     if (wanted.isEmpty() && !isTransmission && !contains(normalisedNames + fluorescenceNames, name))
         spectrum->notes
             << ImportText::tr("of its columns %1 was taken, as none has a known name").arg(spectrum->source);

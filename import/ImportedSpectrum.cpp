@@ -139,7 +139,14 @@ bool tidySpectrum(ImportedSpectrum *spectrum, QString *error)
         spectrum->notes << ImportText::tr("the energies did not rise and were sorted");
     }
     if (std::adjacent_find(spectrum->energy.begin(), spectrum->energy.end()) != spectrum->energy.end()) {
+        constexpr int mostScans = 10; // that stand in one file
         averageEqual(spectrum);
+        if (spectrum->energy.size() * mostScans < points) {
+            *error = ImportText::tr("%1 points have only %2 different energies: a map or an image, not a spectrum")
+                         .arg(points)
+                         .arg(spectrum->energy.size());
+            return false;
+        }
         spectrum->notes
             << ImportText::tr("%1 points of equal energy were averaged").arg(points - spectrum->energy.size());
     }

@@ -50,6 +50,12 @@ bool readColumns(const QByteArray &text, const QString &part, SpectrumFile *file
     return true;
 }
 
+bool isMap(const QByteArray &text)
+{
+    const QByteArray first = text.left(text.indexOf('\n')).simplified();
+    return first == "# 1301" || first == "# 2003901";
+}
+
 bool isOwnFormat(const QByteArray &text)
 {
     const SpectrumScan scan = parseSpectrum({text.constData(), static_cast<std::size_t>(text.size())});
@@ -60,6 +66,10 @@ bool readText(QByteArray text, const QString &part, SpectrumFile *file, QString 
 {
     const std::string_view view(text.constData(), static_cast<std::size_t>(text.size()));
     text = numeric::isWideText(view) ? numeric::wideTextToUtf8(text) : text.mid(numeric::utf8MarkLength(view));
+    if (isMap(text)) {
+        *error = ImportText::tr("it is a map, not a spectrum");
+        return false;
+    }
     if (isXdi(text))
         return readXdi(text, part, file, error);
     if (isAthenaProject(text))
