@@ -222,6 +222,10 @@ Hdf5Layout findHdf5Layout(const Hdf5File &file, const ImportOptions &options)
         layout = findExchange(file);
     if (layout.name.isEmpty() && data.isEmpty())
         layout = findTxm(file);
+    for (const Hdf5Layout &usual : {findExchange(file), findTxm(file)}) {
+        if (layout.name.isEmpty() && !data.isEmpty() && usual.data == data && options.energy.isEmpty())
+            layout = usual; // whose name was given all the same
+    }
     if (layout.name.isEmpty() && !data.isEmpty()) {
         layout.name = QStringLiteral("HDF5");
         layout.data = data;

@@ -24,7 +24,9 @@ bool takeEnergies(const Hdf5File &file, const Hdf5Layout &layout, ImageStack *st
 {
     if (layout.energy.isEmpty())
         return true;
-    stack->energies = inEv(file.numbers(layout.energy), layout.energyUnit);
+    const QVector<double> given = file.numbers(layout.energy);
+    stack->energies = inEv(given, layout.energyUnit);
+    stack->parts << energyPart(layout.energy, given, stack->energies, layout.energyUnit);
     if (!stack->energies.isEmpty())
         return true;
     *error = ImportText::tr("%1: %2 holds no energies").arg(file.name(), layout.energy);
@@ -109,8 +111,6 @@ bool openHdf5Stack(const QString &path, const ImportOptions &options, ImageStack
     stack->images = Hdf5Frames::open(file, layout.data, layout.axes, error);
     if (!stack->images || !takeEnergies(*file, layout, stack, error))
         return false;
-    if (!layout.energy.isEmpty())
-        stack->parts << QStringLiteral("energy: ") + layout.energy;
     const QString unit = layout.name.startsWith(QLatin1String("NeXus")) ? QStringLiteral("um") : QString();
     stack->x = pixelAxis(*file, layout.x, stack->images->width(), unit);
     stack->y = pixelAxis(*file, layout.y, stack->images->height(), unit);

@@ -45,3 +45,10 @@ QVector<double> inEv(QVector<double> energies, const QString &unit)
     }
     return energies;
 }
+
+QString energyPart(const QString &source, const QVector<double> &given, const QVector<double> &taken,
+                   const QString &unit)
+{
+    const bool isGuess = !unit.contains(QLatin1String("ev"), Qt::CaseInsensitive) && given != taken;
+    return QStringLiteral("energy: ") + source + (isGuess ? QStringLiteral(" (taken for keV)") : QString());
+}

@@ -62,3 +62,7 @@ constexpr qint64 mostFrames = 100000;
 
 /// Energies in eV: `unit` is "eV" or "keV" in any case of letters; without either, values below 100 are keV.
 QVector<double> inEv(QVector<double> energies, const QString &unit);
+
+/// Where energies were taken from, for ImageStack::parts; says when they were taken for keV without a word.
+QString energyPart(const QString &source, const QVector<double> &given, const QVector<double> &taken,
+                   const QString &unit);

@@ -156,10 +156,24 @@ void report(const ImportResult &result, QTextStream *out, QTextStream *err)
     for (const QString &warning : result.warnings)
         *err << "flokluk-import: warning: " << warning << '\n';
     if (result.energies > 0)
-        *out << result.energies << " maps of " << result.width << " x " << result.height << " pixels\n";
+        *out << result.energies << (result.energies == 1 ? " map of " : " maps of ") << result.width << " x "
+             << result.height << " pixels\n";
     if (result.references > 0)
-        *out << result.references << " spectra\n";
-    *out << "open with: flokluk-batch --show " << QDir::toNativeSeparators(result.job) << '\n';
+        *out << result.references << (result.references == 1 ? " spectrum\n" : " spectra\n");
+    if (result.energies > 0)
+        *out << "open with: flokluk-batch --show " << QDir::toNativeSeparators(result.job) << '\n';
+}
+
+/// The exit code when all has been said, which a full disk may have kept from being read.
+int ended(int code, QTextStream *out, QTextStream *err)
+{
+    out->flush();
+    if (out->status() != QTextStream::Ok) {
+        *err << "flokluk-import: cannot write to standard output\n";
+        code = static_cast<int>(ImportResult::Outcome::CannotWrite);
+    }
+    err->flush();
+    return code;
 }
 
 } // namespace
@@ -209,7 +223,7 @@ int runImportCommand(const QStringList &arguments, QTextStream *out, QTextStream
     const ImportArguments parsed = parseImportArguments(arguments);
     *out << parsed.answer;
     if (!parsed.answer.isEmpty())
-        return 0;
+        return ended(0, out, err);
     int code = static_cast<int>(ImportResult::Outcome::BadInput);
     if (!parsed.error.isEmpty()) {
         *err << "flokluk-import: " << parsed.error << "; flokluk-import --help says more\n";
@@ -229,7 +243,5 @@ int runImportCommand(const QStringList &arguments, QTextStream *out, QTextStream
         report(result, out, err);
         code = static_cast<int>(result.outcome);
     }
-    out->flush();
-    err->flush();
-    return code;
+    return ended(code, out, err);
 }

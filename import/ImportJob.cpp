@@ -83,6 +83,9 @@ bool ImportRun::takePicked()
         const int index = static_cast<int>(nearest - energies.begin());
         if (!m_picked.contains(index))
             m_picked << index;
+        else
+            m_result.warnings << ImportText::tr("--pick: the image at %1 eV is the nearest of two energies")
+                                     .arg(energies[index], 0, 'g', 8);
     }
     std::sort(m_picked.begin(), m_picked.end());
     return true;

@@ -45,7 +45,7 @@ QJsonArray ImportRun::inputRecords()
     files.removeDuplicates();
     QJsonArray records;
     for (const QString &file : qAsConst(files))
-        records.append(QJsonObject{{"file", QFileInfo(file).absoluteFilePath()},
+        records.append(QJsonObject{{"file", QDir::current().absoluteFilePath(file)},
                                    {"bytes", static_cast<double>(QFileInfo(file).size())},
                                    {"sha256", QString::fromLatin1(numeric::sha256OfFile(file))}});
     return records;

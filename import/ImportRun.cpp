@@ -70,7 +70,8 @@ ImportResult ImportRun::run()
 
 bool ImportRun::steps()
 {
-    if (!checkOptions() || !sortInputs() || !readReferences() || !openImages())
+    if (!checkOptions() || !sortInputs() || !checkStackOptions() || !readReferences() || !checkValences() ||
+        !openImages())
         return false;
     if (!m_folder.open(m_options.directory, &m_error))
         return fail(Outcome::CannotWrite, m_error);
@@ -87,24 +88,6 @@ bool ImportRun::fail(Outcome outcome, const QString &error)
 bool ImportRun::tell(const QString &what, double done)
 {
     return !m_progress || m_progress(what, done) || fail(Outcome::Cancelled, ImportText::tr("the import was stopped"));
-}
-
-bool ImportRun::checkOptions()
-{
-    const int incidents =
-        !m_options.flat.isEmpty() + !m_options.incident.isEmpty() + !m_options.incidentRegion.isNull();
-    if (m_options.inputs.isEmpty() && m_options.references.isEmpty())
-        m_error = ImportText::tr("there is nothing to import");
-    else if (m_options.directory.isEmpty())
-        m_error = ImportText::tr("no folder is named to write into");
-    else if (incidents > 1)
-        m_error = ImportText::tr("I0 comes from one of --flat, --i0 and --i0-region");
-    else if (m_options.bin < 1 || m_options.pickCount < 2 || m_options.pickCount > 8 ||
-             m_options.pickEnergies.size() > 8)
-        m_error = ImportText::tr("squares have a side from 1 on, and a job takes 2 to 8 energies");
-    else
-        return true;
-    return failBadInput();
 }
 
 /// Folders are the TIFF files in them; of the inputs texts are spectra, all else is the stack.
@@ -136,6 +119,14 @@ bool ImportRun::readReferences()
 {
     for (const QString &name : qAsConst(m_spectrumNames)) {
         SpectrumFile file;
+        InputKind kind;
+        if (!kindOf(splitName(name).file, &kind, &m_error))
+            return failBadInput();
+        if (kind != InputKind::Spectrum)
+            return fail(Outcome::BadInput,
+                        ImportText::tr("%1 is a stack of images, which --refs has taken for a spectrum: name it before "
+                                       "--refs")
+                            .arg(QDir::toNativeSeparators(splitName(name).file)));
         if (!readSpectrumFile(name, &file, &m_error))
             return failBadInput();
         m_spectra << file;
@@ -308,6 +299,7 @@ bool ImportRun::writeMap(int index)
         return fail(Outcome::CannotWrite,
                     ImportText::tr("cannot write %1").arg(QDir(m_options.directory).filePath(m_maps[index])));
     m_result.files << m_maps[index];
+    noteDoubts(index, exposure, grid);
     toAbsorption(&exposure);
     m_meanAbsorption << mean(QRect(0, 0, m_result.width, m_result.height), exposure.signal);
     m_pickInput.thumbnails.push_back(thumbnailOf(exposure.signal));

@@ -3,6 +3,7 @@
 #include "import/Alignment.h"
 #include "import/ImageStack.h"
 #include "import/ImportOptions.h"
+#include "import/MapWriter.h"
 #include "import/OutputFolder.h"
 #include "import/PickEnergies.h"
 #include "import/SpectrumFiles.h"
@@ -39,6 +40,9 @@ private:
     bool writeReference(const QByteArray &text, const QString &label, WrittenSpectrum *written);
     bool writeMaps();
     bool writeMap(int index);
+    void noteDoubts(int index, const Exposure &exposure, const MapGridText &grid);
+    bool checkStackOptions();
+    bool checkValences();
     QStringList comments(int index) const;
     bool pick();
     bool takePicked();
@@ -76,6 +80,7 @@ private:
     QStringList m_maps; ///< names of the map files, by energy
     PickInput m_pickInput;
     QVector<double> m_meanAbsorption; ///< of each energy
+    qint64 m_darkPixels = 0;          ///< of all maps: without an absorption
     QVector<int> m_picked;            ///< energies of the job
     QString m_pickedBy;               ///< "named", "planned" or "contrast"
     int m_vPoint = -1;                ///< of a plan that has one

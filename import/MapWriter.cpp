@@ -148,6 +148,7 @@ MapGridText mapGridText(int width, int height, const PixelAxis &x, const PixelAx
     const bool hasColumns = writeAxis(width, x, &grid.x, &grid.columns);
     const bool hasRows = writeAxis(height, y, &grid.y, &grid.rows);
     grid.isCounted = !hasColumns || !hasRows;
+    grid.hasDropped = (!hasColumns && !x.positions.isEmpty()) || (!hasRows && !y.positions.isEmpty());
     return grid;
 }
 

@@ -16,6 +16,7 @@ struct MapGridText {
     MapAxisText x, y;                      ///< a first position or step of "-" says that the steps are uneven
     std::vector<QByteArray> columns, rows; ///< the positions, each followed by a blank
     bool isCounted = false;                ///< an axis has no positions of its own, or equal ones: pixel numbers
+    bool hasDropped = false;               ///< an axis has positions that do not tell its pixels apart
 };
 MapGridText mapGridText(int width, int height, const PixelAxis &x, const PixelAxis &y);
 

@@ -34,10 +34,10 @@ bool readPick(const QString &text, ImportOptions *options)
 {
     bool isCount = false;
     const int count = text.toInt(&isCount);
-    if (!isCount || count > 8)
+    if (!isCount || count >= 100)
         return readNumbers(text, &options->pickEnergies) && options->pickEnergies.size() <= 8;
     options->pickCount = count;
-    return count >= 2;
+    return count >= 2 && count <= 8;
 }
 
 QString withoutColons(const QString &path)

@@ -29,6 +29,40 @@ bool interpolate(const QVector<double> &xs, const QVector<double> &ys, double x,
     return true;
 }
 
+/// One line of a list of energies.
+struct EnergyLine {
+    double energy = 0.0;
+    bool isNumber = false;
+    QString unit; ///< in small letters; empty where the line has none
+    bool isUnit = true;
+};
+
+/// "7112.5", "7.1125 keV", "7112.5eV"; numbers behind the energy do not count. False for a comment and an empty line.
+bool readEnergyLine(std::string_view line, EnergyLine *found)
+{
+    numeric::TokenScanner scanner(line);
+    std::string_view token;
+    if (!scanner.next(&token) || token.front() == '#' || token.front() == '*')
+        return false;
+    QString word = QString::fromUtf8(token.data(), static_cast<int>(token.size())).toLower();
+    for (const QLatin1String unit : {QLatin1String("kev"), QLatin1String("ev")}) {
+        if (word.endsWith(unit)) {
+            found->unit = unit;
+            word.chop(unit.size());
+        }
+    }
+    found->energy = word.toDouble(&found->isNumber);
+    if (!found->unit.isEmpty() || !scanner.next(&token) || token.front() == '#' || token.front() == '*')
+        return true;
+    bool isNumber = false;
+    word = QString::fromUtf8(token.data(), static_cast<int>(token.size())).toLower();
+    word.toDouble(&isNumber);
+    if (!isNumber)
+        found->unit = word;
+    found->isUnit = isNumber || word == QLatin1String("ev") || word == QLatin1String("kev");
+    return true;
+}
+
 bool listSpectra(const QString &path, QStringList *lines, QString *error)
 {
     SpectrumFile file;
@@ -54,9 +88,14 @@ bool openStack(const QStringList &files, const ImportOptions &options, ImageStac
     InputKind kind = InputKind::Spectrum;
     if (!kindOf(files.first(), &kind, error))
         return false;
-    if (files.size() > 1 && kind != InputKind::Tiff) {
+    for (int i = 1; i < files.size(); ++i) {
+        InputKind other = InputKind::Spectrum;
+        if (!kindOf(files[i], &other, error))
+            return false;
+        if (kind == InputKind::Tiff && other == kind)
+            continue;
         *error = ImportText::tr("%1 and %2 are two stacks: import each into a folder of its own")
-                     .arg(QDir::toNativeSeparators(files[0]), QDir::toNativeSeparators(files[1]));
+                     .arg(QDir::toNativeSeparators(files[0]), QDir::toNativeSeparators(files[i]));
         return false;
     }
     switch (kind) {
@@ -93,26 +132,44 @@ Frames openFrames(const QString &name, QString *error)
     return nullptr;
 }
 
-bool readEnergies(const QString &path, QVector<double> *energies, QString *error)
+bool readEnergies(const QString &path, QVector<double> *energies, QString *error, bool *isGuess)
 {
     QByteArray bytes;
     if (!readFile(path, &bytes, error))
         return false;
     energies->clear();
+    const QString name = QDir::toNativeSeparators(path);
+    QString unit; // the first that is named holds for all
     numeric::LineScanner lines({bytes.constData(), static_cast<std::size_t>(bytes.size())});
-    std::string_view line, token;
+    std::string_view line;
     for (int number = 1; lines.next(&line); ++number) {
-        if (!numeric::TokenScanner(line).next(&token) || token.front() == '#' || token.front() == '*')
+        EnergyLine found;
+        if (!readEnergyLine(line, &found))
             continue;
-        bool good = false;
-        energies->append(QByteArray(token.data(), static_cast<int>(token.size())).toDouble(&good));
-        if (!good || energies->size() > mostFrames) {
-            *error =
-                ImportText::tr("%1: there is no energy in line %2").arg(QDir::toNativeSeparators(path)).arg(number);
+        if (!found.isNumber || energies->size() >= mostFrames) {
+            *error = ImportText::tr("%1: there is no energy in line %2").arg(name).arg(number);
             return false;
         }
+        if (!found.isUnit || (!unit.isEmpty() && !found.unit.isEmpty() && found.unit != unit)) {
+            *error = ImportText::tr("%1: \"%2\" in line %3 is not the unit of all, eV or keV")
+                         .arg(name, found.unit.left(40))
+                         .arg(number);
+            return false;
+        }
+        unit = unit.isEmpty() ? found.unit : unit;
+        energies->append(found.energy);
     }
-    *energies = inEv(*energies, QString());
+    const auto [least, most] = std::minmax_element(energies->begin(), energies->end());
+    if (unit.isEmpty() && !energies->isEmpty() && *least < 100.0 && *most >= 100.0) {
+        *error = ImportText::tr("%1: %2 would be keV and %3 eV: name the unit behind the energies")
+                     .arg(name)
+                     .arg(*least)
+                     .arg(*most);
+        return false;
+    }
+    if (isGuess != nullptr)
+        *isGuess = unit.isEmpty() && !energies->isEmpty() && *most < 100.0;
+    *energies = inEv(*energies, unit);
     return true;
 }
 

@@ -13,8 +13,10 @@
 /// The images of "FILE" or "FILE::PATH", for flat and dark frames; null, with one sentence, when there are none.
 [[nodiscard]] Frames openFrames(const QString &name, QString *error);
 
-/// Energies in eV from a text, one a line; lines beginning with "#" or "*" are comments, and below 100 they are in keV.
-[[nodiscard]] bool readEnergies(const QString &path, QVector<double> *energies, QString *error);
+/// Energies in eV from a text, one a line, with "eV" or "keV" behind it or not; lines beginning with "#" or "*" are
+/// comments. Without a unit all are below 100 and in keV, which `isGuess` says then, or none is.
+[[nodiscard]] bool readEnergies(const QString &path, QVector<double> *energies, QString *error,
+                                bool *isGuess = nullptr);
 
 /// I0 at the energies (eV, in any order) from a text of two columns, energy and intensity; linear between its points.
 [[nodiscard]] bool readIncident(const QString &path, const QVector<double> &energies, QVector<double> *incident,

@@ -36,15 +36,22 @@ bool StackReader::prepare(ImageStack *stack, const ImportOptions &options, QStri
 bool StackReader::takeEnergies(QString *error)
 {
     QVector<double> energies = m_stack->energies;
-    if (!m_options.energies.isEmpty() && !readEnergies(m_options.energies, &energies, error))
-        return false;
+    if (!m_options.energies.isEmpty()) {
+        bool isGuess = false;
+        if (!readEnergies(m_options.energies, &energies, error, &isGuess))
+            return false;
+        if (isGuess)
+            m_stack->warnings << ImportText::tr("the energies of %1 are below 100 and were taken for keV")
+                                     .arg(QDir::toNativeSeparators(m_options.energies));
+    }
     if (energies.isEmpty()) {
-        *error =
-            ImportText::tr("%1 says nothing about energies: give them with --energies FILE, one a line").arg(m_name);
+        *error = ImportText::tr("%1 says nothing about energies: give them with --energies FILE, one a line, or "
+                                "name a dataset of HDF5 with --energy ::PATH")
+                     .arg(m_name);
         return false;
     }
     if (energies.size() != m_stack->images->count()) {
-        *error = ImportText::tr("%1 holds %2 images, but there are %3 energies")
+        *error = ImportText::tr("%1: the number of images is %2, that of energies %3")
                      .arg(m_name)
                      .arg(m_stack->images->count())
                      .arg(energies.size());
@@ -61,6 +68,9 @@ bool StackReader::takeEnergies(QString *error)
         m_stack->warnings << ImportText::tr("the energies of the images did not rise and were sorted");
     for (const int i : qAsConst(m_order))
         m_energies << energies[i];
+    const auto equal = std::adjacent_find(m_energies.begin(), m_energies.end());
+    if (equal != m_energies.end())
+        m_stack->warnings << ImportText::tr("several images have the energy %1 eV").arg(*equal, 0, 'g', 8);
     return true;
 }
 
