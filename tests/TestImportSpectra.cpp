@@ -104,6 +104,13 @@ private slots:
              {"bare.dat", mu, "", plain, 2, ""},
              {"columns.dat", "7000 " + QByteArray(100000, ' ').replace(" ", "1 ") + "\n", "", "", 0,
               "more than 4096 columns"},
+             {"commas.csv", "energy,mu\n7000,5,0,5\n7001,5,0,75\n", "", "", 0, "2 names for 4 columns"},
+             {"below.dat", "7.0 0.5\n7.001 0.75\n", "", plain, 2, "taken for keV"},
+             {"energy.csv", "energy,mu\n7000,0.5\n7001,0.75\n", "::energy", "", 0, "cannot be the absorption"},
+             {"i0.nor", "# energy  i0  xmu\n7000 0.5 9\n7001 0.75 9\n", "::i0", plain, 3, "an incident intensity"},
+             {"map.txt", "# 1301\n# ENERGY = 7000\n0 0 1 2\n0 1 1 2\n", "", "", 0, "a map, not a spectrum"},
+             {"image.txt", "100 110 9\n120 130 9\n90 80 9\n", "", "", 0, "an image, not a spectrum"},
+             {"grid.dat", QByteArray("1 2\n").repeated(11), "", "", 0, "only 1 different energies"},
              {"prose.txt", "no numbers at all\n", "", "", 0, "no spectrum and no stack"},
              {"p.prj", head + group("foil", "'datatype','xmu'", "'7000','7001'", "0.5,0.75"), "", plain, 2, ""},
              {"n.prj", head + group("foil", "'datatype','norm'", "7000,7001", "0.5,0.75"), "", plain, 3, ""},
@@ -214,7 +221,11 @@ private slots:
             QVERIFY(folder.write(name, "7000 0.5\n7001 0.75\n"));
         const QByteArray own = "Mode 0 0 1 2\nOffset\n0 16 1 2 1\n0 15 1 4 1\n";
         QVERIFY(folder.write("own.dat", own));
-        QCOMPARE(folder.run("own.dat --refs a.dat b.dat --valences 2,3 --refs c.dat d.dat result.dat"), 0);
+        QCOMPARE(folder.run("own.dat --refs a.dat b.dat --valences 2,3 --refs c.dat d.dat result.dat"), 2);
+        QVERIFY2(folder.err.contains("valences is 2, that of spectra 6"), qPrintable(folder.err));
+        QCOMPARE(folder.run("own.dat --refs a.dat --bin 2"), 2);
+        QVERIFY2(folder.err.contains("--bin is for images"), qPrintable(folder.err));
+        QCOMPARE(folder.run("own.dat --refs a.dat b.dat --valences 2,3,4,5 --refs c.dat d.dat result.dat"), 0);
         QCOMPARE(folder.written().join(' '),
                  QString("a.dat b.dat c.dat d.dat import.json job.json own.dat result_spectrum.dat"));
         QCOMPARE(bytesOf(folder.path("out/own.dat")), own);
@@ -222,7 +233,7 @@ private slots:
         QCOMPARE(references.size(), 4);
         QCOMPARE(references[1].toObject()["file"].toString(), QString("a.dat"));
         QCOMPARE(references[1].toObject()["valence"].toDouble(), 3.0);
-        QVERIFY(folder.err.contains("first 4 of 6") && folder.err.contains("valences of the references are not known"));
+        QVERIFY(folder.err.contains("first 4 of 6") && !folder.out.contains("open with"));
         const QByteArray before = bytesOf(folder.path("out/a.dat"));
         QCOMPARE(folder.run("--refs out/a.dat"), 2);
         QVERIFY2(folder.err.contains("would be written over"), qPrintable(folder.err));

@@ -227,7 +227,7 @@ private slots:
                3 }},
             [](const Case &c) {
                 ImportFolder folder;
-                QVERIFY(folder.write("energies.txt", "# eV\n* more\n7100\n7110 x\n7120\n"));
+                QVERIFY(folder.write("energies.txt", "# eV\n* more\n7.1\n7.11 keV\n7.12\n"));
                 QVERIFY(folder.write("i0.txt", "7000 800\n7200 800\n"));
                 Hdf5Maker(folder.path("flat.h5")).numbers("/flat", std::vector<double>(20, 800), {4, 5});
                 {
@@ -431,7 +431,16 @@ private slots:
             {"no I0", [](const ImportFolder &f) { writeXim(f), QFile::remove(f.path("a.xsp")); }, "a.hdr",
              "--flat FILE, or an empty region"},
             {"more energies", [](const ImportFolder &f) { writeXim(f), f.write("e.txt", "1000\n1001\n"); },
-             "a.hdr --energies e.txt", "3 images, but there are 2"},
+             "a.hdr --energies e.txt", "images is 3, that of energies 2"},
+            {"energies of two units", [](const ImportFolder &f) { writeXim(f), f.write("e.txt", "99\n100\n101\n"); },
+             "a.hdr --energies e.txt", "name the unit"},
+            {"no unit of energies", [](const ImportFolder &f) { writeXim(f), f.write("e.txt", "1000 nm\n"); },
+             "a.hdr --energies e.txt", "\"nm\" in line 1"},
+            {"I0 of absorptions", [](const ImportFolder &f) { writeXim(f); },
+             "a.hdr --signal absorption --i0-region 0,0,1,1", "absorptions have no I0"},
+            {"nine energies", [](const ImportFolder &f) { writeXim(f); }, "a.hdr --pick 9", "a number from 2 to 8"},
+            {"images as reference", [](const ImportFolder &f) { writeXim(f); }, "--refs a.hdr",
+             "name it before --refs"},
             {"no energy in a line", [](const ImportFolder &f) { writeXim(f), f.write("e.txt", "1000\nx\n"); },
              "a.hdr --energies e.txt", "line 2"},
             {"region outside", [](const ImportFolder &f) { writeXim(f); }, "a.hdr --crop 0,0,6,4",
@@ -475,7 +484,7 @@ private slots:
             {"other energies", h5([](Hdf5Maker *f) {
                  exchange(f, {1, 2});
              }),
-             "a.h5", "3 images, but there are 2"},
+             "a.h5", "images is 3, that of energies 2"},
             {"negative energy", h5([](Hdf5Maker *f) {
                  exchange(f, {-1, 2, 3});
              }),
@@ -509,6 +518,10 @@ private slots:
                  f.write("a.tif", tables::bytesOf(f.path("b.tif")).left(60));
              },
              "a.tif", "cut off"},
+            {"TIFF without a page", [](const ImportFolder &f) { f.write("a.tif", QByteArray("II*\0\0\0\0\0", 8)); },
+             "a.tif", "cut off"},
+            {"two stacks", [](const ImportFolder &f) { writeTiff(f.path("a.tif"), stack.values()), writeXim(f); },
+             "a.tif a.hdr", "two stacks"},
             {"no energies beside", [](const ImportFolder &f) { writeTiff(f.path("a.tif"), stack.values()); }, "a.tif",
              "--energies FILE"},
             {"files of other sizes",
@@ -548,10 +561,29 @@ private slots:
         QVERIFY(folder.write("a_a002.xim", ximImage(2, 6))); // found when two maps have been written
         QCOMPARE(folder.run("a.hdr"), 2);
         QCOMPARE(folder.written(), before);
-        QVERIFY(writeXim(folder));
+        QVERIFY(writeXim(folder) && folder.write("a_a002.xim", ximImage(1)));
         QVERIFY(QDir(folder.path("out")).remove("job.json") && QDir(folder.path("out")).mkdir("job.json"));
         QCOMPARE(folder.run("a.hdr"), 3);
         QVERIFY2(folder.err.contains("cannot write"), qPrintable(folder.err));
+        QCOMPARE(folder.written(), before); // of maps that were there the former ones
+        QCOMPARE(folder.map(2).record(0).I, 201.0);
+    }
+
+    /// What can be imported and should be looked at.
+    void doubts()
+    {
+        ImportFolder folder;
+        QVERIFY(writeXim(folder, "3, 700, 700, 703"));
+        QVERIFY(folder.write("a_a001.xim", "-" + ximImage(1)));
+        QCOMPARE(folder.run("a.hdr --pick 700,703,703.1"), 0);
+        for (const char *said : {"in all maps: 1;", "several images have the energy 700 eV", "nearest of two energies"})
+            QVERIFY2(folder.err.contains(said), qPrintable(folder.err));
+#ifdef FLOKLUK_HAVE_TIFF
+        writeTiff(folder.path("st.tif"), stack.values());
+        writeTiff(folder.path("ref_8324eV.tif"), frame(0));
+        QVERIFY(folder.write("en.txt", "8324\n8330\n8340\n"));
+        QVERIFY2(folder.run("st.tif ref_8324eV.tif --energies en.txt") == 0, qPrintable(folder.err));
+#endif
     }
 
     /// The job takes the picked energies, by name or by number, and marks the one that the references differ most at.
