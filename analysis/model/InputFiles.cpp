@@ -30,7 +30,5 @@ bool isInputFile(const QString &path, const AnalysisInput &input)
 
 QString identityOf(const QString &path)
 {
-    const QFileInfo info(path);
-    const QString canonical = info.canonicalFilePath();
-    return canonical.isEmpty() ? info.absoluteFilePath() : canonical;
+    return numeric::realPath(path);
 }
