@@ -149,6 +149,8 @@ void Run::loadAndCalculate()
         noteOutcome(step);
     if (m_facts.shift)
         m_result.messages += textOf(*m_facts.shift) + QLatin1Char('\n');
+    if (m_facts.shift && m_facts.shift->isFound() && m_job.shift == Job::Shift::Applied && !m_job.target.file.isEmpty())
+        m_result.messages += QLatin1String("The target keeps its dE: the references are shifted against it.\n");
 }
 
 void Run::load()

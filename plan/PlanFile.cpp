@@ -320,7 +320,10 @@ PlanFile readPlan(const QString &path)
     if (!root.value("energies").isArray())
         job.insert("energies", QJsonArray());
     // Absolute, for the planned job may stand elsewhere; as written, for ".." may stand behind a link.
-    plan.job = jobFromJson(job, QDir(QDir::current().absoluteFilePath(QFileInfo(path).path())), &plan.errors);
+    const QString folder = QFileInfo(path).path();
+    const QDir here = QDir::current();
+    plan.job =
+        jobFromJson(job, folder == QLatin1String(".") ? here : QDir(here.absoluteFilePath(folder)), &plan.errors);
     plan.errors << settingMistakes(plan.job.settings);
     plan.job.fileName = path;
     plan.request.method = methodOf(plan.job.settings);
