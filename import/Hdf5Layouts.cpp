@@ -223,7 +223,7 @@ Hdf5Layout findHdf5Layout(const Hdf5File &file, const ImportOptions &options)
     if (layout.name.isEmpty() && data.isEmpty())
         layout = findTxm(file);
     for (const Hdf5Layout &usual : {findExchange(file), findTxm(file)}) {
-        if (layout.name.isEmpty() && !data.isEmpty() && usual.data == data && options.energy.isEmpty())
+        if (layout.name.isEmpty() && !data.isEmpty() && usual.data == data)
             layout = usual; // whose name was given all the same
     }
     if (layout.name.isEmpty() && !data.isEmpty()) {
