@@ -111,7 +111,8 @@ private slots:
         };
         check({{"another size", "", given(2, "2 1 0 0 2"),
                 "Em Energy 3: the map has 2 x 1 pixels, that of energy 1 3 x 2"},
-               {"reversed rows", "", given(2, "3 2 0 2 -2"), "Em Energy 3: the pixels lie up to 1 steps from those of"},
+               {"reversed rows", "", given(2, "3 2 0 2 -2"),
+                "Em Energy 3: the pixels lie up to 1 of their steps from those of"},
                {"another pixel", "", given(2, "3 2 0.6 0 2"), "Em Energy 3: the pixels lie up to 0.6"},
                {"a stage with play", "", given(2, "3 2 0 0.4 2"), "Wm Energy 3: the pixels lie up to 0.2"},
                {"rounded positions", "", given(2, "3 2 0.09 0 2"), ""},
@@ -148,7 +149,8 @@ private slots:
         const auto half = parsed("0 0 1 2\n1 0 1 2\n2 0 1 2\n");
         check({{"half a map", "", third(half), "Em Energy 3: the map has 3 records, not 3 x 2 = 6"},
                {"pixels in another order", "", third(parsed("2 2 1 2\n1 2 1 2\n0 2 1 2\n2 0 1 2\n1 0 1 2\n0 0 1 2\n")),
-                "Em Energy 3: the pixels lie up to 2 steps from those of energy 1|Em Energy 3: the records are in "
+                "Em Energy 3: the pixels lie up to 2 of their steps from those of energy 1|Em Energy 3: the records "
+                "are in "
                 "another "
                 "order than the header says: x is 2 in record 1 and 1 in record 2"},
                {"decimal commas", "", third(parsed("0 0 1 2\n1 0 1,5 2,5\n2 0 1 2\n0 2 1 2\n1 2 1 2,5\n2 2 1 2\n")),

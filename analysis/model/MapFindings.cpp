@@ -105,8 +105,8 @@ public:
         const double steps = farthestPixel(m_first, m_map);
         if (!(steps > tolerableSteps))
             return;
-        const QString text =
-            translated(QT_TRANSLATE_NOOP("FourPs", "Energy %1: the pixels lie up to %2 steps from those of energy %3"));
+        const QString text = translated(
+            QT_TRANSLATE_NOOP("FourPs", "Energy %1: the pixels lie up to %2 of their steps from those of energy %3"));
         note(steps > otherPixel ? Severity::Error : Severity::Warning,
              text.arg(m_row + 1).arg(steps, 0, 'g', 2).arg(m_firstRow + 1));
     }
