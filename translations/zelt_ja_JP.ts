@@ -1406,7 +1406,7 @@ Do you want to replace it?</source>
         <translation>エネルギー %1：すべての画素の強度が 0 です</translation>
     </message>
     <message>
-        <source>Energy %1: the pixels lie up to %2 steps from those of energy %3</source>
+        <source>Energy %1: the pixels lie up to %2 of their steps from those of energy %3</source>
         <translation>エネルギー %1：画素の位置がエネルギー %3 と最大 %2 ステップずれています</translation>
     </message>
     <message>
@@ -1752,10 +1752,6 @@ Do you want to replace it?</source>
         <translation>エネルギーが %1 点では多すぎます。この方法では %2 点までです。</translation>
     </message>
     <message>
-        <source>Only %1 candidates are %2 eV apart, fewer than the %3 energies.</source>
-        <translation>%2 eV 以上離れた候補は %1 個だけで、エネルギーの数 %3 より少なくなっています。</translation>
-    </message>
-    <message>
         <source>%1 energies are to be kept, more than the %2 that are planned.</source>
         <translation>残すエネルギーが %1 点あり、計画する %2 点を超えています。</translation>
     </message>
@@ -1850,6 +1846,50 @@ Do you want to replace it?</source>
     <message>
         <source>planned with the background of the fit, without a term more</source>
         <translation>項を増やさず、フィットと同じバックグラウンドで計画しました</translation>
+    </message>
+    <message>
+        <source>Candidates %2 eV apart: %1 found, %3 energies wanted.</source>
+        <translation>%2 eV 離れた候補は %1 点で、必要な %3 点に足りません。</translation>
+    </message>
+    <message>
+        <source>%1 eV is to be kept, but lies outside of %2 to %3 eV.</source>
+        <translation>残すエネルギー %1 eV が %2 から %3 eV の範囲にありません。</translation>
+    </message>
+    <message>
+        <source>%1 and %2 eV are to be kept, but the spacing asks for %3 eV between energies.</source>
+        <translation>残すエネルギー %1 eV と %2 eV の間隔が、指定の %3 eV より狭くなっています。</translation>
+    </message>
+    <message>
+        <source>%1: %2 eV stands there twice.</source>
+        <translation>%1：%2 eV が二度書かれています。</translation>
+    </message>
+    <message>
+        <source>these energies find a valence of %2 in a sample of %1 alone, which has %3</source>
+        <translation>これらのエネルギーでは、%1 だけの試料の価数が %3 でなく %2 と求まります</translation>
+    </message>
+    <message>
+        <source>method: %1</source>
+        <translation>方法: %1</translation>
+    </message>
+    <message>
+        <source>method: %1; it knows two references, %2, and not %3</source>
+        <translation>方法: %1（参照試料は %2 の二つを使い、%3 は使いません）</translation>
+    </message>
+    <message>
+        <source>non-equivalent, linear background</source>
+        <translation>非等価法、直線バックグラウンド</translation>
+    </message>
+    <message>
+        <source>non-equivalent, Victoreen background</source>
+        <translation>非等価法、ビクトリーン型バックグラウンド</translation>
+    </message>
+    <message>
+        <source>four points, least squares</source>
+        <translation>4 点法、最小二乗</translation>
+    </message>
+    <message>
+        <source>four points, exact</source>
+        <translation>4 点法、厳密解</translation>
     </message>
 </context>
 <context>
