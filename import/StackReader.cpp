@@ -185,7 +185,9 @@ bool StackReader::takeFlat(QString *error)
         m_incidentSource = QStringLiteral("one image per energy");
         if (m_stack->flat->count() == count())
             return true;
-        *error = ImportText::tr("there are %1 I0 images for %2 energies").arg(m_stack->flat->count()).arg(count());
+        *error = ImportText::tr("the number of I0 images is %1, that of energies %2")
+                     .arg(m_stack->flat->count())
+                     .arg(count());
         return false;
     }
     m_incidentSource = QStringLiteral("the mean of %1 images").arg(m_stack->flat->count());
@@ -210,7 +212,7 @@ bool StackReader::chooseIncident(QString *error)
                            "an empty region of the images, --i0-region x0,y0,x1,y1")
                 .arg(m_name);
     else if (incident.size() != count())
-        *error = ImportText::tr("%1: there are %2 incident intensities for %3 energies")
+        *error = ImportText::tr("%1: the number of incident intensities is %2, that of energies %3")
                      .arg(m_name)
                      .arg(incident.size())
                      .arg(count());

@@ -65,8 +65,12 @@ bool takeEnergiesBeside(const QString &path, ImageStack *stack, QString *error)
     if (!QFileInfo(beside).isFile())
         return true;
     stack->files << beside;
-    stack->parts << QStringLiteral("energy: ") + QFileInfo(beside).fileName();
-    return readEnergies(beside, &stack->energies, error);
+    bool isGuess = false;
+    if (!readEnergies(beside, &stack->energies, error, &isGuess))
+        return false;
+    stack->parts << QStringLiteral("energy: ") + QFileInfo(beside).fileName() +
+                        (isGuess ? QStringLiteral(" (taken for keV)") : QString());
+    return true;
 }
 
 /// One file per energy, each of one page, with the energies in their names: in all of them or in none.
@@ -176,7 +180,7 @@ bool listTiff(const QString &path, QStringList *lines, QString *error)
     const Frames frames = openTiffFrames(path, error);
     if (!frames)
         return false;
-    *lines << ImportText::tr("TIFF: %1 pages, the first of %2 pixels")
+    *lines << ImportText::tr("TIFF, number of pages: %1, the first of %2 pixels")
                   .arg(frames->count())
                   .arg(sizeText(frames->width(), frames->height()));
     const double energy = readImageFileName(path).energy;

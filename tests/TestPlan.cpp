@@ -260,7 +260,7 @@ private slots:
     void wrongPlansAreRefused()
     {
         struct Case {
-            const char *key, *value, *said;
+            const char *name, *value, *said; ///< name: of the key
         };
         QTemporaryDir dir;
         makeSample(dir.path());
@@ -283,7 +283,7 @@ private slots:
                           wrong["settings"] = QJsonObject{{"TypeNonEquiv", true}}; // three references
                           const QJsonDocument value =
                               QJsonDocument::fromJson(QByteArray("[") + c.value + QByteArray("]"));
-                          wrong[QLatin1String(c.key)] = value.array()[0];
+                          wrong[QLatin1String(c.name)] = value.array()[0];
                           writeBytes(name, QJsonDocument(wrong).toJson());
                           QCOMPARE(plan({name, "--report", dir.filePath("none.json")}), 2);
                           QVERIFY2(m_errors.contains(QLatin1String(c.said)), qPrintable(m_errors));
