@@ -61,6 +61,14 @@ public:
         }
         return QApplication::clipboard()->text().trimmed().split('\n');
     }
+    /// An entry of the result map's header menu.
+    void chooseInMap(const QString &entry)
+    {
+        for (QAction *const action : map()->headerMenu()->menu->actions()) {
+            if (action->text() == entry)
+                action->trigger();
+        }
+    }
     QStringList comparisons() { return copied(panel.displays()->dabs[Displays::LcfVsMps]->headerMenu()); }
 };
 

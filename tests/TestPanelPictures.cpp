@@ -151,11 +151,8 @@ private slots:
         user.panel.askThickness = [] {
             return std::optional<double>(0.5);
         };
-        const auto choose = [&](const QString &entry) {
-            for (QAction *const action : user.map()->headerMenu()->menu->actions()) {
-                if (action->text() == entry)
-                    action->trigger();
-            }
+        const auto choose = [&user](const char *entry) {
+            user.chooseInMap(entry);
         };
         choose("Region: above thickness...");
         QVERIFY(regions.statistics()[2].pixels < 24);

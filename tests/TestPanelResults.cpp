@@ -3,7 +3,11 @@
 #include "AnalystTools.h"
 #include "analysis/results/ResultQuantities.h"
 
+#include <QDialog>
 #include <QLabel>
+#include <QPushButton>
+
+#include <algorithm>
 
 using namespace paneltools;
 
@@ -17,6 +21,42 @@ private slots:
     void initTestCase() { QVERIFY(m_files.make()); }
 
     // --- numbers ---
+
+    /// It is told and nothing else, unless it is wanted; there is nothing to be wanted where it cannot be told.
+    void energyShift()
+    {
+        SampleFiles noisy;
+        QVERIFY(noisy.make(12, 8, 40000));
+        Analyst user(noisy);
+        user.panel.show();
+        user.panel.shiftReferences(0.4);
+        const auto ask = [&user](const char *answer) {
+            user.chooseInMap("Energy shift of the maps...");
+            auto *const dialog = user.panel.findChild<QDialog *>("ShiftDialog");
+            const auto buttons = dialog->findChildren<QPushButton *>();
+            const auto button = [&buttons](const QString &text) {
+                return *std::find_if(buttons.begin(), buttons.end(), [&](auto *b) { return b->text() == text; });
+            };
+            [&] {
+                QTRY_VERIFY(button("Close")->isEnabled());
+            }();
+            const QString text = dialog->findChild<QLabel *>("ShiftText")->text();
+            const bool isOffered = button("Apply")->isEnabled();
+            button(answer)->click();
+            QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+            return text.left(text.indexOf(':')) + (isOffered ? " offered" : "");
+        };
+        const auto dE = [&user] {
+            return user.reference(2)->selector()->spectrum().dE();
+        };
+        QCOMPARE(ask("Close"), QString("Energy shift of the maps offered"));
+        QCOMPARE(dE(), 0.4);
+        ask("Apply");
+        QVERIFY(qAbs(dE()) < 0.1 && dE() != 0.0);
+        QVERIFY(user.takeMessages().contains("The dE of all references was changed by -0."));
+        user.tick("123456", "UseCB");
+        QCOMPARE(ask("Close"), QString("The energy shift of the maps cannot be told"));
+    }
 
     void nonEquivalentTarget()
     {

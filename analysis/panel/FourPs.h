@@ -244,6 +244,7 @@ private:
     void showEnergyWindow(bool full);
     void connectMaps();
     void connectRegions();
+    void lookForShift();
     std::optional<double> thicknessFromDialog();
     void chooseHistograms();
     void showDataMapOf(AEPoint *row, bool isShown);

@@ -3,10 +3,12 @@
 #include "analysis/panel/FourPs.h"
 #include "analysis/panel/RegionPicker.h"
 #include "analysis/panel/RegionsView.h"
+#include "analysis/panel/ShiftDialog.h"
 #include "analysis/results/ResultQuantities.h"
 #include "controls/Field.h"
 #include "display/DispABase.h"
 #include "display/HeaderMenu.h"
+#include "numeric/FieldText.h"
 
 #include <QAction>
 #include <QFileInfo>
@@ -79,6 +81,7 @@ void FourPs::connectRegions()
         m_regions->raise();
     });
     connect(menu->add(tr("Regions: clear")), &QAction::triggered, m_regions.get(), &RegionsView::clear);
+    connect(menu->add(tr("Energy shift of the maps...")), &QAction::triggered, this, &FourPs::lookForShift);
     tellOfCopies(m_regions->graph()->headerMenu(), m_regions->graph()->ui.Title);
 }
 
@@ -93,6 +96,18 @@ std::optional<double> FourPs::thicknessFromDialog()
     dialog.setDoubleRange(-1e9, 1e9);
     dialog.setDoubleValue(number(ui.MaskBelow));
     return dialog.exec() == QDialog::Accepted ? std::optional<double>(dialog.doubleValue()) : std::nullopt;
+}
+
+/// What is found is only told; the dE of the references change when the user wants it.
+void FourPs::lookForShift()
+{
+    auto *const dialog = new ShiftDialog(m_inputs.gather(), this);
+    dialog->setAttribute(Qt::WA_DeleteOnClose);
+    connect(dialog, &ShiftDialog::applied, this, [this](double shift) {
+        shiftReferences(shift);
+        message(tr("The dE of all references was changed by %1 eV.").arg(fieldText(shift)));
+    });
+    dialog->open();
 }
 
 void FourPs::drawMap(QStylePainter *p)
