@@ -1,5 +1,6 @@
 #include "BatchTools.h"
 #include "analysis/job/JobReader.h"
+#include "analysis/job/SettingNames.h"
 #include "analysis/model/TakingPart.h"
 #include "analysis/panel/PanelSettings.h"
 #include "batch/JobRunner.h"
@@ -122,6 +123,7 @@ private slots:
         job.settings = {{"TypeNonEquiv", true},   {"NonEquivBGVic", true}, {"HgAAuto", false},  {"HgAFrom", 1.25},
                         {"HgTBoxes", "31"},       {"RecC1", false},        {"MapRatio2", true}, {"MaskBelow", ""},
                         {"SubPostEforRef", true}, {"PreEEndDE", -40}};
+        QCOMPARE(PanelSettings(&user.panel).names(), settingNames()); // of the controls, and of the form
         QCOMPARE(PanelSettings(&user.panel).mistakes(job.settings), QStringList());
         {
             const Recalculation::Scope held(user.panel.recalculation());

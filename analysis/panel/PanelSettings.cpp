@@ -1,9 +1,7 @@
 #include "analysis/panel/PanelSettings.h"
 
-#include "analysis/job/JobReader.h"
-#include "analysis/job/JsonScan.h"
+#include "analysis/job/SettingNames.h"
 #include "controls/Field.h"
-#include "display/HistogramBins.h"
 
 #include <QAbstractButton>
 #include <QButtonGroup>
@@ -38,19 +36,6 @@ QJsonValue fieldValue(const QLineEdit *field)
     return isText ? QJsonValue(field->text()) : QJsonValue(number(field));
 }
 
-QString settingName(const QString &key)
-{
-    return keyWithin(QStringLiteral("settings"), key);
-}
-
-const QStringList boxFields = {QStringLiteral("HgABoxes"), QStringLiteral("HgTBoxes")};
-
-/// One box has no width, and a part of one is cut off.
-bool isNumberOfBoxes(double boxes)
-{
-    return boxes >= 2.0 && boxes <= HistogramBins::maxBoxes && boxes == std::floor(boxes);
-}
-
 } // namespace
 
 PanelSettings::PanelSettings(const QWidget *panel)
@@ -68,25 +53,7 @@ PanelSettings::PanelSettings(const QWidget *panel)
 
 QStringList PanelSettings::mistakes(const QJsonObject &settings) const
 {
-    QStringList found;
-    for (const QString &key : settings.keys()) {
-        const QJsonValue value = settings.value(key);
-        QWidget *const control = m_controls.value(key);
-        bool isNumber = value.isDouble();
-        if (value.isString())
-            value.toString().toDouble(&isNumber);
-        if (!control)
-            found << unknownKey(settingName(key), key, names());
-        else if (qobject_cast<QLineEdit *>(control) && !isNumber && value != QJsonValue(QString()))
-            found << settingName(key) + QLatin1String(" must be a number");
-        else if (boxFields.contains(key) && !isNumberOfBoxes(value.toVariant().toDouble()))
-            found << QStringLiteral("%1 must be a whole number from 2 to %2")
-                         .arg(settingName(key))
-                         .arg(HistogramBins::maxBoxes);
-        else if (qobject_cast<QAbstractButton *>(control) && !value.isBool())
-            found << settingName(key) + QLatin1String(" must be true or false");
-    }
-    return found + groupMistakes(settings);
+    return settingMistakes(settings) + groupMistakes(settings);
 }
 
 /// A group of radio buttons has one chosen button, whatever the order of the settings.
