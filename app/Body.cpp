@@ -4,6 +4,7 @@
 #include "controls/ScreenRoom.h"
 #include "import/window/ImportDialog.h"
 #include "mapdata/AFileSelect.h"
+#include "plan/window/PlanPage.h"
 
 #include <QApplication>
 #include <QCloseEvent>
@@ -22,7 +23,22 @@ Body::Body(QWidget *parent)
     m_panel->importFiles = [this](const QStringList &others, const QStringList &spectra) {
         return offerImport(others, spectra);
     };
+    connect(m_panel, &FourPs::wantedPlan, this, &Body::showPlanPage);
     resize(size().expandedTo(sizeHint()).boundedTo(screenroom::largestWindow(this)));
+}
+
+Body::~Body() = default;
+
+void Body::showPlanPage()
+{
+    if (!m_planPage) {
+        m_planPage.reset(new PlanPage([this] { return m_panel->input(); }, [this] { return m_panel->emptyRows(); }));
+        connect(m_planPage.get(), &PlanPage::wanted, m_panel, &FourPs::useEnergies);
+    }
+    screenroom::keepOnScreen(m_planPage.get());
+    m_planPage->show();
+    m_planPage->raise();
+    m_planPage->activateWindow();
 }
 
 void Body::closeEvent(QCloseEvent *event)

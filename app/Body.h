@@ -4,9 +4,12 @@
 
 #include <QMainWindow>
 
+#include <memory>
+
 class FourPs;
 class ImportDialog;
 struct ImportResult;
+class PlanPage;
 
 /// The program's window: it holds the one analysis panel.
 class Body : public QMainWindow
@@ -16,7 +19,11 @@ class Body : public QMainWindow
 public:
     explicit Body(QWidget *parent = nullptr);
 
+    ~Body() override;
+
     FourPs *panel() const { return m_panel; }
+    /// The page of the planning; null before it was asked for.
+    PlanPage *planPage() const { return m_planPage.get(); }
 
 protected:
     /// Closing the window ends the program, whatever other windows are open.
@@ -32,7 +39,10 @@ private:
     void proposeReferences();
     void openImported(const ImportResult &result);
 
+    void showPlanPage();
+
     Ui_Body ui;
     FourPs *m_panel;
-    ImportDialog *m_import = nullptr; ///< made when first asked for
+    ImportDialog *m_import = nullptr;     ///< made when first asked for
+    std::unique_ptr<PlanPage> m_planPage; ///< a window of its own
 };

@@ -119,6 +119,16 @@ QString spacingMistake(const PlanRequest &request)
     return QString();
 }
 
+QString valenceMistake(const PlanRequest &request)
+{
+    const double first = request.references.front().valence;
+    for (std::size_t j = 1; j < planReferences(request); ++j) {
+        if (request.references[j].valence != first)
+            return QString();
+    }
+    return planText(PlanText::SameValences).arg(number(first));
+}
+
 QString numberMistake(const PlanRequest &request)
 {
     const bool isFour = isFourPoints(request.method);
@@ -216,9 +226,10 @@ QString planMistake(const PlanRequest &request)
     std::vector<PlanPoint> points;
     for (const double energy : candidates)
         points.push_back(planPoint(request, energy));
-    const QString mistake = referenceMistake(request, points);
-    if (!mistake.isEmpty())
-        return mistake;
+    for (const QString &mistake : {referenceMistake(request, points), valenceMistake(request)}) {
+        if (!mistake.isEmpty())
+            return mistake;
+    }
     if (static_cast<int>(request.keep.size()) > request.count)
         return planText(PlanText::ManyKept).arg(request.keep.size()).arg(request.count);
     const int most = mostTogether(request, candidates);

@@ -1,7 +1,9 @@
 #include "plan/PlanFile.h"
 
 #include "analysis/job/JobReader.h"
+#include "analysis/job/SettingNames.h"
 #include "numeric/FieldText.h"
+#include "plan/PlanInput.h"
 #include "plan/PlanSamples.h"
 
 #include <QDir>
@@ -42,32 +44,20 @@ PlanMethod methodOf(const QJsonObject &settings)
     return isChosen(settings, "TypeTMKisExact") ? PlanMethod::ExactFourPoints : PlanMethod::LeastSquaresFourPoints;
 }
 
-/// Those of the settings that a plan reads, and the groups of which only one can be chosen.
-const QStringList numberSettings = {"EdgeE", "PreEEndDE", "PostEStartDE"};
+/// Of each group only one can be chosen.
 const QVector<QStringList> settingGroups = {{"TypeFourPs", "TypeNonEquiv"},
                                             {"TypeTMKisExact", "TypeTMKisLS"},
                                             {"NonEquivBGLinear", "NonEquivBGVic"},
                                             {"SubPreEforRef", "SubPostEforRef"}};
 
 /// What flokluk-batch says about them, where it would not take the job.
-QStringList settingMistakes(const QJsonObject &settings)
+QStringList groupMistakes(const QJsonObject &settings)
 {
     QStringList found;
-    for (const QString &name : numberSettings) {
-        const QJsonValue value = settings.value(name);
-        bool isNumber = value.isDouble() || value.isUndefined() || value == QJsonValue(QString());
-        if (value.isString() && !isNumber)
-            value.toString().toDouble(&isNumber);
-        if (!isNumber)
-            found << QStringLiteral("settings.%1 must be a number").arg(name);
-    }
     for (const QStringList &group : settingGroups) {
         QStringList chosen;
         for (const QString &name : group) {
-            const QJsonValue value = settings.value(name);
-            if (!value.isUndefined() && !value.isBool())
-                found << QStringLiteral("settings.%1 must be true or false").arg(name);
-            if (value.toBool())
+            if (settings.value(name).toBool())
                 chosen << name;
         }
         if (chosen.size() > 1)
@@ -292,14 +282,10 @@ void loadSpectra(PlanFile *plan)
     };
     for (PlanReference &reference : request.references)
         setLines(&reference.spectrum);
-    if (!target.valid() || request.references.size() < 2)
+    if (!target.valid())
         return;
     setLines(&target);
-    double unit = 1.0; // of t, in edge jumps
-    if (isFourPoints(request.method))
-        unit = 0.5 * (request.references[0].spectrum.edgeJump() + request.references[1].spectrum.edgeJump());
-    if (std::isfinite(target.edgeJump() / unit) && target.edgeJump() / unit > 0.0)
-        request.thickness = target.edgeJump() / unit;
+    request.thickness = planThickness(request, target);
 }
 
 } // namespace
@@ -324,7 +310,7 @@ PlanFile readPlan(const QString &path)
     const QDir here = QDir::current();
     plan.job =
         jobFromJson(job, folder == QLatin1String(".") ? here : QDir(here.absoluteFilePath(folder)), &plan.errors);
-    plan.errors << settingMistakes(plan.job.settings);
+    plan.errors << settingMistakes(plan.job.settings) << groupMistakes(plan.job.settings);
     plan.job.fileName = path;
     plan.request.method = methodOf(plan.job.settings);
     plan.request.subtractsPostLine = isChosen(plan.job.settings, "SubPostEforRef");
@@ -348,18 +334,9 @@ Job plannedJob(const PlanFile &plan, const PlannedSet &set)
         job.report.clear();
     }
     job.energies.clear();
-    int vPoint = set.vPoint;
-    double largest = -1.0;
-    for (std::size_t k = 0; k < set.energies.size(); ++k) {
-        const PlanPoint point = planPoint(plan.request, set.energies[k]);
-        const std::vector<double> jumps = planJumps(plan.request);
-        const double difference = std::abs(point.absorption[0] / jumps[0] - point.absorption[1] / jumps[1]);
-        if (set.vPoint < 0 && difference > largest) {
-            largest = difference;
-            vPoint = static_cast<int>(k);
-        }
-        job.energies.append({set.energies[k], QString(), true, false, false});
-    }
+    for (const double energy : set.energies)
+        job.energies.append({energy, QString(), true, false, false});
+    const int vPoint = planVPoint(plan.request, set);
     if (vPoint >= 0)
         job.energies[vPoint].vPoint = true;
     job.settings.insert("EdgeE", plan.request.edge);

@@ -40,6 +40,17 @@ std::vector<double> planJumps(const PlanRequest &request)
     return jumps;
 }
 
+double planThickness(const PlanRequest &request, const AMutE &target)
+{
+    if (request.references.size() < 2)
+        return request.thickness;
+    double unit = 1.0; // edge jumps
+    if (isFourPoints(request.method))
+        unit = 0.5 * (request.references[0].spectrum.edgeJump() + request.references[1].spectrum.edgeJump());
+    const double thickness = target.edgeJump() / unit;
+    return std::isfinite(thickness) && thickness > 0.0 ? thickness : request.thickness;
+}
+
 namespace
 {
 

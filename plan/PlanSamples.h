@@ -47,6 +47,10 @@ std::size_t planReferences(const PlanRequest &request);
 /// The edge jumps of those.
 std::vector<double> planJumps(const PlanRequest &request);
 
+/// The t of a target, which is its edge jump, that of the four-points method in units of the mean edge jump of its two
+/// references; that of the request where it is not above 0.
+double planThickness(const PlanRequest &request, const AMutE &target);
+
 /// The scenarios of the request, or its own ones without any.
 std::vector<PlanMixture> planMixtures(const PlanRequest &request);
 /// Each reference alone, at the request's thickness.

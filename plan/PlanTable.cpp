@@ -17,22 +17,6 @@ QString number(double value, int width, int decimals)
     return QStringLiteral("%1").arg(value, width, std::abs(value) < large ? 'f' : 'g', decimals);
 }
 
-QString roleText(const PlanRequest &request, const PlanRole &role)
-{
-    const auto name = [&request](int j) {
-        return request.references[static_cast<std::size_t>(j)].name;
-    };
-    switch (role.kind) {
-    case PlanRole::Kind::Background:
-        return planText(PlanText::Background);
-    case PlanRole::Kind::Amount:
-        return planText(PlanText::Amount);
-    case PlanRole::Kind::Difference:
-        break;
-    }
-    return planText(PlanText::Difference).arg(name(role.first), name(role.second));
-}
-
 QString joined(const std::vector<double> &values, int decimals)
 {
     QStringList texts;
@@ -46,7 +30,7 @@ QString energyTable(const PlanRequest &request, const PlannedSet &set)
     QString text = planText(PlanText::EnergyTitle) + QLatin1Char('\n');
     for (std::size_t k = 0; k < set.energies.size(); ++k) {
         text += number(set.energies[k], 10, 2) + number(100.0 * set.shares[k], 8, 1) + QLatin1String("  ") +
-                roleText(request, set.roles[k]);
+                planRoleText(request, set.roles[k]);
         if (set.vPoint == static_cast<int>(k))
             text += QLatin1String(", V");
         text += QLatin1Char('\n');
@@ -111,6 +95,22 @@ QString setLine(const QString &name, const PlannedSet &set)
 }
 
 } // namespace
+
+QString planRoleText(const PlanRequest &request, const PlanRole &role)
+{
+    const auto name = [&request](int j) {
+        return request.references[static_cast<std::size_t>(j)].name;
+    };
+    switch (role.kind) {
+    case PlanRole::Kind::Background:
+        return planText(PlanText::Background);
+    case PlanRole::Kind::Amount:
+        return planText(PlanText::Amount);
+    case PlanRole::Kind::Difference:
+        break;
+    }
+    return planText(PlanText::Difference).arg(name(role.first), name(role.second));
+}
 
 QString planTable(const PlanRequest &request, const PlanResult &result)
 {

@@ -18,6 +18,16 @@ enum class PlanText {
     NoLines,          ///< name
     AlikeReferences,  ///< names
     MixedReference,   ///< name
+    SameValences,     ///< valence
+    NotANumber,       ///< field; the following, too
+    NotPositive,
+    Negative,
+    NotWhole,
+    NoShare,
+    BadSample,   ///< fractions, how many are needed
+    NotCompared, ///< why
+    Present,
+    UsualSamples,
     NothingFound,
     Stopped,
     EndsAndDifferences,

@@ -3,8 +3,8 @@
 #include "analysis/job/JobPaths.h"
 #include "analysis/job/OwnJob.h"
 #include "numeric/FileSet.h"
-#include "numeric/ProgramVersion.h"
 #include "series/JobTemplate.h"
+#include "version/Version.h"
 
 #include <QCommandLineParser>
 #include <QDir>
@@ -69,7 +69,7 @@ int runJobsCommand(const QStringList &arguments, QTextStream *out, QTextStream *
         return fail(Wrong, {parser.errorText() + QLatin1String("; flokluk-jobs --help says more")}, err);
     if (parser.isSet(help) || parser.isSet(version)) {
         *out << (parser.isSet(help) ? parser.helpText()
-                                    : numeric::versionLine(QStringLiteral("flokluk-jobs")) + QLatin1Char('\n'));
+                                    : versionLine(QStringLiteral("flokluk-jobs")) + QLatin1Char('\n'));
         return Done;
     }
     QStringList words = parser.positionalArguments();

@@ -194,6 +194,7 @@ private slots:
               },
               "mean is a mixture"},
              {"fewer candidates than energies", [](PlanRequest *r) { r->spacing = 25; }, "3 found, 5 energies wanted"},
+             {"one valence", [](PlanRequest *r) { r->references[1].valence = 2; }, "have the valence 2"},
              {"beyond a reference", [](PlanRequest *r) { r->to = 9300; }, "not to 9300 eV, which \"to\""},
              {"kept energies too near",
               [](PlanRequest *r) {
@@ -275,6 +276,7 @@ private slots:
                        {"scenarios", R"([{"fractions": [1, 1, 1], "thickness": "a"}])", "thickness must be a number"},
                        {"settings", R"({"TypeNonEquiv": "yes"})", "TypeNonEquiv must be true or false"},
                        {"settings", R"({"PreEEndDE": "x"})", "PreEEndDE must be a number"},
+                       {"settings", R"({"EdgeeE": 8345})", "settings.EdgeeE is no known key; did you mean \"EdgeE\"?"},
                        {"settings", R"({"EdgeE": true})", "EdgeE must be a number"},
                        {"settings", R"({"TypeNonEquiv": true, "TypeFourPs": true})", "only one of TypeFourPs"}},
                       [&](const Case &c) {

@@ -2,13 +2,17 @@
 #include "app/Body.h"
 #include "app/StartUp.h"
 #include "controls/PathField.h"
+#include "plan/window/PlanPage.h"
 
 #include <QFileDialog>
 #include <QScreen>
 #include <QScrollArea>
 #include <QScrollBar>
 #include <QTabWidget>
+#include <QTableWidget>
 #include <QTranslator>
+
+#include <algorithm>
 
 using namespace paneltools;
 
@@ -122,6 +126,48 @@ private slots:
         QVERIFY2(least.width() <= 1366 && least.height() <= 700,
                  qPrintable(QString("%1 x %2").arg(least.width()).arg(least.height())));
         QVERIFY(room.contains(user.panel.displays()->frameGeometry()) || least.width() > room.width());
+    }
+
+    /// From the button to the energy rows: only empty ones are filled, and only when there are enough.
+    void plannedEnergies()
+    {
+        Body body;
+        FourPs &panel = *body.panel();
+        const auto rows = panel.findChildren<AEPoint *>();
+        panel.findChild<QAbstractButton *>("TypeNonEquiv")->click();
+        panel.findChild<QAbstractButton *>("PlanEnergies")->click();
+        QWidget &page = *body.planPage();
+        QVERIFY(page.isVisible());
+        auto *const plan = page.findChild<QPushButton *>("PlanB"), *const use =
+                                                                       page.findChild<QPushButton *>("PlanUseB");
+        const auto outcome = [&page, plan](const char *field, const char *text) {
+            page.findChild<QLineEdit *>(field)->setText(text);
+            plan->click();
+            [plan] {
+                QTRY_COMPARE_WITH_TIMEOUT(plan->text(), QString("Plan"), 60000);
+            }();
+            return page.findChild<QLabel *>("PlanText")->text();
+        };
+        QVERIFY(outcome("PlanCount", "6").contains("at least two references"));
+        for (int i = 1; i <= 2; ++i) {
+            auto *const reference = panel.findChild<ARefFile *>(QString("Ref%1File").arg(i));
+            reference->setValenceText(QString::number(i + 1));
+            reference->selector()->choose(m_files.reference(i));
+        }
+        QVERIFY(outcome("PlanCounts", "many").contains("\"Counts\" must be a number above 0"));
+        QVERIFY(outcome("PlanCounts", "").startsWith("planned with one background term more"));
+        QVERIFY(use->isEnabled());
+        rows[1]->setEnergyText("8346.5");
+        rows[3]->fileSelect()->choose(m_files.map(4));
+        const QString kept = rows[3]->energyText();
+        use->click();
+        QCOMPARE(rows[1]->energyText() + ' ' + rows[3]->energyText(), "8346.5 " + kept);
+        QVector<double> energies;
+        for (const int row : {0, 2, 4, 5, 6, 7})
+            energies << rows[row]->energy();
+        QVERIFY(energies[0] > 8000 && std::is_sorted(energies.begin(), energies.end()));
+        QCOMPARE(page.findChild<QTableWidget *>("PlanEnergyTable")->item(5, 0)->text(), rows[7]->energyText());
+        QVERIFY(!use->isEnabled());
     }
 
     void dataMapIsTheFirstLoaded()

@@ -78,6 +78,13 @@ public:
     QStringList load(const Job &job, const std::function<void(const QString &file)> &loading = {});
     /// Adds a shift, eV, to the dE of every reference that is loaded, and calculates.
     void shiftReferences(double shift);
+    /// Puts the regions of a job in the place of those of the result map.
+    void takeRegions(const Job &job);
+    /// How many energy rows have neither a map nor an energy.
+    int emptyRows() const { return m_inputs.emptyPoints().size(); }
+    /// Fills those with energies (eV) and uses them, from the first on, as far as there are such rows. `vPoint`: which
+    /// of them becomes the V point where no row is it; -1: none.
+    void useEnergies(const QVector<double> &energies, int vPoint);
     /// The present inputs and settings as a job.
     Job job() const;
     /// What is changed within a scope of it is calculated once, at its end.
@@ -178,6 +185,10 @@ public slots:
     void clearLCFvs4PS(MouseC *m);
     /// Later fits get the next colour.
     void newColorLCFvs4PS(MouseC *m);
+
+signals:
+    /// The user wants to plan energies.
+    void wantedPlan();
 
 protected:
     void dragEnterEvent(QDragEnterEvent *event) override;

@@ -9,6 +9,8 @@
 
 #include <QFileInfo>
 
+#include <algorithm>
+
 QStringList FourPs::edgeTexts() const
 {
     return {ui.EdgeE->text(), ui.PreEEndDE->text(), ui.PostEStartDE->text()};
@@ -41,6 +43,23 @@ void FourPs::shiftReferences(double shift)
         selector->setDEText(fieldText(selector->spectrum().dE() + shift));
         selector->setNewDE();
     }
+}
+
+void FourPs::useEnergies(const QVector<double> &energies, int vPoint)
+{
+    const QVector<AEPoint *> rows = m_inputs.emptyPoints();
+    const bool hasVPoint = std::any_of(m_inputs.points().begin(), m_inputs.points().end(),
+                                       [](const AEPoint *row) { return row->isVPoint(); });
+    for (int i = 0; i < std::min(rows.size(), energies.size()); ++i) {
+        rows[i]->setEnergyText(fieldText(energies[i]));
+        rows[i]->setUsed(true);
+        if (i == vPoint && !hasVPoint)
+            rows[i]->setVPoint(true);
+        rows[i]->inNewEnergy();
+    }
+    placeEnergyMarkers();
+    repaintDisplays();
+    recalculateQuietly();
 }
 
 /// Leaving a field as it was is no change.

@@ -85,6 +85,16 @@ AnalysisInput PanelInputs::gather() const
     return input;
 }
 
+QVector<AEPoint *> PanelInputs::emptyPoints() const
+{
+    QVector<AEPoint *> rows;
+    for (AEPoint *const row : m_points) {
+        if (row->fileSelect()->fileText().isEmpty() && row->energyText().isEmpty())
+            rows.append(row);
+    }
+    return rows;
+}
+
 void PanelInputs::applyEdge(AMutE *spectrum) const
 {
     const EdgeSettings settings = edge();

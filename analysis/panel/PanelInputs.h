@@ -34,6 +34,8 @@ public:
     /// In panel order.
     const QVector<ARefFile *> &references() const { return m_references; }
     const QVector<AEPoint *> &points() const { return m_points; }
+    /// Those with neither a file nor an energy.
+    QVector<AEPoint *> emptyPoints() const;
     /// Of the references in order, then of the target.
     const QVector<AXafsFileSelect *> &selectors() const { return m_selectors; }
     AXafsFileSelect *selector(int reference) const { return m_selectors.at(reference); }
