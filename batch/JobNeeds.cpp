@@ -62,8 +62,6 @@ QStringList missingParts(const Job &job)
         errors << QStringLiteral("output.quality: there is no map that it could tell of");
     if (!wantsMap(job) && !job.regions.isEmpty())
         errors << QStringLiteral("regions: there is no map that they could lie in");
-    else if (!job.regions.isEmpty() && job.report.isEmpty())
-        errors << QStringLiteral("regions: there is no report that could hold them");
     return errors;
 }
 

@@ -3,6 +3,7 @@
 #include "analysis/job/Progress.h"
 #include "analysis/model/Findings.h"
 #include "analysis/panel/FourPs.h"
+#include "analysis/panel/PanelJob.h"
 #include "analysis/panel/PanelSettings.h"
 #include "analysis/results/ResultWriter.h"
 #include "analysis/shift/MapShift.h"
@@ -177,6 +178,8 @@ void Run::judgeInputs()
         else
             m_result.warnings << m_job.fileName + QLatin1String(": ") + finding.text;
     }
+    if (!m_job.regions.isEmpty() && m_job.report.isEmpty()) // as those of a job copied from the window are
+        m_result.warnings << m_job.fileName + QLatin1String(": regions: there is no report that could hold them");
     if (m_result.outcome == JobOutcome::Done)
         prepareOutputs();
 }

@@ -68,19 +68,6 @@ QJsonObject regionReport(const Region &region, const RegionStatistics &found)
 
 } // namespace
 
-std::vector<Region> regionsOf(const Job &job)
-{
-    std::vector<Region> regions;
-    for (const Job::Region &given : job.regions) {
-        Region region = {given.name, std::nullopt, given.above, false};
-        if (given.rectangle)
-            region.rectangle = PixelRectangle{(*given.rectangle)[0], (*given.rectangle)[1], (*given.rectangle)[2],
-                                              (*given.rectangle)[3]};
-        regions.push_back(region);
-    }
-    return regions;
-}
-
 QualityReport qualityReport(Quality *quality, const AnalysisInput &now, const UncertaintyRequest &request,
                             const std::vector<Region> &regions)
 {

@@ -17,9 +17,6 @@ struct QualityReport {
     QJsonArray regions; ///< those of the job, in its order; empty where there are none
 };
 
-/// The regions of a job for the model, in the same order.
-std::vector<Region> regionsOf(const Job &job);
-
 /// Calculates what `quality` does not know yet.
 QualityReport qualityReport(Quality *quality, const AnalysisInput &now, const UncertaintyRequest &request,
                             const std::vector<Region> &regions);

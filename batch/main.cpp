@@ -38,7 +38,9 @@ void handleQtMessage(QtMsgType type, const QMessageLogContext &, const QString &
 int showJob(const QString &file, QTextStream *err)
 {
     Body body;
-    const QStringList errors = loadJob(readJob(file), body.panel(), {});
+    const JobOrErrors job = readJob(file);
+    const QStringList errors = loadJob(job, body.panel(), {});
+    body.panel()->takeRegions(job.job);
     for (const QString &error : errors)
         *err << "flokluk-batch: " << file << ": " << error << '\n';
     err->flush();

@@ -52,7 +52,9 @@ private slots:
     void droppedJob()
     {
         User user;
-        const QByteArray job = tables::bytesOf(m_files.path("four-points.json"));
+        QByteArray job = tables::bytesOf(m_files.path("four-points.json"));
+        job.replace("\"target\"",
+                    R"("regions": [{"name": "core", "rectangle": [4, 3, 1, 2], "above": 0.5}], "target")");
         QVERIFY(QDir(m_files.path("")).mkpath("jobs"));
         forRows<const char *, QByteArray, const char *, bool>(
             {{"in its folder", "job.json", job, "The conditions of job.json are loaded.\n", true},
@@ -66,6 +68,9 @@ private slots:
                 const QString messages = user.takeMessages();
                 QVERIFY2(messages.contains(message), qPrintable(messages));
                 QCOMPARE(user.row(8)->loaded(), isLoaded);
+                const QVector<Job::Region> regions = user.panel.job().regions;
+                QVERIFY(regions.size() == 1 && regions[0].name == "core" && regions[0].above == 0.5);
+                QVERIFY((regions[0].rectangle == std::array<int, 4>{1, 2, 4, 3}));
                 QVERIFY(user.row(3)->isVPoint() && !user.row(4)->isUsed());
                 QCOMPARE(user.target()->dir(), QFileInfo(QDir(m_files.dir()).filePath(name)).path());
             });

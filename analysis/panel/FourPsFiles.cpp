@@ -137,6 +137,8 @@ void FourPs::loadConditions(const QString &path)
     const bool isTaken = problems.isEmpty(); // else all stays as it is
     if (isTaken)
         problems = load(read.job);
+    if (isTaken)
+        takeRegions(read.job);
     for (const QString &problem : qAsConst(problems))
         message(QStringLiteral("%1: %2").arg(file.fileName(), problem));
     message(isTaken ? tr("The conditions of %1 are loaded.").arg(file.fileName())

@@ -351,9 +351,18 @@ QStringList FourPs::load(const Job &job, const std::function<void(const QString 
     return problems;
 }
 
+void FourPs::takeRegions(const Job &job)
+{
+    m_regions->take(regionsOf(job));
+    if (job.regions.size() > RegionsView::most)
+        message(tr("Of the %1 regions the first %2 were taken.").arg(job.regions.size()).arg(RegionsView::most));
+}
+
 Job FourPs::job() const
 {
-    return PanelJob(this, ui, m_inputs).present();
+    Job job = PanelJob(this, ui, m_inputs).present();
+    job.regions = jobRegions(m_regions->regions());
+    return job;
 }
 
 void FourPs::copyConditions()

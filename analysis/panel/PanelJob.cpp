@@ -159,3 +159,28 @@ Job PanelJob::present() const
     job.resultFile = pathOf(ui.SaveFSelect);
     return job;
 }
+
+std::vector<Region> regionsOf(const Job &job)
+{
+    std::vector<Region> regions;
+    for (const Job::Region &given : job.regions) {
+        Region region = {given.name, std::nullopt, given.above, false};
+        if (given.rectangle)
+            region.rectangle = PixelRectangle{(*given.rectangle)[0], (*given.rectangle)[1], (*given.rectangle)[2],
+                                              (*given.rectangle)[3]};
+        regions.push_back(region);
+    }
+    return regions;
+}
+
+QVector<Job::Region> jobRegions(const std::vector<Region> &regions)
+{
+    QVector<Job::Region> found;
+    for (const Region &region : regions) {
+        Job::Region entry = {region.name, std::nullopt, region.above};
+        if (const auto &pixels = region.rectangle)
+            entry.rectangle = std::array<int, 4>{pixels->x0, pixels->y0, pixels->x1, pixels->y1};
+        found.append(entry);
+    }
+    return found;
+}

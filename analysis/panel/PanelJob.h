@@ -1,10 +1,13 @@
 #pragma once
 
 #include "analysis/job/Job.h"
+#include "analysis/model/Quality.h"
 
 #include <QStringList>
+#include <QVector>
 
 #include <functional>
+#include <vector>
 
 class PanelInputs;
 class QWidget;
@@ -28,3 +31,7 @@ private:
     const Ui_FourPs &ui;
     const PanelInputs &m_inputs;
 };
+
+/// The regions of a job for the model, in the same order, and back.
+std::vector<Region> regionsOf(const Job &job);
+QVector<Job::Region> jobRegions(const std::vector<Region> &regions);

@@ -18,6 +18,7 @@
 #include <QVBoxLayout>
 
 #include <algorithm>
+#include <tuple>
 #include <utility>
 
 RegionsView::RegionsView(const PanelInputs &inputs, const Analysis &analysis, Quality *quality,
@@ -144,6 +145,26 @@ void RegionsView::clear()
     m_regions.clear();
     m_colours.clear();
     m_made = 0;
+    refresh();
+    emit changed();
+}
+
+void RegionsView::take(const std::vector<Region> &regions)
+{
+    m_regions.clear();
+    m_colours.clear();
+    m_made = 0;
+    for (const Region &region : regions) {
+        if (m_colours.size() == most)
+            break;
+        m_colours.append(m_colours.size());
+        m_regions.push_back(region);
+        if (auto &pixels = m_regions.back().rectangle) { // a job's corners come in any order
+            ++m_made;
+            std::tie(pixels->x0, pixels->x1) = std::minmax({pixels->x0, pixels->x1});
+            std::tie(pixels->y0, pixels->y1) = std::minmax({pixels->y0, pixels->y1});
+        }
+    }
     refresh();
     emit changed();
 }

@@ -39,6 +39,8 @@ public:
     void addPixel(const QPoint &pixel);
     void addAbove(double thickness);
     void clear();
+    /// Puts others in the place of all regions, without opening the window: the first `most`.
+    void take(const std::vector<Region> &regions);
 
     const std::vector<Region> &regions() const { return m_regions; }
     /// As many as there are regions, or none when they cannot be had.
