@@ -20,6 +20,7 @@
 #include <QSplitter>
 #include <QTableWidget>
 
+#include <algorithm>
 #include <utility>
 
 namespace
@@ -193,8 +194,14 @@ void PlanPage::showOutcome()
         m_view->show(m_run.request(), *found);
         showEnergies(m_energies, m_run.request(), found->planned);
         showSets(m_sets, *found);
-        const auto hasTerm = found->planned.hasExtraTerm ? PlanText::WithExtraTerm : PlanText::WithoutExtraTerm;
-        say((m_note.isEmpty() ? QString() : m_note + QLatin1Char('\n')) + planText(hasTerm));
+        const bool hasTerm = found->planned.hasExtraTerm;
+        QStringList notes = {planText(hasTerm ? PlanText::WithExtraTerm : PlanText::WithoutExtraTerm)};
+        if (std::any_of(found->byNumber.begin(), found->byNumber.end(),
+                        [hasTerm](const PlannedSet &set) { return hasTerm && !set.hasExtraTerm; }))
+            notes << planText(PlanText::Marked);
+        if (!m_note.isEmpty())
+            notes << m_note;
+        say(notes.join(QLatin1Char('\n')));
     } else {
         m_view->clear();
         m_energies->setRowCount(0);
