@@ -34,6 +34,7 @@ void Body::showPlanPage()
     if (!m_planPage) {
         m_planPage.reset(new PlanPage([this] { return m_panel->input(); }, [this] { return m_panel->emptyRows(); }));
         connect(m_planPage.get(), &PlanPage::wanted, m_panel, &FourPs::useEnergies);
+        m_planPage->move(pos() + QPoint(30, 30));
     }
     screenroom::keepOnScreen(m_planPage.get());
     m_planPage->show();
