@@ -24,7 +24,7 @@ CloudPlace::CloudPlace(const QPainter &painter, const ChCoord &cc, double circle
     , range{{cc.rx0(), cc.rx1()}, {cc.ry0(), cc.ry1()}}
     , radius(circleRadius)
 {
-    const QTransform device = painter.deviceTransform();
+    const QTransform &device = painter.deviceTransform();
     const QSizeF size = device.mapRect(inner).size();
     isRaster = painter.paintEngine()->type() == QPaintEngine::Raster && device.type() <= QTransform::TxScale &&
                device.m11() > 0 && device.m22() > 0 && size.width() <= mostPixels && size.height() <= mostPixels;

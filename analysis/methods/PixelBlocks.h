@@ -77,6 +77,7 @@ private:
 inline std::vector<BlockPlane> absorptionPlanes(const std::vector<const A2DData *> &maps)
 {
     std::vector<BlockPlane> planes;
+    planes.reserve(maps.size());
     for (const A2DData *map : maps)
         planes.push_back({map->absorptions().data(), map->absorptions().size(), -1.0});
     return planes;
