@@ -343,7 +343,7 @@ private slots:
             });
     }
 
-    /// "with its job" in the window: the job gives the same files, and replaces no file but its own.
+    /// "with job" in the window: the job gives the same files, and replaces no file but its own.
     void jobOfTheWindow()
     {
         paneltools::Analyst user(m_sample, "TypeFourPs");
