@@ -40,6 +40,12 @@ const Option optionTable[] = {
 
 void addOptions(QCommandLineParser *parser)
 {
+    parser->setApplicationDescription(
+        QStringLiteral("Runs analyses of X-ray absorption maps from job files (JSON), without a window. "
+                       "Exit code: 0 done, 1 the analysis refused, 2 a job is wrong, 3 a result could not be written; "
+                       "of several jobs the largest."));
+    parser->addPositionalArgument(QStringLiteral("JOB.json"), QStringLiteral("The jobs, run in this order."),
+                                  QStringLiteral("JOB.json ..."));
     for (const Option &option : optionTable) {
         QCommandLineOption added(QLatin1String(option.name), QLatin1String(option.text),
                                  QLatin1String(option.value ? option.value : ""));
@@ -88,12 +94,6 @@ QString mistake(const BatchOptions &options, bool isNumber, const QString &progr
 BatchOptions parseBatchOptions(const QStringList &arguments)
 {
     QCommandLineParser parser;
-    parser.setApplicationDescription(
-        QStringLiteral("Runs analyses of X-ray absorption maps from job files (JSON), without a window. "
-                       "Exit code: 0 done, 1 the analysis refused, 2 a job is wrong, 3 a result could not be written; "
-                       "of several jobs the largest."));
-    parser.addPositionalArgument(QStringLiteral("JOB.json"), QStringLiteral("The jobs, run in this order."),
-                                 QStringLiteral("JOB.json ..."));
     addOptions(&parser);
 
     BatchOptions options;

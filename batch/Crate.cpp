@@ -5,7 +5,9 @@
 #include "numeric/OutputFile.h"
 #include "version/Version.h"
 
+#include <QDateTime>
 #include <QDir>
+#include <QFile>
 #include <QFileInfo>
 #include <QJsonArray>
 #include <QJsonDocument>

@@ -3,6 +3,8 @@
 #include "analysis/job/Job.h"
 #include "analysis/job/Progress.h"
 
+#include <QJsonObject>
+
 #include <functional>
 
 class FourPs;

@@ -3,7 +3,8 @@
 #include "analysis/job/Job.h"
 #include "batch/Verify.h"
 
-#include <QStringList>
+#include <QString>
+#include <QVector>
 
 struct BatchOptions;
 class QTextStream;

@@ -3,6 +3,8 @@
 #include "batch/SeriesRow.h"
 
 #include <QByteArray>
+#include <QJsonObject>
+#include <QJsonValue>
 #include <QVector>
 
 /// Several jobs as one table, a line each, in their order: CSV (RFC 4180), UTF-8, numbers with a decimal point and up

@@ -12,11 +12,14 @@
 #include <QFileInfo>
 #include <QImage>
 #include <QJsonArray>
+#include <QPageSize>
 #include <QPainter>
 #include <QPdfWriter>
 
 #include <algorithm>
 #include <cmath>
+#include <limits>
+#include <optional>
 
 namespace
 {

@@ -2,10 +2,12 @@
 #include "batch/SeriesTrend.h"
 #include "series/JobsCommand.h"
 
+#include <QDirIterator>
 #include <QImage>
 #include <QJsonArray>
 #include <QJsonDocument>
 #include <QProcess>
+#include <QUrl>
 
 #include <csignal>
 #include <unistd.h>
