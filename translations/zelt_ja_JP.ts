@@ -1582,6 +1582,70 @@ Do you want to replace it?</source>
         <source>There is no program that opens %1.</source>
         <translation>%1 を開けるプログラムがありません。</translation>
     </message>
+    <message>
+        <source>Plan energies...</source>
+        <translation>エネルギーを計画...</translation>
+    </message>
+    <message>
+        <source>Choose the energies to measure, for the references loaded and the method that is set</source>
+        <translation>読み込んだ参照試料と選んだ計算法に合わせて、測定するエネルギーを決める</translation>
+    </message>
+    <message>
+        <source>Import...</source>
+        <translation>インポート...</translation>
+    </message>
+    <message>
+        <source>Make maps, spectra and a job of HDF5, TIFF, stacks, XDI or Athena files; such a file dropped on the window does the same</source>
+        <translation>HDF5、TIFF、スタック、XDI、Athena のファイルからマップ、スペクトル、ジョブを作ります。ウィンドウにドロップしても同じです</translation>
+    </message>
+    <message>
+        <source>with job</source>
+        <translation>ジョブも</translation>
+    </message>
+    <message>
+        <source>Write the job that repeats the calculation, too: a file for flokluk-batch beside the result, with its name and .json</source>
+        <translation>この計算をやり直すジョブも。結果の隣に、同じ名前に .json を付けた flokluk-batch 用のファイルができる</translation>
+    </message>
+    <message>
+        <source>%1: the range of the LCF holds %2 points</source>
+        <translation>%1: LCF の範囲に点が %2 個しかありません</translation>
+    </message>
+    <message>
+        <source>Energy %1: either this map or that of energy %2 has no I0, so that I counts as the absorption</source>
+        <translation>エネルギー %1: このマップとエネルギー %2 のマップの一方に I0 がなく、I が吸収として扱われます</translation>
+    </message>
+    <message>
+        <source>There are no uncertainties: the maps have no intensities, and with as many unknowns as energies nothing else tells the noise.</source>
+        <translation>誤差はありません。マップに強度がなく、未知数がエネルギーと同数なので、ノイズを知る手がかりがありません。</translation>
+    </message>
+    <message>
+        <source>Energy shift of the maps...</source>
+        <translation>マップのエネルギーのずれ...</translation>
+    </message>
+    <message>
+        <source>The dE of all references was changed by %1 eV.</source>
+        <translation>すべての参照試料の dE を %1 eV 変更しました。</translation>
+    </message>
+    <message>
+        <source>%1 is not written: it would calculate something else than the results, press Calc. first.</source>
+        <translation>%1 は書き込みません。今の設定では結果と異なる計算になります。先に「計算」を押してください。</translation>
+    </message>
+    <message>
+        <source>%1 is not written: there are no results that it could repeat.</source>
+        <translation>%1 は書き込みません。やり直す対象の結果がありません。</translation>
+    </message>
+    <message>
+        <source>%1 is not written: there is a file of that name which the program has not written.</source>
+        <translation>%1 は書き込みません。このプログラムが書いたものではない同名のファイルがあります。</translation>
+    </message>
+    <message>
+        <source>Can&apos;t write the job %1</source>
+        <translation>ジョブ %1 を書き込めません</translation>
+    </message>
+    <message>
+        <source>Of the %1 regions the first %2 were taken.</source>
+        <translation>%1 個の領域のうち最初の %2 個を取り込みました。</translation>
+    </message>
 </context>
 <context>
     <name>HeaderMenu</name>
@@ -1712,6 +1776,848 @@ Do you want to replace it?</source>
     <message>
         <source>result map: a region; its mean spectrum and fit are shown</source>
         <translation>結果マップ：領域を選び、平均スペクトルとフィットを表示する</translation>
+    </message>
+</context>
+<context>
+    <name>ImportDialog</name>
+    <message>
+        <source>Import</source>
+        <translation>インポート</translation>
+    </message>
+    <message>
+        <source>Images or spectra</source>
+        <translation>画像またはスペクトル</translation>
+    </message>
+    <message>
+        <source>Add...</source>
+        <translation>追加...</translation>
+    </message>
+    <message>
+        <source>Choose files: one stack of images (which may be many TIFF files), spectra, or both</source>
+        <translation>ファイルを選びます: 画像スタック 1 つ (複数の TIFF ファイルでもよい)、スペクトル、またはその両方</translation>
+    </message>
+    <message>
+        <source>Clear</source>
+        <translation>クリア</translation>
+    </message>
+    <message>
+        <source>Take all files out</source>
+        <translation>すべてのファイルを外します</translation>
+    </message>
+    <message>
+        <source>What to import, one file or folder a line; FILE::LABEL is one group or column of a file of spectra</source>
+        <translation>インポートするもの、1 行に 1 つのファイルまたはフォルダー。FILE::LABEL はスペクトルファイルのグループまたは列</translation>
+    </message>
+    <message>
+        <source>References</source>
+        <translation>標準試料</translation>
+    </message>
+    <message>
+        <source>Choose spectra of known valence; the job takes the first four</source>
+        <translation>価数の分かっているスペクトルを選びます。ジョブには最初の 4 つが入ります</translation>
+    </message>
+    <message>
+        <source>Take all references out</source>
+        <translation>すべての標準試料を外します</translation>
+    </message>
+    <message>
+        <source>Reference spectra, one a line: FILE, or FILE::LABEL for one group or column</source>
+        <translation>標準試料のスペクトル、1 行に 1 つ: FILE、または グループや列を選ぶ FILE::LABEL</translation>
+    </message>
+    <message>
+        <source>Valences</source>
+        <translation>価数</translation>
+    </message>
+    <message>
+        <source>Valences of the references, in their order, with commas between them</source>
+        <translation>標準試料の価数、順番どおりにコンマで区切ります</translation>
+    </message>
+    <message>
+        <source>Inside of the files</source>
+        <translation>ファイルの内容</translation>
+    </message>
+    <message>
+        <source>What the files hold: layouts, datasets with their sizes, energies, groups</source>
+        <translation>ファイルに入っているもの: 形式、データセットと大きさ、エネルギー、グループ</translation>
+    </message>
+    <message>
+        <source>Pixels are</source>
+        <translation>画素の値</translation>
+    </message>
+    <message>
+        <source>What was measured: behind the sample the absorption is ln(I0 / I), in fluorescence I / I0 (--signal)</source>
+        <translation>測定の種類: 透過では吸収は ln(I0 / I)、蛍光では I / I0 (--signal)</translation>
+    </message>
+    <message>
+        <source>transmission</source>
+        <translation>透過</translation>
+    </message>
+    <message>
+        <source>fluorescence</source>
+        <translation>蛍光</translation>
+    </message>
+    <message>
+        <source>absorption</source>
+        <translation>吸収</translation>
+    </message>
+    <message>
+        <source>I0 comes from</source>
+        <translation>I0 の由来</translation>
+    </message>
+    <message>
+        <source>Where the incident intensity comes from</source>
+        <translation>入射強度をどこから取るか</translation>
+    </message>
+    <message>
+        <source>what the files name</source>
+        <translation>ファイルの指定どおり</translation>
+    </message>
+    <message>
+        <source>images without the sample</source>
+        <translation>試料のない画像</translation>
+    </message>
+    <message>
+        <source>an empty region</source>
+        <translation>試料のない領域</translation>
+    </message>
+    <message>
+        <source>values or a dataset</source>
+        <translation>値またはデータセット</translation>
+    </message>
+    <message>
+        <source>I0</source>
+        <translation>I0</translation>
+    </message>
+    <message>
+        <source>Images without the sample (--flat), corners of an empty region, pixels (--i0-region), or a dataset or text of values (--i0)</source>
+        <translation>試料のない画像 (--flat)、試料のない領域の角 (画素、--i0-region)、または値のデータセットかテキスト (--i0)</translation>
+    </message>
+    <message>
+        <source>Sel.</source>
+        <translation>選択</translation>
+    </message>
+    <message>
+        <source>Choose the file</source>
+        <translation>ファイルを選びます</translation>
+    </message>
+    <message>
+        <source>Dark</source>
+        <translation>ダーク</translation>
+    </message>
+    <message>
+        <source>Images without beam, FILE or FILE::PATH: their mean is taken away (--dark)</source>
+        <translation>ビームのない画像、FILE または FILE::PATH: その平均を差し引きます (--dark)</translation>
+    </message>
+    <message>
+        <source>Energies</source>
+        <translation>エネルギー</translation>
+    </message>
+    <message>
+        <source>A text with the energies, eV, one a line (--energies), or a dataset ::PATH (--energy); empty: what the files say</source>
+        <translation>エネルギー (eV) を 1 行に 1 つ書いたテキスト (--energies)、またはデータセット ::PATH (--energy)。空欄ならファイルの指定どおり</translation>
+    </message>
+    <message>
+        <source>Dataset</source>
+        <translation>データセット</translation>
+    </message>
+    <message>
+        <source>The dataset with the images of an HDF5 file whose layout is not known (--data)</source>
+        <translation>形式の分からない HDF5 ファイルで画像の入っているデータセット (--data)</translation>
+    </message>
+    <message>
+        <source>Energies of the job</source>
+        <translation>ジョブのエネルギー</translation>
+    </message>
+    <message>
+        <source>How many energies the job takes (2 to 8), planned where references are given, or which, eV (--pick). All become maps</source>
+        <translation>ジョブに入れるエネルギーの数 (2 から 8、標準試料があれば計画して選びます)、またはその値 (eV、--pick)。マップはすべて作ります</translation>
+    </message>
+    <message>
+        <source>Crop</source>
+        <translation>切り出し</translation>
+    </message>
+    <message>
+        <source>Pixels to keep, from 0 on; x1 and y1 are the first that go (--crop)</source>
+        <translation>残す画素、0 から数えます。x1 と y1 からは除きます (--crop)</translation>
+    </message>
+    <message>
+        <source>Bin</source>
+        <translation>ビニング</translation>
+    </message>
+    <message>
+        <source>Squares of this many pixels a side become one (--bin)</source>
+        <translation>1 辺がこの画素数の正方形を 1 画素にまとめます (--bin)</translation>
+    </message>
+    <message>
+        <source>Align the energies</source>
+        <translation>エネルギー間の位置合わせ</translation>
+    </message>
+    <message>
+        <source>Bring images that drift into register (--align)</source>
+        <translation>ドリフトした画像の位置を合わせます (--align)</translation>
+    </message>
+    <message>
+        <source>Write into</source>
+        <translation>書き込み先</translation>
+    </message>
+    <message>
+        <source>Folder for maps, spectra, job.json and import.json; made when missing (--out)</source>
+        <translation>マップ、スペクトル、job.json、import.json を入れるフォルダー。なければ作ります (--out)</translation>
+    </message>
+    <message>
+        <source>Choose the folder</source>
+        <translation>フォルダーを選びます</translation>
+    </message>
+    <message>
+        <source>The share of the import that is done</source>
+        <translation>インポートの進み具合</translation>
+    </message>
+    <message>
+        <source>Write maps, spectra and a job into the folder and open them</source>
+        <translation>マップ、スペクトル、ジョブをフォルダーに書き込んで開きます</translation>
+    </message>
+    <message>
+        <source>Close</source>
+        <translation>閉じる</translation>
+    </message>
+    <message>
+        <source>Close this window; while something is being imported, stop that</source>
+        <translation>このウィンドウを閉じます。インポート中は中止します</translation>
+    </message>
+    <message>
+        <source>All (* *.*)</source>
+        <translation>すべて (* *.*)</translation>
+    </message>
+    <message>
+        <source>%1 holds an import already. Replace it?</source>
+        <translation>%1 にはインポートの結果が既にあります。置き換えますか?</translation>
+    </message>
+    <message>
+        <source>Import: choose images or spectra</source>
+        <translation>インポート: 画像またはスペクトルの選択</translation>
+    </message>
+    <message>
+        <source>Import: choose reference spectra</source>
+        <translation>インポート: 標準試料のスペクトルの選択</translation>
+    </message>
+    <message>
+        <source>Import: choose a file with the energies</source>
+        <translation>インポート: エネルギーのファイルの選択</translation>
+    </message>
+    <message>
+        <source>Import: choose the file with I0</source>
+        <translation>インポート: I0 のファイルの選択</translation>
+    </message>
+    <message>
+        <source>Import: choose images without beam</source>
+        <translation>インポート: ビームのない画像の選択</translation>
+    </message>
+    <message>
+        <source>Import: choose a folder for what is written</source>
+        <translation>インポート: 書き込み先フォルダーの選択</translation>
+    </message>
+    <message>
+        <source>FILE or FILE::PATH</source>
+        <translation>FILE または FILE::PATH</translation>
+    </message>
+    <message>
+        <source>FILE or ::PATH</source>
+        <translation>FILE または ::PATH</translation>
+    </message>
+    <message>
+        <source>and %1 more files</source>
+        <translation>ほか %1 個のファイル</translation>
+    </message>
+    <message>
+        <source>Stop</source>
+        <translation>中止</translation>
+    </message>
+</context>
+<context>
+    <name>ImportText</name>
+    <message>
+        <source>the images are shifted so far that they have nothing in common</source>
+        <translation>画像のずれが大きすぎて、共通の領域がありません</translation>
+    </message>
+    <message>
+        <source>the project ends within a group: it is cut off</source>
+        <translation>プロジェクトがグループの途中で終わっています: ファイルが途中で切れています</translation>
+    </message>
+    <message>
+        <source>the project is no whole JSON (%1)</source>
+        <translation>プロジェクトが完全な JSON ではありません (%1)</translation>
+    </message>
+    <message>
+        <source>the group &quot;%1&quot; has %2 energies and %3 values, or some that are no numbers</source>
+        <translation>グループ &quot;%1&quot; にはエネルギーが %2 個、値が %3 個あるか、数でないものがあります</translation>
+    </message>
+    <message>
+        <source>the energy shift of its group, %1 eV, was added</source>
+        <translation>グループのエネルギーシフト %1 eV を加えました</translation>
+    </message>
+    <message>
+        <source>the project has no groups</source>
+        <translation>プロジェクトにグループがありません</translation>
+    </message>
+    <message>
+        <source>none of the groups of the project is a spectrum</source>
+        <translation>プロジェクトのグループにスペクトルがありません</translation>
+    </message>
+    <message>
+        <source>there is no group &quot;%1&quot; (there are %2)</source>
+        <translation>グループ &quot;%1&quot; はありません (あるのは %2)</translation>
+    </message>
+    <message>
+        <source>%1 names for %2 columns; decimals take a point</source>
+        <translation>列が %2 個あるのに名前は %1 個です。小数点にはピリオドを使います</translation>
+    </message>
+    <message>
+        <source>column %1</source>
+        <translation>列 %1</translation>
+    </message>
+    <message>
+        <source>no column is an energy or an angle (the first is &quot;%1&quot; in %2)</source>
+        <translation>エネルギーまたは角度の列がありません (最初の列は &quot;%1&quot;、単位 %2)</translation>
+    </message>
+    <message>
+        <source>the energies are in %1, not in eV or keV</source>
+        <translation>エネルギーの単位が %1 で、eV でも keV でもありません</translation>
+    </message>
+    <message>
+        <source>the energies are below 100 and were taken for keV</source>
+        <translation>エネルギーが 100 未満なので keV と見なしました</translation>
+    </message>
+    <message>
+        <source>there are angles but no spacing of the crystal (Mono.d_spacing), so no energies</source>
+        <translation>角度はありますが結晶の面間隔 (Mono.d_spacing) がないので、エネルギーが分かりません</translation>
+    </message>
+    <message>
+        <source>%1 is zero or negative at some energy</source>
+        <translation>%1 があるエネルギーで 0 または負です</translation>
+    </message>
+    <message>
+        <source>there is no column &quot;%1&quot; (there are %2)</source>
+        <translation>列 &quot;%1&quot; はありません (あるのは %2)</translation>
+    </message>
+    <message>
+        <source>line %1 has more than %2 columns</source>
+        <translation>%1 行目の列が %2 より多くあります</translation>
+    </message>
+    <message>
+        <source>&quot;%1&quot; in line %2 is no number</source>
+        <translation>%2 行目の &quot;%1&quot; は数ではありません</translation>
+    </message>
+    <message>
+        <source>line %1 has another number of columns than the lines before</source>
+        <translation>%1 行目の列の数がそれまでの行と違います</translation>
+    </message>
+    <message>
+        <source>there are fewer than two columns</source>
+        <translation>列が 2 つより少ないです</translation>
+    </message>
+    <message>
+        <source>%1 is the energy and cannot be the absorption, too</source>
+        <translation>%1 はエネルギーなので、吸収にはなりません</translation>
+    </message>
+    <message>
+        <source>its first column neither rises nor falls: an image, not a spectrum</source>
+        <translation>最初の列が増加も減少もしていません。スペクトルではなく画像です</translation>
+    </message>
+    <message>
+        <source>%1 is an incident intensity, not an absorption</source>
+        <translation>%1 は入射強度で、吸収ではありません</translation>
+    </message>
+    <message>
+        <source>of its columns %1 was taken, as none has a known name</source>
+        <translation>知っている名前の列がないので、%1 を使いました</translation>
+    </message>
+    <message>
+        <source>zlib could not be started</source>
+        <translation>zlib を開始できませんでした</translation>
+    </message>
+    <message>
+        <source>it unpacks to far more than such a file holds</source>
+        <translation>展開するとこの種のファイルにしては大きすぎます</translation>
+    </message>
+    <message>
+        <source>the compressed data are damaged or end too early</source>
+        <translation>圧縮データが壊れているか、途中で終わっています</translation>
+    </message>
+    <message>
+        <source>unpacking it</source>
+        <translation>その展開</translation>
+    </message>
+    <message>
+        <source>%1 is no whole HDF5 file: it is damaged or cut off</source>
+        <translation>%1 は完全な HDF5 ファイルではありません: 壊れているか、途中で切れています</translation>
+    </message>
+    <message>
+        <source>%1: %2 is no dataset of images</source>
+        <translation>%1: %2 は画像のデータセットではありません</translation>
+    </message>
+    <message>
+        <source>%1: %2 holds %3 images</source>
+        <translation>%1: %2 には画像が %3 枚あります</translation>
+    </message>
+    <message>
+        <source>%1: %2 holds no data</source>
+        <translation>%1: %2 にはデータがありません</translation>
+    </message>
+    <message>
+        <source>%1: %2 is compressed with &quot;%3&quot; (filter %4), which the HDF5 library here does not have</source>
+        <translation>%1: %2 は &quot;%3&quot; (フィルター %4) で圧縮されていますが、この HDF5 ライブラリーにはありません</translation>
+    </message>
+    <message>
+        <source>%1: the images in %2 cannot be read, the file is damaged or cut off</source>
+        <translation>%1: %2 の画像を読めません。ファイルが壊れているか、途中で切れています</translation>
+    </message>
+    <message>
+        <source>one value</source>
+        <translation>値 1 つ</translation>
+    </message>
+    <message>
+        <source>%1: %2 holds no energies</source>
+        <translation>%1: %2 にはエネルギーがありません</translation>
+    </message>
+    <message>
+        <source>%1: %2 holds no incident intensities</source>
+        <translation>%1: %2 には入射強度がありません</translation>
+    </message>
+    <message>
+        <source>%1: images %2, energies %3</source>
+        <translation>%1: 画像 %2、エネルギー %3</translation>
+    </message>
+    <message>
+        <source>  %1 energies, %2 to %3 eV</source>
+        <translation>  エネルギー %1 個、%2 から %3 eV</translation>
+    </message>
+    <message>
+        <source>%1 has no layout that is known here: choose --data ::PATH and --energy ::PATH, which --list proposes</source>
+        <translation>%1 は知らない形式です: --list の示す --data ::PATH と --energy ::PATH を選んでください</translation>
+    </message>
+    <message>
+        <source>%1: name the dataset in it, FILE::PATH</source>
+        <translation>%1: 中のデータセットを FILE::PATH で指定してください</translation>
+    </message>
+    <message>
+        <source>may be: %1</source>
+        <translation>候補: %1</translation>
+    </message>
+    <message>
+        <source>%1 holds an image without pixels</source>
+        <translation>%1 には画素のない画像があります</translation>
+    </message>
+    <message>
+        <source>%1 holds images of %2 columns and %3 rows, which is more than is taken</source>
+        <translation>%1 の画像は %2 列 %3 行で、扱える大きさを超えています</translation>
+    </message>
+    <message>
+        <source>there is nothing to import</source>
+        <translation>インポートするものがありません</translation>
+    </message>
+    <message>
+        <source>no folder is named to write into</source>
+        <translation>書き込み先のフォルダーが指定されていません</translation>
+    </message>
+    <message>
+        <source>I0 comes from one of --flat, --i0 and --i0-region</source>
+        <translation>I0 は --flat、--i0、--i0-region のどれか 1 つで与えます</translation>
+    </message>
+    <message>
+        <source>squares have a side from 1 on, and a job takes 2 to 8 energies</source>
+        <translation>正方形の 1 辺は 1 以上、ジョブのエネルギーは 2 から 8 個です</translation>
+    </message>
+    <message>
+        <source>%1 is for images, and there are none</source>
+        <translation>%1 は画像のためのものですが、画像がありません</translation>
+    </message>
+    <message>
+        <source>absorptions have no I0: %1 is not for them</source>
+        <translation>吸収には I0 がないので、%1 は使えません</translation>
+    </message>
+    <message>
+        <source>the number of valences is %1, that of spectra %2</source>
+        <translation>価数は %1 個、スペクトルは %2 個です</translation>
+    </message>
+    <message>
+        <source>pixels without a positive intensity, in all maps: %1; they have no absorption</source>
+        <translation>強度が正でないピクセルが全マップで %1 個あり、吸収がありません</translation>
+    </message>
+    <message>
+        <source>some positions of the pixels are equal: their numbers stand in the maps</source>
+        <translation>同じ位置のピクセルがあるので、マップには番号を書きました</translation>
+    </message>
+    <message>
+        <source>a value is no finite number</source>
+        <translation>有限の数でない値があります</translation>
+    </message>
+    <message>
+        <source>an energy is zero or negative</source>
+        <translation>0 または負のエネルギーがあります</translation>
+    </message>
+    <message>
+        <source>the energies did not rise and were sorted</source>
+        <translation>エネルギーが昇順でなかったので並べ替えました</translation>
+    </message>
+    <message>
+        <source>%1 points have only %2 different energies: a map or an image, not a spectrum</source>
+        <translation>%1 点に異なるエネルギーが %2 個しかありません。スペクトルではなくマップか画像です</translation>
+    </message>
+    <message>
+        <source>%1 points of equal energy were averaged</source>
+        <translation>同じエネルギーの %1 点を平均しました</translation>
+    </message>
+    <message>
+        <source>there are fewer than two points</source>
+        <translation>点が 2 つより少ないです</translation>
+    </message>
+    <message>
+        <source>Choose images or spectra first.</source>
+        <translation>先に画像またはスペクトルを選んでください。</translation>
+    </message>
+    <message>
+        <source>Choose a folder for what is written.</source>
+        <translation>書き込み先のフォルダーを選んでください。</translation>
+    </message>
+    <message>
+        <source>Valences are numbers with commas between them.</source>
+        <translation>価数はコンマで区切った数です。</translation>
+    </message>
+    <message>
+        <source>A region is x0,y0,x1,y1 in pixels, with x0 &lt; x1 and y0 &lt; y1.</source>
+        <translation>領域は画素で x0,y0,x1,y1 と書き、x0 &lt; x1、y0 &lt; y1 です。</translation>
+    </message>
+    <message>
+        <source>Choose the file that I0 comes from.</source>
+        <translation>I0 のファイルを選んでください。</translation>
+    </message>
+    <message>
+        <source>A job takes 2 to 8 energies: a number, or energies with commas between them.</source>
+        <translation>ジョブのエネルギーは 2 から 8 個です: 個数、またはコンマで区切ったエネルギー。</translation>
+    </message>
+    <message>
+        <source>planning</source>
+        <translation>エネルギーを計画しています</translation>
+    </message>
+    <message>
+        <source>the energies were picked by contrast, not planned: %1</source>
+        <translation>エネルギーは計画できず、コントラストで選びました: %1</translation>
+    </message>
+    <message>
+        <source>there is no image near %1 eV (they are at %2 to %3 eV)</source>
+        <translation>%1 eV の近くに画像がありません (画像は %2 から %3 eV)</translation>
+    </message>
+    <message>
+        <source>--pick: the image at %1 eV is the nearest of two energies</source>
+        <translation>--pick: %1 eV の画像が二つのエネルギーに最も近くなっています</translation>
+    </message>
+    <message>
+        <source>%1 was not measured over all energies of the images</source>
+        <translation>%1 は画像のすべてのエネルギーでは測られていません</translation>
+    </message>
+    <message>
+        <source>the job takes the first %1 of %2 spectra</source>
+        <translation>%2 個のスペクトルのうち最初の %1 個がジョブに入ります</translation>
+    </message>
+    <message>
+        <source>the valences of the references are not known: type them, or give --valences</source>
+        <translation>標準試料の価数が分かりません: 入力するか --valences で与えてください</translation>
+    </message>
+    <message>
+        <source>%1 would be written over, but is read: choose another folder</source>
+        <translation>%1 は読み込み元なので上書きできません: 別のフォルダーを選んでください</translation>
+    </message>
+    <message>
+        <source>done</source>
+        <translation>完了</translation>
+    </message>
+    <message>
+        <source>the import was stopped</source>
+        <translation>インポートを中止しました</translation>
+    </message>
+    <message>
+        <source>there is no image in %1</source>
+        <translation>%1 に画像がありません</translation>
+    </message>
+    <message>
+        <source>%1 is a stack of images, which --refs has taken for a spectrum: name it before --refs</source>
+        <translation>%1 は画像スタックですが、--refs がスペクトルとして受け取りました。--refs より前に書いてください</translation>
+    </message>
+    <message>
+        <source>aligning</source>
+        <translation>位置を合わせています</translation>
+    </message>
+    <message>
+        <source>direct and chained shifts differ by up to %1 pixels: look at the maps</source>
+        <translation>直接のずれと積み重ねたずれが最大 %1 画素違います: マップを確かめてください</translation>
+    </message>
+    <message>
+        <source>cannot write %1</source>
+        <translation>%1 に書き込めません</translation>
+    </message>
+    <message>
+        <source>%1 eV</source>
+        <translation>%1 eV</translation>
+    </message>
+    <message>
+        <source>the mean absorption falls by %1 from the first to the last energy: are these fluorescence images (--signal fluorescence)?</source>
+        <translation>平均の吸収が最初から最後のエネルギーまでに %1 下がっています: 蛍光の画像ではありませんか (--signal fluorescence)?</translation>
+    </message>
+    <message>
+        <source>%1: there is no such file</source>
+        <translation>%1: ファイルがありません</translation>
+    </message>
+    <message>
+        <source>%1 cannot be read</source>
+        <translation>%1 を読めません</translation>
+    </message>
+    <message>
+        <source>%1 is empty</source>
+        <translation>%1 は空です</translation>
+    </message>
+    <message>
+        <source>%1 is too large for what it should be</source>
+        <translation>%1 はこの種のファイルにしては大きすぎます</translation>
+    </message>
+    <message>
+        <source>%1 needs %2, which this program was built without</source>
+        <translation>%1 には %2 が必要ですが、このプログラムはそれなしで作られています</translation>
+    </message>
+    <message>
+        <source>cannot write into %1</source>
+        <translation>%1 に書き込めません</translation>
+    </message>
+    <message>
+        <source>it is no spectrum and no stack of images that is known here</source>
+        <translation>知っている形式のスペクトルでも画像スタックでもありません</translation>
+    </message>
+    <message>
+        <source>it is a map, not a spectrum</source>
+        <translation>スペクトルではなくマップです</translation>
+    </message>
+    <message>
+        <source>&quot;%1&quot;: %2, %3 points, %4 to %5 eV</source>
+        <translation>&quot;%1&quot;: %2、%3 点、%4 から %5 eV</translation>
+    </message>
+    <message>
+        <source>%1 and %2 are two stacks: import each into a folder of its own</source>
+        <translation>%1 と %2 は別々のスタックです: それぞれ別のフォルダーにインポートしてください</translation>
+    </message>
+    <message>
+        <source>%1 is no stack of images</source>
+        <translation>%1 は画像スタックではありません</translation>
+    </message>
+    <message>
+        <source>%1 is no image</source>
+        <translation>%1 は画像ではありません</translation>
+    </message>
+    <message>
+        <source>%1: there is no energy in line %2</source>
+        <translation>%1: %2 行目にエネルギーがありません</translation>
+    </message>
+    <message>
+        <source>%1: &quot;%2&quot; in line %3 is not the unit of all, eV or keV</source>
+        <translation>%1: %3 行目の「%2」は、全体に共通の単位 (eV または keV) ではありません</translation>
+    </message>
+    <message>
+        <source>%1: %2 would be keV and %3 eV: name the unit behind the energies</source>
+        <translation>%1: %2 は keV、%3 は eV のように見えます。エネルギーの後ろに単位を書いてください</translation>
+    </message>
+    <message>
+        <source>%1 has no incident intensity at %2 eV</source>
+        <translation>%1 には %2 eV の入射強度がありません</translation>
+    </message>
+    <message>
+        <source>the header has no points for its %1, or not as many as it says</source>
+        <translation>ヘッダーに %1 の点がないか、書かれた数と合いません</translation>
+    </message>
+    <message>
+        <source>the header is cut off or no header of a stack</source>
+        <translation>ヘッダーが途中で切れているか、スタックのヘッダーではありません</translation>
+    </message>
+    <message>
+        <source>the energies of %1 are below 100 and were taken for keV</source>
+        <translation>%1 のエネルギーが 100 未満なので keV と見なしました</translation>
+    </message>
+    <message>
+        <source>%1 says nothing about energies: give them with --energies FILE, one a line, or name a dataset of HDF5 with --energy ::PATH</source>
+        <translation>%1 にはエネルギーがありません。1 行に 1 つ書いたファイルを --energies FILE で指定するか、HDF5 のデータセットを --energy ::PATH で指定してください</translation>
+    </message>
+    <message>
+        <source>%1: the number of images is %2, that of energies %3</source>
+        <translation>%1: 画像は %2 枚、エネルギーは %3 個です</translation>
+    </message>
+    <message>
+        <source>%1: an energy is zero, negative or no number</source>
+        <translation>%1: 0 か負か、数でないエネルギーがあります</translation>
+    </message>
+    <message>
+        <source>the energies of the images did not rise and were sorted</source>
+        <translation>画像のエネルギーが昇順でなかったので並べ替えました</translation>
+    </message>
+    <message>
+        <source>several images have the energy %1 eV</source>
+        <translation>エネルギー %1 eV の画像が複数あります</translation>
+    </message>
+    <message>
+        <source>the region %1,%2,%3,%4 does not lie within the %5 pixels of the images</source>
+        <translation>領域 %1,%2,%3,%4 は画像の %5 画素に収まりません</translation>
+    </message>
+    <message>
+        <source>squares of %1 pixels are larger than the images</source>
+        <translation>%1 画素の正方形は画像より大きいです</translation>
+    </message>
+    <message>
+        <source>%1 has %2 pixels, the images of %3 have %4</source>
+        <translation>%1 は %2 画素、%3 の画像は %4 画素です</translation>
+    </message>
+    <message>
+        <source>the dark image</source>
+        <translation>ダーク画像</translation>
+    </message>
+    <message>
+        <source>the I0 image</source>
+        <translation>I0 画像</translation>
+    </message>
+    <message>
+        <source>the number of I0 images is %1, that of energies %2</source>
+        <translation>I0 画像は %1 枚、エネルギーは %2 個です</translation>
+    </message>
+    <message>
+        <source>%1 holds no incident intensity (I0): give an image without the sample, --flat FILE, or an empty region of the images, --i0-region x0,y0,x1,y1</source>
+        <translation>%1 には入射強度 (I0) がありません: 試料のない画像 (--flat FILE) か、画像の試料のない領域 (--i0-region x0,y0,x1,y1) を与えてください</translation>
+    </message>
+    <message>
+        <source>%1: the number of incident intensities is %2, that of energies %3</source>
+        <translation>%1: 入射強度は %2 個、エネルギーは %3 個です</translation>
+    </message>
+    <message>
+        <source>%1: the incident intensity (I0) is zero or negative at some energy</source>
+        <translation>%1: 入射強度 (I0) があるエネルギーで 0 または負です</translation>
+    </message>
+    <message>
+        <source> at %1 eV</source>
+        <translation> (%1 eV)</translation>
+    </message>
+    <message>
+        <source>%1: the I0 image is zero or negative in %2 pixels%3, first in column %4 of row %5</source>
+        <translation>%1: I0 画像%3の %2 画素が 0 または負です。最初は %5 行 %4 列</translation>
+    </message>
+    <message>
+        <source>%1: the empty region is zero or negative at %2 eV</source>
+        <translation>%1: 試料のない領域が %2 eV で 0 または負です</translation>
+    </message>
+    <message>
+        <source>page %1 of %2</source>
+        <translation>%2 の %1 ページ</translation>
+    </message>
+    <message>
+        <source>%1 is no whole TIFF file: it is damaged or cut off</source>
+        <translation>%1 は完全な TIFF ファイルではありません: 壊れているか、途中で切れています</translation>
+    </message>
+    <message>
+        <source>there is no image in the TIFF files</source>
+        <translation>TIFF ファイルに画像がありません</translation>
+    </message>
+    <message>
+        <source>%1 cannot be read, the file is damaged or cut off</source>
+        <translation>%1 を読めません。ファイルが壊れているか、途中で切れています</translation>
+    </message>
+    <message>
+        <source>%1 has %2 x %3 pixels, the first image %4</source>
+        <translation>%1 は %2 x %3 画素、最初の画像は %4 です</translation>
+    </message>
+    <message>
+        <source>%1 is a picture in colours, not an image of intensities</source>
+        <translation>%1 はカラー画像で、強度の画像ではありません</translation>
+    </message>
+    <message>
+        <source>%1 has values of %2 bits that are not read here</source>
+        <translation>%1 の %2 ビットの値には対応していません</translation>
+    </message>
+    <message>
+        <source>%1 is compressed with method %2, which the TIFF library here does not have</source>
+        <translation>%1 は方式 %2 で圧縮されていますが、この TIFF ライブラリーにはありません</translation>
+    </message>
+    <message>
+        <source>%1 says that 0 is white; its values were taken as counts all the same</source>
+        <translation>%1 では 0 が白とされていますが、値はそのまま計数として扱いました</translation>
+    </message>
+    <message>
+        <source>%1 holds %2 images, but one file per energy holds one</source>
+        <translation>%1 には画像が %2 枚ありますが、エネルギーごとのファイルでは 1 枚です</translation>
+    </message>
+    <message>
+        <source>the names of %1 of %2 images hold no energy</source>
+        <translation>%2 枚のうち %1 枚の画像の名前にエネルギーがありません</translation>
+    </message>
+    <message>
+        <source>there is an I0 image for other energies, but none for %1 eV</source>
+        <translation>ほかのエネルギーの I0 画像はありますが、%1 eV のものがありません</translation>
+    </message>
+    <message>
+        <source>TIFF, number of pages: %1, the first of %2 pixels</source>
+        <translation>TIFF、ページ数 %1、最初のページは %2 ピクセル</translation>
+    </message>
+    <message>
+        <source>the name says %1 eV</source>
+        <translation>名前によれば %1 eV</translation>
+    </message>
+    <message>
+        <source>there is not enough memory</source>
+        <translation>メモリーが足りません</translation>
+    </message>
+    <message>
+        <source>line %1 of the header is too long</source>
+        <translation>ヘッダーの %1 行目が長すぎます</translation>
+    </message>
+    <message>
+        <source>&quot;%1&quot; in line %2 is no field of the form Family.key: value</source>
+        <translation>%2 行目の &quot;%1&quot; は Family.key: value の形の項目ではありません</translation>
+    </message>
+    <message>
+        <source>the field %1 in line %2 has no value</source>
+        <translation>%2 行目の項目 %1 に値がありません</translation>
+    </message>
+    <message>
+        <source>the field %1 is missing</source>
+        <translation>項目 %1 がありません</translation>
+    </message>
+    <message>
+        <source>the field %1 is &quot;%2&quot;</source>
+        <translation>項目 %1 が &quot;%2&quot; です</translation>
+    </message>
+    <message>
+        <source>there is no line of dashes below the header</source>
+        <translation>ヘッダーの下に破線の行がありません</translation>
+    </message>
+    <message>
+        <source>there are no numbers below the header</source>
+        <translation>ヘッダーの下に数がありません</translation>
+    </message>
+    <message>
+        <source>%1: row %2 holds a word that is no number, or far too many numbers</source>
+        <translation>%1: %2 行目に数でない語があるか、数が多すぎます</translation>
+    </message>
+    <message>
+        <source>%1: row %2 has %3 columns</source>
+        <translation>%1: %2 行目は %3 列です</translation>
+    </message>
+    <message>
+        <source>%1 has %2 pixels, the others have %3</source>
+        <translation>%1 は %2 画素、ほかは %3 画素です</translation>
+    </message>
+    <message>
+        <source>%1 lists %2 energies, but there is no %3</source>
+        <translation>%1 には %2 個のエネルギーがありますが、%3 がありません</translation>
+    </message>
+    <message>
+        <source>of %1 regions the first was imported</source>
+        <translation>%1 個の領域のうち最初のものをインポートしました</translation>
+    </message>
+    <message>
+        <source>stack of %1 images of %2 pixels, %3 to %4 eV, %5 regions</source>
+        <translation>%2 画素の画像 %1 枚のスタック、%3 から %4 eV、領域 %5 個</translation>
     </message>
 </context>
 <context>
@@ -1891,6 +2797,257 @@ Do you want to replace it?</source>
         <source>four points, exact</source>
         <translation>4 点法、厳密解</translation>
     </message>
+    <message>
+        <source>Energies</source>
+        <translation>エネルギー数</translation>
+    </message>
+    <message>
+        <source>How many energies to plan</source>
+        <translation>計画するエネルギーの数</translation>
+    </message>
+    <message>
+        <source>From [eV]</source>
+        <translation>下限 [eV]</translation>
+    </message>
+    <message>
+        <source>Lowest candidate; empty: 100 eV before the edge, as far as all references reach</source>
+        <translation>候補の最も低いエネルギー。空欄ならエッジの 100 eV 手前から（すべての参照試料の範囲内）</translation>
+    </message>
+    <message>
+        <source>To [eV]</source>
+        <translation>上限 [eV]</translation>
+    </message>
+    <message>
+        <source>Highest candidate; empty: 200 eV behind the edge, as far as all references reach</source>
+        <translation>候補の最も高いエネルギー。空欄ならエッジの 200 eV 先まで（すべての参照試料の範囲内）</translation>
+    </message>
+    <message>
+        <source>Step [eV]</source>
+        <translation>刻み [eV]</translation>
+    </message>
+    <message>
+        <source>Step of the candidates; empty: 0.5 eV near the edge, 5 eV elsewhere</source>
+        <translation>候補の刻み。空欄ならエッジ付近は 0.5 eV、ほかは 5 eV</translation>
+    </message>
+    <message>
+        <source>Spacing [eV]</source>
+        <translation>最小間隔 [eV]</translation>
+    </message>
+    <message>
+        <source>Smallest distance of two energies</source>
+        <translation>二つのエネルギーの間隔の下限</translation>
+    </message>
+    <message>
+        <source>Keep [eV]</source>
+        <translation>必ず含む [eV]</translation>
+    </message>
+    <message>
+        <source>Energies that belong to the plan in any case, separated by blanks</source>
+        <translation>必ず計画に含めるエネルギー。空白で区切る</translation>
+    </message>
+    <message>
+        <source>Counts</source>
+        <translation>カウント数</translation>
+    </message>
+    <message>
+        <source>Transmission: quanta of I0 per exposure and pixel; fluorescence: quanta where the absorption is 1</source>
+        <translation>透過法では露光と画素あたりの I0 の光子数、蛍光法では吸収が 1 のときの光子数</translation>
+    </message>
+    <message>
+        <source>Background</source>
+        <translation>バックグラウンド</translation>
+    </message>
+    <message>
+        <source>Transmission: absorption of everything else; fluorescence: the background&apos;s share of the signal, below 1</source>
+        <translation>透過法ではほかのすべての吸収、蛍光法では信号に占めるバックグラウンドの割合（1 未満）</translation>
+    </message>
+    <message>
+        <source>Reproducible to [eV]</source>
+        <translation>再現性 [eV]</translation>
+    </message>
+    <message>
+        <source>Standard deviation of the monochromator&apos;s energies</source>
+        <translation>分光器のエネルギーの標準偏差</translation>
+    </message>
+    <message>
+        <source>Amount t</source>
+        <translation>総量 t</translation>
+    </message>
+    <message>
+        <source>Amount of the samples to plan for, as the method gives it; empty: that of the target, or 1</source>
+        <translation>想定する試料の量（計算法の値）。空欄なら全体試料の値、なければ 1</translation>
+    </message>
+    <message>
+        <source>Samples</source>
+        <translation>想定する試料</translation>
+    </message>
+    <message>
+        <source>Fractions of the references in the samples to plan for, such as 1 0; 0.5 0.5; empty: each reference alone and the equal mixture</source>
+        <translation>想定する試料での参照試料の割合。例: 1 0; 0.5 0.5。空欄なら各参照試料だけのものと等量の混合</translation>
+    </message>
+    <message>
+        <source>Non-equivalent method, linear background</source>
+        <translation>非等価法、バックグラウンドは直線</translation>
+    </message>
+    <message>
+        <source>Non-equivalent method, Victoreen background</source>
+        <translation>非等価法、バックグラウンドは Victoreen</translation>
+    </message>
+    <message>
+        <source>Four-points method, least squares</source>
+        <translation>4 点法、最小二乗</translation>
+    </message>
+    <message>
+        <source>Four-points method, exact</source>
+        <translation>4 点法、厳密</translation>
+    </message>
+    <message>
+        <source>%1; edge %2 eV; references (valence): %3</source>
+        <translation>%1。エッジ %2 eV。参照試料（価数）: %3</translation>
+    </message>
+    <message>
+        <source>All references have the valence %1: there is none to be told.</source>
+        <translation>すべての参照試料の価数が %1 なので、求める価数の違いがありません。</translation>
+    </message>
+    <message>
+        <source>&quot;%1&quot; is no number that can be planned with.</source>
+        <translation>「%1」は計画に使える数値ではありません。</translation>
+    </message>
+    <message>
+        <source>&quot;%1&quot; must be a number above 0.</source>
+        <translation>「%1」は 0 より大きい数値にしてください。</translation>
+    </message>
+    <message>
+        <source>&quot;%1&quot; must be a number, not below 0.</source>
+        <translation>「%1」は 0 以上の数値にしてください。</translation>
+    </message>
+    <message>
+        <source>&quot;%1&quot; must be a whole number from 1 to 100.</source>
+        <translation>「%1」は 1 から 100 までの整数にしてください。</translation>
+    </message>
+    <message>
+        <source>&quot;%1&quot; must be a share from 0 to below 1.</source>
+        <translation>「%1」は 0 以上 1 未満の割合にしてください。</translation>
+    </message>
+    <message>
+        <source>The sample &quot;%1&quot; must be %2 fractions, one per reference, with a sum above 0.</source>
+        <translation>試料「%1」には参照試料ごとに一つ、%2 個の割合を、合計が 0 より大きくなるように入れてください。</translation>
+    </message>
+    <message>
+        <source>The energies in the window are not compared: %1</source>
+        <translation>画面のエネルギーとは比較していません: %1</translation>
+    </message>
+    <message>
+        <source>in the window</source>
+        <translation>画面のもの</translation>
+    </message>
+    <message>
+        <source>each alone, equal parts</source>
+        <translation>各単独と等量混合</translation>
+    </message>
+</context>
+<context>
+    <name>PlanPage</name>
+    <message>
+        <source>Plan energies</source>
+        <translation>エネルギーの計画</translation>
+    </message>
+    <message>
+        <source>Transmission</source>
+        <translation>透過法</translation>
+    </message>
+    <message>
+        <source>Fluorescence</source>
+        <translation>蛍光法</translation>
+    </message>
+    <message>
+        <source>Mode</source>
+        <translation>測定法</translation>
+    </message>
+    <message>
+        <source>How the maps will be measured: it gives the noise</source>
+        <translation>マップの測定法。ノイズがこれで決まる</translation>
+    </message>
+    <message>
+        <source>One background term more than the fit</source>
+        <translation>バックグラウンドの項を一つ増やす</translation>
+    </message>
+    <message>
+        <source>Plan as if the background had one term more, where the number of energies allows it: without it the energies cluster at the edge and fail on real data</source>
+        <translation>エネルギーの数が許すかぎり、バックグラウンドの項をフィットより一つ多く見込んで計画する。見込まないとエネルギーがエッジに集まり、実データで失敗する</translation>
+    </message>
+    <message>
+        <source>Plan</source>
+        <translation>計画</translation>
+    </message>
+    <message>
+        <source>Plan the energies for the references loaded and the method that is set</source>
+        <translation>読み込んだ参照試料と選んだ計算法でエネルギーを計画する</translation>
+    </message>
+    <message>
+        <source>Use these</source>
+        <translation>これを使う</translation>
+    </message>
+    <message>
+        <source>Copy table</source>
+        <translation>表をコピー</translation>
+    </message>
+    <message>
+        <source>Put the plan on the clipboard as text</source>
+        <translation>計画を文字としてクリップボードに入れる</translation>
+    </message>
+    <message>
+        <source>Cancel</source>
+        <translation>中止</translation>
+    </message>
+    <message>
+        <source>Only %1 energy rows are empty, the plan has %2 energies</source>
+        <translation>空いているエネルギー行は %1 行だけで、計画のエネルギーは %2 個です</translation>
+    </message>
+    <message>
+        <source>Fill the empty energy rows with the planned energies; rows with a map or an energy stay as they are</source>
+        <translation>空いているエネルギー行に計画したエネルギーを入れる。マップかエネルギーのある行は変わらない</translation>
+    </message>
+    <message>
+        <source>Energy [eV]</source>
+        <translation>エネルギー [eV]</translation>
+    </message>
+    <message>
+        <source>Share [%]</source>
+        <translation>配分 [%]</translation>
+    </message>
+    <message>
+        <source>Separates</source>
+        <translation>区別するもの</translation>
+    </message>
+    <message>
+        <source>The planned energies, the share of the whole exposure that each should get, and what it tells</source>
+        <translation>計画したエネルギー、露光全体からの配分、そこで区別できるもの</translation>
+    </message>
+    <message>
+        <source>Set</source>
+        <translation>組</translation>
+    </message>
+    <message>
+        <source>σV at shares</source>
+        <translation>配分時の σV</translation>
+    </message>
+    <message>
+        <source>ΔV / 0.1 eV</source>
+        <translation>ΔV / 0.1 eV</translation>
+    </message>
+    <message>
+        <source>Energies [eV]</source>
+        <translation>エネルギー [eV]</translation>
+    </message>
+    <message>
+        <source>Standard error of the valence of a pixel at equal exposures and at the best shares, and the change of the valence when all energies are wrong by the same 0.1 eV; roots of the mean squares over the samples</source>
+        <translation>画素の価数の標準誤差（等しい露光と最良の配分）と、すべてのエネルギーが同じ 0.1 eV ずれたときの価数の変化。想定する試料にわたる二乗平均の平方根</translation>
+    </message>
+    <message>
+        <source>%1 energies</source>
+        <translation>%1 エネルギー</translation>
+    </message>
 </context>
 <context>
     <name>PopBase</name>
@@ -1956,6 +3113,48 @@ Do you want to replace it?</source>
     <message>
         <source>Background</source>
         <translation>バックグラウンド</translation>
+    </message>
+</context>
+<context>
+    <name>Series</name>
+    <message>
+        <source>Fractions of the target</source>
+        <translation>全体試料の比率</translation>
+    </message>
+    <message>
+        <source>Fractions of the target by linear combination</source>
+        <translation>線形結合フィッティングによる全体試料の比率</translation>
+    </message>
+    <message>
+        <source>Fractions of the material in the map</source>
+        <translation>マップ中の物質の比率</translation>
+    </message>
+    <message>
+        <source>Number of the job</source>
+        <translation>ジョブの番号</translation>
+    </message>
+</context>
+<context>
+    <name>ShiftDialog</name>
+    <message>
+        <source>Looking for the energy shift of the maps...</source>
+        <translation>マップのエネルギーのずれを探しています...</translation>
+    </message>
+    <message>
+        <source>Energy shift of the maps</source>
+        <translation>マップのエネルギーのずれ</translation>
+    </message>
+    <message>
+        <source>Apply</source>
+        <translation>適用</translation>
+    </message>
+    <message>
+        <source>Add the shift to the dE of all references and calculate</source>
+        <translation>すべての参照試料の dE にずれを加えて計算する</translation>
+    </message>
+    <message>
+        <source>Close</source>
+        <translation>閉じる</translation>
     </message>
 </context>
 <context>
