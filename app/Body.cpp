@@ -23,7 +23,9 @@ Body::Body(QWidget *parent)
     m_panel->importFiles = [this](const QStringList &others, const QStringList &spectra) {
         return offerImport(others, spectra);
     };
-    connect(m_panel, &FourPs::wantedPlan, this, &Body::showPlanPage);
+    m_panel->planEnergies = [this] {
+        showPlanPage();
+    };
     resize(size().expandedTo(sizeHint()).boundedTo(screenroom::largestWindow(this)));
 }
 

@@ -73,7 +73,10 @@ public:
     const QString &name() const { return m_name; }
     const QString &path() const { return m_path; }
 
-    QJsonValue filled(const QJsonValue &value, const QString &key = QString()) const
+    /// Whether {number} was asked for and the folder's name has none.
+    bool lacksNumber() const { return m_lacksNumber; }
+
+    QJsonValue filled(const QJsonValue &value, const QString &key = QString())
     {
         if (value.isArray()) {
             QJsonArray list;
@@ -89,9 +92,10 @@ public:
         }
         if (!value.isString())
             return value;
-        if (key == QLatin1String("x") && value == QJsonValue("{number}") && !m_number.isEmpty())
-            return m_number.toDouble();
         QString text = value.toString();
+        m_lacksNumber = m_lacksNumber || (m_number.isEmpty() && text.contains(QLatin1String("{number}")));
+        if (key == QLatin1String("x") && text == QLatin1String("{number}"))
+            return m_number.toDouble();
         text.replace(QLatin1String("{folder}"), m_name);
         text.replace(QLatin1String("{path}"), m_path);
         return text.replace(QLatin1String("{number}"), m_number);
@@ -99,6 +103,7 @@ public:
 
 private:
     QString m_name, m_path, m_number;
+    bool m_lacksNumber = false;
 };
 
 /// Puts the one file that matches into the place of a pattern.
@@ -199,7 +204,7 @@ FolderJobs jobsFromTemplate(const QString &templateFile, const QStringList &fold
     for (const QString &folder : folders) {
         if (!result.problems.isEmpty() && result.jobs.isEmpty())
             break; // about the template itself
-        const Placeholders placeholders(folder);
+        Placeholders placeholders(folder);
         QStringList mistakes;
         Job job = jobFromJson(withInputs(placeholders.filled(root).toObject(), home), QDir(), &mistakes);
         if (!mistakes.isEmpty()) {
@@ -207,6 +212,8 @@ FolderJobs jobsFromTemplate(const QString &templateFile, const QStringList &fold
             result.isTemplateBad = true;
             return result;
         }
+        if (placeholders.lacksNumber())
+            result.problems << folder + QLatin1String(": the name has no number, which {number} stands for");
         for (int i = 0; i < job.references.size(); ++i)
             findInput(folder, QStringLiteral("references[%1].file").arg(i), &job.references[i].file, &result.problems);
         findInput(folder, QStringLiteral("target.file"), &job.target.file, &result.problems);

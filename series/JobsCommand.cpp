@@ -64,7 +64,9 @@ int runJobsCommand(const QStringList &arguments, QTextStream *out, QTextStream *
                                       QStringLiteral("Paths in the jobs start from DIR instead of being absolute."));
     const QCommandLineOption help({QStringLiteral("h"), QStringLiteral("help")}, QStringLiteral("Show this help."));
     parser.addOptions({into, relative, help});
-    const QCommandLineOption version = parser.addVersionOption();
+    const QCommandLineOption version({QStringLiteral("v"), QStringLiteral("version")},
+                                     QStringLiteral("Show version and commit."));
+    parser.addOption(version);
     if (!parser.parse(arguments))
         return fail(Wrong, {parser.errorText() + QLatin1String("; flokluk-jobs --help says more")}, err);
     if (parser.isSet(help) || parser.isSet(version)) {

@@ -59,13 +59,13 @@ private slots:
     {
         Analysis analysis;
         Quality quality(analysis);
-        AnalysisInput input = m_sample.input("rows=12367 v=36"); // of two marks the last one counts
+        AnalysisInput input = m_sample.input("rows=123678 v=36"); // of two marks the last one counts
         QVERIFY(!quality.map(input, {}));
         QCOMPARE(quality.problem(), QString("There is no result map yet."));
         QVERIFY(analysis.runMap(input).isDone);
         QVERIFY(!quality.known({}) && quality.expectedSeconds({}) > 0);
         const std::vector<const A2DData *> maps = {input.points[0].map, input.points[1].map, input.points[6].map,
-                                                   input.points[5].map};
+                                                   input.points[7].map, input.points[5].map};
         QVERIFY(mapsOf(*analysis.run(), input) == maps);
         const std::vector<Region> regions = {{"all", {}, {}}, {"two", PixelRectangle{1, 0, 2, 0}, {}}};
         const auto statistics = quality.statistics(input, {}, regions);

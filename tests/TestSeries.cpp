@@ -319,6 +319,7 @@ private slots:
         forRows<QString, QString, int, QString>(
             {{"as many as folders", "template.json", "scan_1?/ scan_2/", 0, "scan_10.json\n"},
              {"missing", "template.json", "scan_*", 1, "scan_x: energies[2].map: no file matches a_map3_*"},
+             {"no number", "template.json", "scan_x", 1, "scan_x: the name has no number"},
              {"too many", "many.json", "scan_2", 1, "scan_2: energies[0].map: 8 files match a_map*_*"},
              {"one output", "one.json", "scan_2 scan_10", 1, "would both write "},
              {"no such folder", "template.json", "scam_*", 1, "scam_*: no such folder"},

@@ -1612,11 +1612,11 @@ Do you want to replace it?</source>
     </message>
     <message>
         <source>Energy %1: either this map or that of energy %2 has no I0, so that I counts as the absorption</source>
-        <translation>エネルギー %1: このマップとエネルギー %2 のマップの一方に I0 がなく、I が吸収として扱われます</translation>
+        <translation>エネルギー %1：このマップとエネルギー %2 のマップの一方に I0 がなく、I が吸収として扱われます</translation>
     </message>
     <message>
         <source>There are no uncertainties: the maps have no intensities, and with as many unknowns as energies nothing else tells the noise.</source>
-        <translation>誤差はありません。マップに強度がなく、未知数がエネルギーと同数なので、ノイズを知る手がかりがありません。</translation>
+        <translation>不確かさは求められません：マップに強度がなく、未知数がエネルギー点と同数で、ノイズを知る手がかりがないためです。</translation>
     </message>
     <message>
         <source>Energy shift of the maps...</source>
@@ -2241,11 +2241,11 @@ Do you want to replace it?</source>
     </message>
     <message>
         <source>pixels without a positive intensity, in all maps: %1; they have no absorption</source>
-        <translation>強度が正でないピクセルが全マップで %1 個あり、吸収がありません</translation>
+        <translation>強度が正でない画素が全マップで %1 個あり、吸収がありません</translation>
     </message>
     <message>
         <source>some positions of the pixels are equal: their numbers stand in the maps</source>
-        <translation>同じ位置のピクセルがあるので、マップには番号を書きました</translation>
+        <translation>同じ位置の画素があるので、マップには番号を書きました</translation>
     </message>
     <message>
         <source>a value is no finite number</source>
@@ -2557,7 +2557,7 @@ Do you want to replace it?</source>
     </message>
     <message>
         <source>TIFF, number of pages: %1, the first of %2 pixels</source>
-        <translation>TIFF、ページ数 %1、最初のページは %2 ピクセル</translation>
+        <translation>TIFF、ページ数 %1、最初のページは %2 画素</translation>
     </message>
     <message>
         <source>the name says %1 eV</source>

@@ -356,7 +356,10 @@ void FourPs::connectButtons()
         if (importFiles)
             importFiles({}, {});
     });
-    connect(ui.PlanEnergies, &QPushButton::clicked, this, &FourPs::wantedPlan);
+    connect(ui.PlanEnergies, &QPushButton::clicked, this, [this] {
+        if (planEnergies)
+            planEnergies();
+    });
     connect(ui.ClearMessages, &QPushButton::clicked, ui.Messages, &QTextEdit::clear);
     connect(ui.ManualB, &QPushButton::clicked, this, &FourPs::openManual);
     connect(ui.RemoveAFile, &QPushButton::clicked, this, &FourPs::removeAFile);

@@ -99,6 +99,8 @@ public:
     /// Offers to import files that are not the program's own, and the spectra that came with them; without any by the
     /// button. False when none of them can be imported.
     std::function<bool(const QStringList &others, const QStringList &spectra)> importFiles;
+    /// Opens the planning of energies.
+    std::function<void()> planEnergies;
     /// Asks for the amount that the pixels of a region have at least; none is a change of mind.
     std::function<std::optional<double>()> askThickness;
     /// Opens a page of the manual with the desktop's program for it; false when there is none.
@@ -185,10 +187,6 @@ public slots:
     void clearLCFvs4PS(MouseC *m);
     /// Later fits get the next colour.
     void newColorLCFvs4PS(MouseC *m);
-
-signals:
-    /// The user wants to plan energies.
-    void wantedPlan();
 
 protected:
     void dragEnterEvent(QDragEnterEvent *event) override;
