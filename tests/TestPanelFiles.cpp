@@ -58,8 +58,8 @@ private slots:
         QVERIFY(QDir(m_files.path("")).mkpath("jobs"));
         forRows<const char *, QByteArray, const char *, bool>(
             {{"in its folder", "job.json", job, "The conditions of job.json are loaded.\n", true},
-             {"misspelt", "job.json", QByteArray(job).replace("\"target\"", "\"goal\""), "job.json: goal is no known key",
-              true},
+             {"misspelt", "job.json", QByteArray(job).replace("\"target\"", "\"goal\""),
+              "job.json: goal is no known key", true},
              {"no such setting", "job.json", QByteArray(job).replace("PreE", "x"), "job.json: settings.xEndDE", true},
              {"elsewhere", "jobs/job.json", job, "job.json: energies[7].map: ", false}},
             [&](const char *name, const QByteArray &bytes, const char *message, bool isLoaded) {
