@@ -7,6 +7,7 @@
 #include "plan/PlanText.h"
 
 #include <QCoreApplication>
+#include <QFileInfo>
 #include <QStringList>
 
 #include <algorithm>
@@ -220,7 +221,8 @@ PlanRequest planRequest(const AnalysisInput &now)
     request.count = std::min(request.count, mostPlanEnergies(request.method));
     for (const ReferenceInput &reference : now.references) {
         if (reference.takesPart())
-            request.references.push_back({reference.spectrum.fileName(), reference.spectrum, reference.valence});
+            request.references.push_back(
+                {QFileInfo(reference.spectrum.fileName()).completeBaseName(), reference.spectrum, reference.valence});
     }
     if (now.target.spectrum.valid())
         request.thickness = planThickness(request, now.target.spectrum);

@@ -532,7 +532,7 @@ Do you want to replace it?</source>
     </message>
     <message>
         <source>Energy shift of the maps: %1 +- %2 eV, to be added to the dE of all references (misfit %3 without, %4 with it)</source>
-        <translation>マップのエネルギーのずれ: %1 +- %2 eV。すべての参照試料の dE に加える値です(残差は補正なしで %3、補正ありで %4)</translation>
+        <translation>マップのエネルギーのずれ: %1 +- %2 eV。すべての標準試料の dE に加える値です(残差は補正なしで %3、補正ありで %4)</translation>
     </message>
 </context>
 <context>
@@ -1588,7 +1588,7 @@ Do you want to replace it?</source>
     </message>
     <message>
         <source>Choose the energies to measure, for the references loaded and the method that is set</source>
-        <translation>読み込んだ参照試料と選んだ計算法に合わせて、測定するエネルギーを決める</translation>
+        <translation>読み込んだ標準試料と選んだ計算法に合わせて、測定するエネルギーを決める</translation>
     </message>
     <message>
         <source>Import...</source>
@@ -1624,7 +1624,7 @@ Do you want to replace it?</source>
     </message>
     <message>
         <source>The dE of all references was changed by %1 eV.</source>
-        <translation>すべての参照試料の dE を %1 eV 変更しました。</translation>
+        <translation>すべての標準試料の dE を %1 eV 変更しました。</translation>
     </message>
     <message>
         <source>%1 is not written: it would calculate something else than the results, press Calc. first.</source>
@@ -2635,11 +2635,11 @@ Do you want to replace it?</source>
     <name>Plan</name>
     <message>
         <source>Planning needs at least two references.</source>
-        <translation>計画には参照試料が二つ以上必要です。</translation>
+        <translation>計画には標準試料が二つ以上必要です。</translation>
     </message>
     <message>
         <source>Reference %1 reaches from %2 to %3 eV and not to %4 eV, which &quot;%5&quot; asks for.</source>
-        <translation>参照試料 %1 の範囲は %2 から %3 eV で、「%5」が求める %4 eV を含みません。</translation>
+        <translation>標準試料 %1 の範囲は %2 から %3 eV で、「%5」が求める %4 eV を含みません。</translation>
     </message>
     <message>
         <source>There are no candidates between %1 and %2 eV.</source>
@@ -2663,15 +2663,15 @@ Do you want to replace it?</source>
     </message>
     <message>
         <source>Reference %1 has no edge jump: its pre-edge or post-edge range holds too few points.</source>
-        <translation>参照試料 %1 のエッジジャンプが求められません。プリエッジまたはポストエッジの範囲の点が足りません。</translation>
+        <translation>標準試料 %1 のエッジジャンプが求められません。プリエッジまたはポストエッジの範囲の点が足りません。</translation>
     </message>
     <message>
         <source>References %1 and %2 are alike: no energies can tell them apart.</source>
-        <translation>参照試料 %1 と %2 は同じ形をしています。どのエネルギーでも区別できません。</translation>
+        <translation>標準試料 %1 と %2 は同じ形をしています。どのエネルギーでも区別できません。</translation>
     </message>
     <message>
         <source>Reference %1 is a mixture of the others: no energies can tell them apart.</source>
-        <translation>参照試料 %1 は他の参照試料の混合になっています。どのエネルギーでも区別できません。</translation>
+        <translation>標準試料 %1 は他の標準試料の混合になっています。どのエネルギーでも区別できません。</translation>
     </message>
     <message>
         <source>No candidates determine the fit.</source>
@@ -2683,7 +2683,7 @@ Do you want to replace it?</source>
     </message>
     <message>
         <source>ends + largest reference differences</source>
-        <translation>両端と参照試料の差が最大の点</translation>
+        <translation>両端と標準試料の差が最大の点</translation>
     </message>
     <message>
         <source>background</source>
@@ -2707,7 +2707,7 @@ Do you want to replace it?</source>
     </message>
     <message>
         <source>fractions and thickness: sigma_V at equal shares, at these shares, change of V per 0.1 eV of wrong energy; sigma_f per reference</source>
-        <translation>割合と厚さ: 均等配分での sigma_V、この配分での sigma_V、エネルギーの誤り 0.1 eV あたりの V の変化、参照試料ごとの sigma_f</translation>
+        <translation>割合と厚さ: 均等配分での sigma_V、この配分での sigma_V、エネルギーの誤り 0.1 eV あたりの V の変化、標準試料ごとの sigma_f</translation>
     </message>
     <message>
         <source>sigma_V at equal shares, at the best shares, change of V per 0.1 eV; energies/eV</source>
@@ -2739,11 +2739,11 @@ Do you want to replace it?</source>
     </message>
     <message>
         <source>references in edge jumps</source>
-        <translation>参照試料(エッジジャンプ単位)</translation>
+        <translation>標準試料 (ジャンプ単位)</translation>
     </message>
     <message>
         <source>error of V if moved here</source>
-        <translation>ここに移したときの V の誤差</translation>
+        <translation>移した時の V の誤差</translation>
     </message>
     <message>
         <source>planned with one background term more than the fit has</source>
@@ -2779,7 +2779,7 @@ Do you want to replace it?</source>
     </message>
     <message>
         <source>method: %1; it knows two references, %2, and not %3</source>
-        <translation>方法: %1（参照試料は %2 の二つを使い、%3 は使いません）</translation>
+        <translation>方法: %1（標準試料は %2 の二つを使い、%3 は使いません）</translation>
     </message>
     <message>
         <source>non-equivalent, linear background</source>
@@ -2811,7 +2811,7 @@ Do you want to replace it?</source>
     </message>
     <message>
         <source>Lowest candidate; empty: 100 eV before the edge, as far as all references reach</source>
-        <translation>候補の最も低いエネルギー。空欄ならエッジの 100 eV 手前から（すべての参照試料の範囲内）</translation>
+        <translation>候補の最も低いエネルギー。空欄ならエッジの 100 eV 手前から（すべての標準試料の範囲内）</translation>
     </message>
     <message>
         <source>To [eV]</source>
@@ -2819,7 +2819,7 @@ Do you want to replace it?</source>
     </message>
     <message>
         <source>Highest candidate; empty: 200 eV behind the edge, as far as all references reach</source>
-        <translation>候補の最も高いエネルギー。空欄ならエッジの 200 eV 先まで（すべての参照試料の範囲内）</translation>
+        <translation>候補の最も高いエネルギー。空欄ならエッジの 200 eV 先まで（すべての標準試料の範囲内）</translation>
     </message>
     <message>
         <source>Step [eV]</source>
@@ -2883,7 +2883,7 @@ Do you want to replace it?</source>
     </message>
     <message>
         <source>Fractions of the references in the samples to plan for, such as 1 0; 0.5 0.5; empty: each reference alone and the equal mixture</source>
-        <translation>想定する試料での参照試料の割合。例: 1 0; 0.5 0.5。空欄なら各参照試料だけのものと等量の混合</translation>
+        <translation>想定する試料での標準試料の割合。例: 1 0; 0.5 0.5。空欄なら各標準試料だけのものと等量の混合</translation>
     </message>
     <message>
         <source>Non-equivalent method, linear background</source>
@@ -2903,11 +2903,11 @@ Do you want to replace it?</source>
     </message>
     <message>
         <source>%1; edge %2 eV; references (valence): %3</source>
-        <translation>%1。エッジ %2 eV。参照試料（価数）: %3</translation>
+        <translation>%1。エッジ %2 eV。標準試料（価数）: %3</translation>
     </message>
     <message>
         <source>All references have the valence %1: there is none to be told.</source>
-        <translation>すべての参照試料の価数が %1 なので、求める価数の違いがありません。</translation>
+        <translation>すべての標準試料の価数が %1 なので、求める価数の違いがありません。</translation>
     </message>
     <message>
         <source>&quot;%1&quot; is no number that can be planned with.</source>
@@ -2931,7 +2931,7 @@ Do you want to replace it?</source>
     </message>
     <message>
         <source>The sample &quot;%1&quot; must be %2 fractions, one per reference, with a sum above 0.</source>
-        <translation>試料「%1」には参照試料ごとに一つ、%2 個の割合を、合計が 0 より大きくなるように入れてください。</translation>
+        <translation>試料「%1」には標準試料ごとに一つ、%2 個の割合を、合計が 0 より大きくなるように入れてください。</translation>
     </message>
     <message>
         <source>The energies in the window are not compared: %1</source>
@@ -2982,7 +2982,7 @@ Do you want to replace it?</source>
     </message>
     <message>
         <source>Plan the energies for the references loaded and the method that is set</source>
-        <translation>読み込んだ参照試料と選んだ計算法でエネルギーを計画する</translation>
+        <translation>読み込んだ標準試料と選んだ計算法でエネルギーを計画する</translation>
     </message>
     <message>
         <source>Use these</source>
@@ -3150,7 +3150,7 @@ Do you want to replace it?</source>
     </message>
     <message>
         <source>Add the shift to the dE of all references and calculate</source>
-        <translation>すべての参照試料の dE にずれを加えて計算する</translation>
+        <translation>すべての標準試料の dE にずれを加えて計算する</translation>
     </message>
     <message>
         <source>Close</source>

@@ -96,6 +96,7 @@ void showEnergies(QTableWidget *table, const PlanRequest &request, const Planned
             role += QLatin1String(", V");
         addLine(table, {fieldText(set.energies[k]), QString::number(100.0 * set.shares[k], 'f', 1), role}, {2});
     }
+    table->resizeRowsToContents(); // names of files are long
 }
 
 void showSets(QTableWidget *table, const PlanResult &result)
