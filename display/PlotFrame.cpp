@@ -210,7 +210,7 @@ double squaredDistance(const QPointF &point, const QPointF &begin, const QPointF
 /// costly.
 QPolygonF straightened(const QPolygonF &line)
 {
-    constexpr double unseen = 0.1; // pixels
+    constexpr double unseen = 0.2; // pixels
     constexpr int longest = 16;    // points left out in a row
     QPolygonF kept;
     int last = 0;

@@ -1,7 +1,12 @@
 #include "Tables.h"
 #include "display/FreePlace.h"
 #include "display/PlotFrame.h"
+#include "display/WideLine.h"
 
+#include <QImage>
+#include <QPainter>
+
+#include <cmath>
 #include <limits>
 
 const double notANumber = qQNaN();
@@ -32,6 +37,46 @@ private slots:
                 for (int i = 0; i < got.size(); ++i)
                     QVERIFY(tables::isClose(got[i], values[i]));
             });
+    }
+
+    /// Strip by strip, and yet the painter's own line, but for the shade of single pixels at its edge.
+    void wideLines()
+    {
+        forRows<double, double, double>({{"steps of a histogram", 1.5, 0, 1},
+                                         {"waves", 2, 40, 1},
+                                         {"sharp corners", 2, 1e9, 1},
+                                         {"enlarged", 2, 40, 2.68}},
+                                        [](double width, double gentle, double scale) {
+                                            QPolygonF line;
+                                            for (int i = 0; i < 700; ++i) {
+                                                const double wave = 100 + 60 * std::sin(i / std::max(gentle, 1.0));
+                                                line << QPointF(10 + i / 2.0, gentle > 1e6 ? 100 + i % 90 : wave);
+                                                if (gentle == 0)
+                                                    line << QPointF(line.last().x(), 100 + 60 * std::sin(i + 1.0));
+                                            }
+                                            const auto painted = [&](auto draw) {
+                                                QImage image(1000, 600, QImage::Format_RGB32);
+                                                image.fill(Qt::white);
+                                                QPainter p(&image);
+                                                p.setRenderHint(QPainter::Antialiasing);
+                                                p.scale(scale, scale);
+                                                p.setPen(
+                                                    QPen(Qt::black, width, Qt::SolidLine, Qt::FlatCap, Qt::MiterJoin));
+                                                draw(&p);
+                                                return image;
+                                            };
+                                            const QImage ours = painted([&](QPainter *p) { drawWideLine(p, line); });
+                                            const QImage plain = painted([&](QPainter *p) { p->drawPolyline(line); });
+                                            int others = 0, inked = 0;
+                                            for (int i = 0; i < 1000 * 600; ++i) {
+                                                const int l = qGray(ours.pixel(i % 1000, i / 1000));
+                                                const int r = qGray(plain.pixel(i % 1000, i / 1000));
+                                                inked += r < 255;
+                                                others += std::abs(l - r) > 48;
+                                                QVERIFY2(std::abs(l - r) < 128, qPrintable(QString::number(i)));
+                                            }
+                                            QVERIFY(inked > 500 && others * 100 < inked);
+                                        });
     }
 
     /// 1, 2 or 5 times a power of ten, the first more than 20 pixels apart.
