@@ -1411,7 +1411,7 @@ Do you want to replace it?</source>
     </message>
     <message>
         <source>± above</source>
-        <translation>± これ超を隠す</translation>
+        <translation>± これより上を隠す</translation>
     </message>
     <message>
         <source>Hide the pixels whose standard error of the shown quantity is above this number, in this map only</source>
