@@ -32,7 +32,7 @@ QString linkText(const QString &path)
 /// The path of a folder without links; of one that is missing from its nearest one that exists.
 QString realFolder(const QString &path)
 {
-    const QString canonical = QDir(path).canonicalPath();
+    QString canonical = QDir(path).canonicalPath();
     if (!canonical.isEmpty())
         return canonical;
     const QFileInfo info(path);

@@ -3,7 +3,6 @@
 #include <QFileInfo>
 #include <QSet>
 
-#include <algorithm>
 #include <utility>
 
 #ifdef Q_OS_UNIX

@@ -3,7 +3,6 @@
 #include "numeric/DecimalScale.h"
 #include "numeric/Lanes.h"
 
-#include <algorithm>
 #include <array>
 #include <cstdint>
 #include <cstring>
