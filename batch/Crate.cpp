@@ -12,14 +12,21 @@
 #include <QJsonArray>
 #include <QJsonDocument>
 #include <QJsonObject>
+#include <QMap>
+#include <QPair>
 #include <QSet>
 #include <QUrl>
+#include <QVector>
+
+#include <algorithm>
 
 namespace
 {
 
 const QLatin1String metadataName("ro-crate-metadata.json");
 const QLatin1String programId("#flokluk-batch");
+const QLatin1String rootId("./");
+const QLatin1String noLicenceId("#license");
 const QLatin1String crateTerms("https://w3id.org/ro/crate/1.1");
 const QLatin1String processTerms("https://w3id.org/ro/wfrun/process/0.5");
 
@@ -42,28 +49,73 @@ QString idOf(const QString &path)
     return QString::fromLatin1(QUrl::toPercentEncoding(path, "/"));
 }
 
+/// The entities of a crate's metadata by their ids; none where it is not there or no RO-Crate.
+QMap<QString, QJsonObject> readEntities(const QString &folder)
+{
+    QMap<QString, QJsonObject> entities;
+    QFile file(QDir(folder).filePath(metadataName));
+    if (!file.open(QIODevice::ReadOnly))
+        return entities;
+    for (const QJsonValue &value : QJsonDocument::fromJson(file.readAll()).object().value("@graph").toArray()) {
+        const QJsonObject entity = value.toObject();
+        entities.insert(entity.value("@id").toString(), entity);
+    }
+    return entities;
+}
+
+/// The ids that a value links to, at any depth.
+QStringList linksOf(const QJsonValue &value)
+{
+    QStringList links;
+    for (const QJsonValue &entry : value.toArray())
+        links += linksOf(entry);
+    const QJsonObject object = value.toObject();
+    for (auto member = object.begin(); member != object.end(); ++member)
+        links +=
+            member.key() == QLatin1String("@id") ? QStringList(member.value().toString()) : linksOf(member.value());
+    return links;
+}
+
+/// The files of a run's results, with what the report knows of each.
+QVector<QPair<QString, QJsonObject>> resultsIn(const SeriesRow &row)
+{
+    QVector<QPair<QString, QJsonObject>> files;
+    const QString home = row.job.report.isEmpty() ? row.job.fileName : row.job.report;
+    const QDir folder(QFileInfo(numeric::realPath(home)).path());
+    for (const QJsonValue &file : row.report.value("files").toArray())
+        files.append({folder.filePath(file.toObject().value("path").toString()), file.toObject()});
+    if (!row.job.report.isEmpty())
+        files.append({row.job.report, {}});
+    return files;
+}
+
 class CrateWriter
 {
 public:
     explicit CrateWriter(const QString &folder)
         : m_folder(folder)
         , m_root(numeric::realPath(folder))
+        , m_before(readEntities(folder))
     {
     }
 
     QStringList write(const QVector<SeriesRow> &rows);
 
 private:
+    void takeInside(const QString &file);
     void add(const SeriesRow &row);
     QJsonArray inputsOf(const SeriesRow &row, const QString &part);
     QJsonArray resultsOf(const SeriesRow &row, const QString &part);
     QString place(const QString &file, const QString &part);
     void copy(const QString &from, const QString &to);
     void describe(const QString &id, const QString &name, const QJsonObject &facts);
+    QJsonObject rootEntity() const;
+    void keepLinked(const QJsonValue &value, QJsonArray *graph) const;
     QByteArray metadata() const;
 
     QString m_folder;
-    QString m_root; ///< the same without links
+    QString m_root;                            ///< the same without links
+    const QMap<QString, QJsonObject> m_before; ///< what the crate has said until now
     numeric::FileSet m_files;
     QSet<QString> m_taken; ///< paths within the crate, and folders of jobs
     QSet<QString> m_described;
@@ -71,6 +123,14 @@ private:
     QJsonArray m_parts, m_actions;
     QStringList m_problems;
 };
+
+/// A file that is in the crate already keeps its path from copies of others.
+void CrateWriter::takeInside(const QString &file)
+{
+    const QString real = numeric::realPath(file);
+    if (real.startsWith(m_root + QLatin1Char('/')))
+        m_taken.insert(real.mid(m_root.size() + 1));
+}
 
 /// Where a file stands in the crate: where it is when it is in there, else in the folder of its job.
 QString CrateWriter::place(const QString &file, const QString &part)
@@ -138,17 +198,11 @@ QJsonArray CrateWriter::inputsOf(const SeriesRow &row, const QString &part)
 QJsonArray CrateWriter::resultsOf(const SeriesRow &row, const QString &part)
 {
     QJsonArray results;
-    const QString home = row.job.report.isEmpty() ? row.job.fileName : row.job.report;
-    const QDir folder(QFileInfo(numeric::realPath(home)).path());
-    const auto addFile = [&](const QString &file, const QJsonObject &facts) {
+    for (const auto &[file, facts] : resultsIn(row)) {
         const QString id = idOf(place(file, part));
         describe(id, QFileInfo(file).fileName(), facts);
         results.append(link(id));
-    };
-    for (const QJsonValue &file : row.report.value("files").toArray())
-        addFile(folder.filePath(file.toObject().value("path").toString()), file.toObject());
-    if (!row.job.report.isEmpty())
-        addFile(row.job.report, {});
+    }
     return results;
 }
 
@@ -177,34 +231,60 @@ void CrateWriter::add(const SeriesRow &row)
     m_actions.append(link(id));
 }
 
+/// The crate itself. What was said of it before stays: name and licence are the user's to state.
+QJsonObject CrateWriter::rootEntity() const
+{
+    QJsonObject root{{"name", "Chemical-state maps from X-ray absorption images"},
+                     {"description", "Results of flokluk-batch, with the jobs that they were calculated by; maps and "
+                                     "spectra are named by where they were read"},
+                     {"license", link(QStringLiteral("#license"))}};
+    const QJsonObject before = m_before.value(rootId);
+    for (auto member = before.begin(); member != before.end(); ++member)
+        root.insert(member.key(), member.value());
+    root.insert("@id", rootId);
+    root.insert("@type", "Dataset");
+    root.insert("datePublished", QDateTime::currentDateTimeUtc().toString(Qt::ISODate));
+    root.insert("conformsTo", link(processTerms));
+    for (const char *const key : {"hasPart", "mentions"})
+        root.remove(QLatin1String(key));
+    return root;
+}
+
+/// Adds the former entities that a value links to and that the graph does not have, and those that they link to.
+void CrateWriter::keepLinked(const QJsonValue &value, QJsonArray *graph) const
+{
+    for (const QString &id : linksOf(value)) {
+        const auto before = m_before.find(id);
+        const bool isThere = std::any_of(graph->begin(), graph->end(),
+                                         [&id](const QJsonValue &entity) { return entity.toObject()["@id"] == id; });
+        if (isThere || before == m_before.end())
+            continue;
+        graph->append(*before);
+        keepLinked(*before, graph);
+    }
+}
+
 QByteArray CrateWriter::metadata() const
 {
     QJsonArray graph;
-    graph.append(QJsonObject{{"@id", metadataName},
-                             {"@type", "CreativeWork"},
-                             {"about", link(QStringLiteral("./"))},
-                             {"conformsTo", link(crateTerms)}});
-    graph.append(
-        QJsonObject{{"@id", "./"},
-                    {"@type", "Dataset"},
-                    {"name", "Chemical-state maps from X-ray absorption images"},
-                    {"description", "Results of flokluk-batch, with the jobs that they were calculated by; maps and "
-                                    "spectra are named by where they were read"},
-                    {"datePublished", QDateTime::currentDateTimeUtc().toString(Qt::ISODate)},
-                    {"license", link(QStringLiteral("#license"))},
-                    {"conformsTo", link(processTerms)},
-                    {"hasPart", m_parts},
-                    {"mentions", m_actions}});
+    graph.append(QJsonObject{
+        {"@id", metadataName}, {"@type", "CreativeWork"}, {"about", link(rootId)}, {"conformsTo", link(crateTerms)}});
+    const QJsonObject about = rootEntity();
+    QJsonObject root = about;
+    root.insert("hasPart", m_parts);
+    root.insert("mentions", m_actions);
+    graph.append(root);
     const auto addWork = [&graph](const QString &id, const char *name, const char *version) {
         graph.append(
             QJsonObject{{"@id", id}, {"@type", "CreativeWork"}, {"name", QLatin1String(name)}, {"version", version}});
     };
     addWork(crateTerms, "RO-Crate", "1.1");
     addWork(processTerms, "Process Run Crate", "0.5");
-    graph.append(QJsonObject{{"@id", "#license"},
-                             {"@type", "CreativeWork"},
-                             {"name", "No licence stated"},
-                             {"description", "Whoever owns the data has not said here how they may be used"}});
+    if (linksOf(about).contains(noLicenceId) && !m_before.contains(noLicenceId))
+        graph.append(QJsonObject{{"@id", noLicenceId},
+                                 {"@type", "CreativeWork"},
+                                 {"name", "No licence stated"},
+                                 {"description", "Whoever owns the data has not said here how they may be used"}});
     const QString commit = floklukCommit();
     graph.append(
         QJsonObject{{"@id", programId},
@@ -213,6 +293,7 @@ QByteArray CrateWriter::metadata() const
                     {"version", floklukVersion() + (commit.isEmpty() ? QString() : QLatin1Char('+') + commit)}});
     for (const QJsonValue &entity : m_entities)
         graph.append(entity);
+    keepLinked(about, &graph);
     // sha256 is a term of schema.org that the context of RO-Crate 1.1 does not have yet.
     const QJsonArray context = {crateTerms + QLatin1String("/context"),
                                 QJsonObject{{"sha256", "https://schema.org/sha256"}}};
@@ -223,6 +304,12 @@ QStringList CrateWriter::write(const QVector<SeriesRow> &rows)
 {
     if (!QDir().mkpath(m_folder))
         return {QStringLiteral("cannot make the folder %1").arg(m_folder)};
+    for (const SeriesRow &row : rows) {
+        for (const QJsonValue &input : row.report.value("inputs").toArray())
+            takeInside(input.toObject().value("path").toString());
+        for (const auto &result : resultsIn(row))
+            takeInside(result.first);
+    }
     for (const SeriesRow &row : rows) {
         if (!row.report.isEmpty())
             add(row);
@@ -239,10 +326,10 @@ QStringList CrateWriter::write(const QVector<SeriesRow> &rows)
 
 QString crateMistake(const QString &folder)
 {
-    const QDir dir(folder);
-    const bool isOther = !folder.isEmpty() && QFileInfo::exists(folder) && !dir.exists(metadataName) &&
-                         (!QFileInfo(folder).isDir() || !dir.isEmpty());
-    return isOther ? QStringLiteral("%1 is neither empty nor an RO-Crate").arg(folder) : QString();
+    if (folder.isEmpty() || !QFileInfo::exists(folder) || (QFileInfo(folder).isDir() && QDir(folder).isEmpty()) ||
+        readEntities(folder).contains(programId))
+        return QString();
+    return QStringLiteral("%1 is neither empty nor an RO-Crate of flokluk-batch").arg(folder);
 }
 
 QStringList writeCrate(const QVector<SeriesRow> &rows, const QString &folder)

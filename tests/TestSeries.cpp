@@ -1,4 +1,5 @@
 #include "BatchTools.h"
+#include "batch/RunRecord.h"
 #include "batch/SeriesTrend.h"
 #include "series/JobsCommand.h"
 
@@ -296,6 +297,34 @@ private slots:
         QCOMPARE(actions, 2);
         QCOMPARE(m_sample.run({"--crate", m_sample.dir(), m_sample.path("four-points.json")}), 2);
         QVERIFY(m_sample.err.contains("is neither empty nor an RO-Crate"));
+    }
+
+    /// A crate that is made again keeps what is the user's: words about it, results in it, and the crates of others.
+    void crateAgain()
+    {
+        const QString metadata = "again/ro-crate-metadata.json";
+        const QStringList arguments = {"--crate", m_sample.path("again"), m_sample.path("four-points.json"),
+                                       m_sample.path("again/four-points_2/inside.json")};
+        QVERIFY(QDir(m_sample.dir()).mkpath("again/four-points_2") && QDir(m_sample.dir()).mkpath("again/four-points"));
+        const QString result = m_sample.path("again/four-points/four-points.dat"); // where a copy would go
+        QVERIFY(tables::writeBytes(m_sample.path(metadata), "{\"@graph\": []}"));
+        QCOMPARE(m_sample.run(arguments.mid(0, 3)), 2);
+        QCOMPARE(m_sample.text(metadata), QByteArray("{\"@graph\": []}"));
+        QVERIFY(tables::writeBytes(m_sample.path(metadata),
+                                   "{\"@graph\": [{\"@id\": \"#flokluk-batch\"}, {\"@id\": \"#me\"}, {\"@id\": \"./\", "
+                                   "\"name\": \"Mine\", \"license\": {\"@id\": \"https://l\"}}, "
+                                   "{\"@id\": \"https://l\", \"copyrightHolder\": [{\"@id\": \"#me\"}]}]}"));
+        Job inside = readJob(m_sample.path("non-equivalent.json")).job;
+        inside.resultFile = result;
+        inside.qualityFile = inside.report = QString();
+        QVERIFY(tables::writeBytes(arguments.last(), QJsonDocument(absoluteJob(inside)).toJson()));
+        QCOMPARE(m_sample.run(arguments), 0);
+        QVERIFY(tables::bytesOf(result) != m_sample.text("four-points.dat"));
+        QCOMPARE(m_sample.text("again/four-points/2_four-points.dat"), m_sample.text("four-points.dat"));
+        const QByteArray text = m_sample.text(metadata);
+        for (const char *const kept : {"\"Mine\"", "\"@id\": \"https://l\"", "\"copyrightHolder\"", "\"@id\": \"#me\""})
+            QVERIFY2(text.contains(kept), kept);
+        QVERIFY(!text.contains("#license"));
     }
 
     void jobsForFolders()
