@@ -19,7 +19,9 @@
 #include <algorithm>
 #include <cmath>
 #include <limits>
+#include <numeric>
 #include <optional>
+#include <tuple>
 
 namespace
 {
@@ -78,14 +80,54 @@ QString titleOf(Source source)
     return translated(QT_TRANSLATE_NOOP("Series", "Fractions of the material in the map"));
 }
 
-Trend::Curve &curveOf(const QString &name, QVector<Trend::Curve> *curves)
+/// Where each reference of a report stands in the job, from 1; reports have only those that take part.
+QVector<int> placesOf(const Job &job, int count)
 {
-    const auto found =
-        std::find_if(curves->begin(), curves->end(), [&name](const Trend::Curve &curve) { return curve.name == name; });
-    if (found != curves->end())
-        return *found;
-    curves->append({name, {}});
-    return curves->last();
+    QVector<int> places;
+    for (int i = 0; i < job.references.size(); ++i) {
+        if (job.references[i].use && !job.references[i].file.isEmpty())
+            places << i + 1;
+    }
+    if (places.size() == count)
+        return places;
+    places.resize(count);
+    std::iota(places.begin(), places.end(), 1);
+    return places;
+}
+
+/// A reference is known by place and valence: two may have files of one name, and each scan may have its own files.
+Trend::Curve &curveOf(int place, double valence, const QString &name, QVector<Trend::Curve> *curves)
+{
+    const auto found = std::find_if(curves->begin(), curves->end(), [&](const Trend::Curve &curve) {
+        return curve.place == place && curve.valence == valence;
+    });
+    if (found == curves->end()) {
+        curves->append({name, place, valence, {}});
+        return curves->last();
+    }
+    if (found->name != name)
+        found->name.clear();
+    return *found;
+}
+
+/// Puts the curves in order, and names those whose files have no common name, or one that another curve has, too.
+void arrange(QVector<Trend::Curve> *curves)
+{
+    std::sort(curves->begin(), curves->end(), [](const Trend::Curve &l, const Trend::Curve &r) {
+        return std::tie(l.place, l.valence) < std::tie(r.place, r.valence);
+    });
+    QStringList names;
+    for (Trend::Curve &curve : *curves) {
+        names << curve.name;
+        std::stable_sort(curve.points.begin(), curve.points.end(),
+                         [](const Trend::Point &l, const Trend::Point &r) { return l.x < r.x; });
+    }
+    for (Trend::Curve &curve : *curves) {
+        if (curve.name.isEmpty() || names.count(curve.name) > 1)
+            curve.name = translated(QT_TRANSLATE_NOOP("Series", "reference %1 (valence %2)"))
+                             .arg(curve.place)
+                             .arg(curve.valence);
+    }
 }
 
 /// The whole of the bars, and 0 to 1 at least.
@@ -187,17 +229,17 @@ Trend trendOf(const QVector<SeriesRow> &rows)
             continue;
         }
         const QJsonArray references = row.report.value("references").toArray();
+        const QVector<int> places = placesOf(row.job, references.size());
         for (int j = 0; j < fractions.values.size(); ++j) {
-            const QString file = references.at(j).toObject().value("file").toString();
+            const QJsonObject reference = references.at(j).toObject();
+            const QString name = QFileInfo(reference.value("file").toString()).completeBaseName();
             if (std::isfinite(fractions.values[j]))
-                curveOf(QFileInfo(file).completeBaseName(), &trend.curves)
+                curveOf(places.value(j, j + 1), reference.value("valence").toDouble(), name, &trend.curves)
                     .points.append({row.job.x.value_or(i + 1.0), fractions.values[j],
                                     fractions.errors.value(j, std::numeric_limits<double>::quiet_NaN())});
         }
     }
-    for (Trend::Curve &curve : trend.curves)
-        std::stable_sort(curve.points.begin(), curve.points.end(),
-                         [](const Trend::Point &l, const Trend::Point &r) { return l.x < r.x; });
+    arrange(&trend.curves);
     return trend;
 }
 

@@ -15,7 +15,9 @@ struct Trend {
         double error = 0.0; ///< standard error; NaN: not known
     };
     struct Curve {
-        QString name; ///< of the reference
+        QString name;         ///< of the reference
+        int place = 0;        ///< of the reference in the jobs, from 1
+        double valence = 0.0; ///< of the reference
         QVector<Point> points;
     };
 
@@ -29,6 +31,7 @@ struct Trend {
 /// Takes the fractions of the target by the method of the jobs; where no job has any, those of the linear combination
 /// fit; else those of the mean spectrum of the map's material. x is that of the jobs, or their number from 1 where none
 /// has one; jobs without x beside others that have one, and jobs without fractions, are left out.
+/// References of several jobs are the same one when place and valence are.
 Trend trendOf(const QVector<SeriesRow> &rows);
 
 /// Points with bars of one standard error to both sides, joined in the order of x: PNG, or PDF for a name that ends in

@@ -231,6 +231,32 @@ private slots:
         QVERIFY(byX.curves[0].points[1].error == 0.01 && std::isnan(byX.curves[1].points[1].error));
         const Trend byNumber = trendOf({row({}, 0.25), SeriesRow(), row({}, 0.5)});
         QVERIFY(byNumber.curves[1].points[1].x == 3 && byNumber.curves[1].points[1].fraction == 0.5);
+        // Per reference place:valence:file; the files of each scan may have their own names, or all the same one.
+        forRows<QStringList, QStringList, QStringList>(
+            {{"one name twice",
+              {"1:2:a/std", "2:3:b/std"},
+              {"1:2:a/std", "2:3:b/std"},
+              {"reference 1 (valence 2)", "reference 2 (valence 3)"}},
+             {"a name per scan", {"1:2:s1_a", "2:3:b"}, {"1:2:s2_a", "2:3:b"}, {"reference 1 (valence 2)", "b"}},
+             {"other places", {"1:2:a", "2:3:b"}, {"1:2:a", "3:4:c"}, {"a", "b", "c"}}},
+            [&row](const QStringList &first, const QStringList &second, const QStringList &wanted) {
+                const auto with = [&row](const QStringList &references) {
+                    SeriesRow made = row({}, 0.5);
+                    QJsonArray reported;
+                    for (const QString &text : references) {
+                        const QStringList parts = text.split(':');
+                        while (made.job.references.size() < parts[0].toInt())
+                            made.job.references.append({"x", made.job.references.size() + 1 == parts[0].toInt(), 0, 0});
+                        reported.append(QJsonObject{{"file", parts[2] + ".dat"}, {"valence", parts[1].toDouble()}});
+                    }
+                    made.report["references"] = reported;
+                    return made;
+                };
+                QStringList names;
+                for (const Trend::Curve &curve : trendOf({with(first), with(second)}).curves)
+                    names << curve.name;
+                QCOMPARE(names, wanted);
+            });
         const QImage image = QImage::fromData(trendPicture(byX, "a.png"));
         QVERIFY(image.width() > 1000 && image != QImage::fromData(trendPicture(byNumber, "a.png")));
         QVERIFY(trendPicture(byX, "a.PDF").startsWith("%PDF"));
