@@ -3130,6 +3130,10 @@ Do you want to replace it?</source>
         <translation>マップ中の物質の比率</translation>
     </message>
     <message>
+        <source>reference %1 (valence %2)</source>
+        <translation>標準試料 %1（価数 %2）</translation>
+    </message>
+    <message>
         <source>Number of the job</source>
         <translation>ジョブの番号</translation>
     </message>
