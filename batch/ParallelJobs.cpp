@@ -2,12 +2,12 @@
 
 #include "batch/BatchMessages.h"
 #include "batch/JobRunner.h"
+#include "numeric/TemporaryName.h"
 
 #include <QCoreApplication>
 #include <QEventLoop>
 #include <QFile>
 #include <QProcess>
-#include <QTemporaryDir>
 #include <QTextStream>
 
 #include <memory>
@@ -84,6 +84,7 @@ public:
         , m_processes(static_cast<std::size_t>(jobs.size()))
         , m_rows(jobs.size())
         , m_messages(err, options.form == ProgressForm::Json)
+        , m_folder(options.isSeries() ? std::make_unique<numeric::TemporaryFolder>() : nullptr)
         , m_isDone(static_cast<std::size_t>(jobs.size()), false)
     {
     }
@@ -106,7 +107,7 @@ private:
     /// Of the process of a job, for its outcome; empty where nobody asks for it.
     QString outcomeFile(std::size_t i) const
     {
-        return m_options.isSeries() ? m_folder.filePath(QString::number(i)) : QString();
+        return m_folder && m_folder->isValid() ? m_folder->path() + QLatin1Char('/') + QString::number(i) : QString();
     }
 
     const QVector<JobOrErrors> &m_jobs;
@@ -117,7 +118,7 @@ private:
     std::vector<std::unique_ptr<JobProcess>> m_processes;
     QVector<SeriesRow> m_rows;
     BatchMessages m_messages;
-    const QTemporaryDir m_folder;
+    std::unique_ptr<numeric::TemporaryFolder> m_folder; ///< where outcomes are asked for
     std::vector<bool> m_isDone;
     std::size_t m_next = 0;
     std::size_t m_printed = 0;
@@ -173,7 +174,7 @@ void Pool::finish(std::size_t i, int code)
     if (m_processes[i])
         passOn(m_processes[i].get(), true);
     QFile outcome(outcomeFile(i));
-    if (m_options.isSeries() && outcome.open(QIODevice::ReadOnly))
+    if (!outcome.fileName().isEmpty() && outcome.open(QIODevice::ReadOnly))
         readSeriesRow(outcome.readAll(), &row);
     if (code < 0) {
         row.errors << row.job.fileName + (code == notStarted ? QLatin1String(": no process can be started for it")

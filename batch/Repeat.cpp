@@ -5,13 +5,13 @@
 #include "batch/JobRunner.h"
 #include "batch/OutputPaths.h"
 #include "batch/ReportFile.h"
+#include "numeric/TemporaryName.h"
 #include "version/Version.h"
 
 #include <QDir>
 #include <QFileInfo>
 #include <QJsonArray>
 #include <QRegularExpression>
-#include <QTemporaryDir>
 #include <QTextStream>
 
 namespace
@@ -50,7 +50,7 @@ Job writingInto(const Job &job, const QString &folder)
 
 JobResult runElsewhere(const JobOrErrors &job, bool isJapanese, const BatchOptions &options, QTextStream *err)
 {
-    const QTemporaryDir folder;
+    const numeric::TemporaryFolder folder;
     JobResult result;
     if (!folder.isValid()) {
         result.outcome = JobOutcome::CannotWrite;

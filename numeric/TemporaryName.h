@@ -2,6 +2,8 @@
 
 #include <QString>
 
+#include <memory>
+
 namespace numeric
 {
 
@@ -16,7 +18,10 @@ class TemporaryName
 {
 public:
     /// Best made before the file.
-    explicit TemporaryName(const QString &path);
+    explicit TemporaryName(const QString &path)
+        : TemporaryName(path, false)
+    {
+    }
     ~TemporaryName();
     TemporaryName(const TemporaryName &) = delete;
     TemporaryName &operator=(const TemporaryName &) = delete;
@@ -28,9 +33,26 @@ public:
 private:
     struct Entry;
     friend void removeTemporaryFiles();
+    friend class TemporaryFolder;
+    TemporaryName(const QString &path, bool isFolder);
 
     QString m_path;
     Entry *m_entry;
+};
+
+/// A new folder of its own in the folder for temporary files. With all that is in it, it is removed when this ends, or
+/// (on Linux) before a signal is obeyed.
+class TemporaryFolder
+{
+public:
+    TemporaryFolder();
+
+    bool isValid() const { return m_name != nullptr; }
+    /// Empty where no folder could be made.
+    QString path() const { return m_name ? m_name->path() : QString(); }
+
+private:
+    std::unique_ptr<TemporaryName> m_name;
 };
 
 /// While it lives a signal that ends the program waits; it is obeyed afterwards. Not to be nested.

@@ -144,19 +144,32 @@ private slots:
         batchtools::SampleJobs large;
         QVERIFY(large.make(256, 192));
         const QStringList before = QDir(large.dir()).entryList(QDir::Files | QDir::Hidden);
-        forRows<int>({{"terminated", SIGTERM}, {"interrupted", SIGINT}}, [&](int number) {
-            QProcess shell;
-            shell.setReadChannel(QProcess::StandardError);
-            shell.start("sh", {"-c", "sh -c 'echo $$ >&2; exec \"$0\" \"$1\"' \"$0\" \"$1\"; exit $?", FLOKLUK_BATCH,
-                               large.path("four-points.json")});
-            QByteArray seen;
-            while (!seen.contains("saving pictures") && shell.waitForReadyRead(60000))
-                seen += shell.readAll();
-            QCOMPARE(::kill(seen.left(seen.indexOf('\n')).toInt(), number), 0);
-            QVERIFY(shell.waitForFinished(60000));
-            QCOMPARE(shell.exitCode(), 128 + number);
-            QCOMPARE(QDir(large.dir()).entryList(QDir::Files | QDir::Hidden), before);
-        });
+        QVERIFY(QDir(large.dir()).mkdir("temporary"));
+        const QString first = large.path("four-points.json"), second = large.path("non-equivalent.json");
+        forRows<int, QStringList>(
+            {{"terminated", SIGTERM, {first}},
+             {"interrupted", SIGINT, {first}},
+             {"with a folder of its own", SIGTERM, {"--list-outputs", first}},
+             {"of several processes", SIGTERM, {"--jobs", "2", "--table", "all.csv", first, second}}},
+            [&](int number, const QStringList &arguments) {
+                QProcess shell;
+                QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
+                environment.insert("TMPDIR", large.path("temporary"));
+                shell.setProcessEnvironment(environment);
+                shell.setReadChannel(QProcess::StandardError);
+                shell.start("sh", QStringList{"-c", "sh -c 'echo $$ >&2; exec \"$0\" \"$@\"' \"$0\" \"$@\"; exit $?",
+                                              FLOKLUK_BATCH} +
+                                      arguments);
+                QByteArray seen;
+                while (!seen.contains("saving pictures") && shell.waitForReadyRead(60000))
+                    seen += shell.readAll();
+                QCOMPARE(::kill(seen.left(seen.indexOf('\n')).toInt(), number), 0);
+                QVERIFY(shell.waitForFinished(60000));
+                QCOMPARE(shell.exitCode(), 128 + number);
+                QTRY_COMPARE(QDir(large.dir()).entryList(QDir::Files | QDir::Hidden),
+                             before); // processes of jobs end later
+                QCOMPARE(QDir(large.path("temporary")).entryList({"flokluk-*"}), QStringList());
+            });
     }
 
     /// A line a job with the numbers of its report, in the order of the command line.
