@@ -66,7 +66,7 @@ public:
         : m_name(QFileInfo(QDir::current().absoluteFilePath(folder)).fileName())
         , m_path(QDir::current().absoluteFilePath(folder))
     {
-        static const QRegularExpression digits(QStringLiteral("[0-9]+(?=[^0-9]*$)"));
+        static const QRegularExpression digits(QStringLiteral("(?<![0-9])[0-9]+(\\.[0-9]+)?(?=[^0-9]*$)"));
         m_number = digits.match(m_name).captured();
     }
 
@@ -75,6 +75,8 @@ public:
 
     /// Whether {number} was asked for and the folder's name has none.
     bool lacksNumber() const { return m_lacksNumber; }
+    /// A word in braces that stands for nothing; empty: there is none.
+    const QString &unknown() const { return m_unknown; }
 
     QJsonValue filled(const QJsonValue &value, const QString &key = QString())
     {
@@ -93,6 +95,9 @@ public:
         if (!value.isString())
             return value;
         QString text = value.toString();
+        static const QRegularExpression words(QStringLiteral("\\{(?!(folder|path|number)\\})\\w+\\}"));
+        if (m_unknown.isEmpty())
+            m_unknown = words.match(text).captured();
         m_lacksNumber = m_lacksNumber || (m_number.isEmpty() && text.contains(QLatin1String("{number}")));
         if (key == QLatin1String("x") && text == QLatin1String("{number}"))
             return m_number.toDouble();
@@ -102,7 +107,7 @@ public:
     }
 
 private:
-    QString m_name, m_path, m_number;
+    QString m_name, m_path, m_number, m_unknown;
     bool m_lacksNumber = false;
 };
 
@@ -207,6 +212,9 @@ FolderJobs jobsFromTemplate(const QString &templateFile, const QStringList &fold
         Placeholders placeholders(folder);
         QStringList mistakes;
         Job job = jobFromJson(withInputs(placeholders.filled(root).toObject(), home), QDir(), &mistakes);
+        if (!placeholders.unknown().isEmpty())
+            mistakes.prepend(placeholders.unknown() +
+                             QLatin1String(" stands for nothing; {folder}, {path} and {number} do"));
         if (!mistakes.isEmpty()) {
             result.problems = mistakes;
             result.isTemplateBad = true;

@@ -25,7 +25,8 @@ QStringList foldersOf(const QStringList &words, QStringList *problems);
 /// Makes a job file into one per folder, to be written into `out` as FOLDER.json.
 ///
 /// In the texts of the template {folder} stands for the name of the folder, {path} for its path and {number} for the
-/// last number in its name; "x" may be "{number}". An input whose name holds * or ? is looked for in the folder, where
+/// last number in its name, with decimals and without a sign; "x" may be "{number}". Any other word in braces is a
+/// mistake. An input whose name holds * or ? is looked for in the folder, where
 /// it must match exactly one file; every other relative path is one from the template, as in a job. Folders of the same
 /// name, inputs that are not there, and outputs that two jobs would share are problems.
 FolderJobs jobsFromTemplate(const QString &templateFile, const QStringList &folders, const QString &out);
