@@ -111,6 +111,17 @@ int writeSeries(const QVector<SeriesRow> &rows, const BatchOptions &options, QTe
     return static_cast<int>(problems.isEmpty() ? JobOutcome::Done : JobOutcome::CannotWrite);
 }
 
+/// A sentence for a file of all jobs together that cannot be made, before time is spent on them; empty: it can.
+QString folderMistake(const QStringList &files)
+{
+    for (const QString &file : files) {
+        const QString folder = QFileInfo(file).path();
+        if (!QFileInfo(folder).isDir())
+            return QStringLiteral("%1 cannot be written: there is no folder %2").arg(file, folder);
+    }
+    return QString();
+}
+
 int runJobs(const BatchOptions &options, QTextStream *out, QTextStream *err)
 {
     QVector<JobOrErrors> jobs = readJobs(options);
@@ -118,6 +129,8 @@ int runJobs(const BatchOptions &options, QTextStream *out, QTextStream *err)
     QStringList ofAll = {options.table, options.trend, options.outcomeFile};
     ofAll.removeAll(QString());
     QString problem = outputMistake(jobs, ofAll);
+    if (problem.isEmpty())
+        problem = folderMistake(ofAll);
     if (problem.isEmpty())
         problem = crateMistake(options.crate);
     if (!problem.isEmpty()) {

@@ -65,6 +65,32 @@ QString trendMistake(const BatchOptions &options)
     return isKnown ? QString() : QStringLiteral("--trend draws a .png or a .pdf");
 }
 
+/// Of --verify and --again, which look at one report alone.
+QString mistakeWithReport(const BatchOptions &options)
+{
+    const QString name = QLatin1String(options.verify.isEmpty() ? "--again" : "--verify");
+    if (!options.jobs.isEmpty())
+        return name + QLatin1String(" goes with no job");
+    if (!options.verify.isEmpty() && !options.again.isEmpty())
+        return QStringLiteral("--verify and --again do not go together");
+    if (options.isSeries())
+        return name + QLatin1String(" goes with no --table, --trend or --crate");
+    return options.check || options.listOutputs
+               ? name + QLatin1String(options.check ? " goes with no --check" : " goes with no --list-outputs")
+               : QString();
+}
+
+/// The first option whose value is empty; empty when there is none.
+QString emptyOption(const QCommandLineParser &parser)
+{
+    for (const Option &option : optionTable) {
+        const QString name = QLatin1String(option.name);
+        if (option.value && parser.isSet(name) && parser.value(name).isEmpty())
+            return name;
+    }
+    return QString();
+}
+
 QString mistake(const BatchOptions &options, bool isNumber, const QString &progress)
 {
     if (!isNumber || options.processes < 1)
@@ -72,9 +98,7 @@ QString mistake(const BatchOptions &options, bool isNumber, const QString &progr
     if (!progress.isEmpty() && options.form != ProgressForm::Json)
         return QStringLiteral("--progress knows one form, json");
     if (!options.verify.isEmpty() || !options.again.isEmpty())
-        return options.jobs.isEmpty()
-                   ? QString()
-                   : QStringLiteral("%1 goes with no job").arg(options.verify.isEmpty() ? "--again" : "--verify");
+        return mistakeWithReport(options);
     if (options.jobs.isEmpty())
         return QStringLiteral("no job file is named");
     if (options.show && options.jobs.size() != 1)
@@ -134,6 +158,9 @@ BatchOptions parseBatchOptions(const QStringList &arguments)
         options.form = ProgressForm::Json;
     const QStringList names = parser.optionNames();
     options.japanese = names.lastIndexOf(QStringLiteral("j")) > names.lastIndexOf(QStringLiteral("e"));
-    options.error = mistake(options, isNumber, isSet("progress") ? value("progress") + QLatin1Char(' ') : QString());
+    const QString empty = emptyOption(parser);
+    options.error = !empty.isEmpty() ? QStringLiteral("--%1 wants a value").arg(empty)
+                                     : mistake(options, isNumber,
+                                               isSet("progress") ? value("progress") + QLatin1Char(' ') : QString());
     return options;
 }

@@ -223,6 +223,12 @@ private slots:
         QVERIFY(cell(1, "x") == "2.5" && cell(2, "x").isEmpty() && cell(2, "warnings") == "0");
         QCOMPARE(m_sample.run({"--table", m_sample.path("target.dat"), jobs[3]}), 2);
         QVERIFY(m_sample.err.contains("target.dat cannot be written: it is an input of"));
+        QCOMPARE(m_sample.run({"--trend", m_sample.path("none/all.png"), jobs[3]}), 2);
+        QVERIFY(m_sample.err.contains("none/all.png cannot be written: there is no folder") && m_sample.out.isEmpty());
+        for (const QString wrong : {"--table= a.json", "--crate= a.json", "--again r --table t", "--again r --verify r",
+                                    "--verify r --check", "--again r --crate c", "--again r a.json"})
+            QVERIFY2(!parseBatchOptions(QStringList("flokluk-batch") + wrong.split(' ')).error.isEmpty(),
+                     qPrintable(wrong));
     }
 
     void trend()
@@ -369,7 +375,7 @@ private slots:
     void jobsForFolders()
     {
         const QDir home(m_sample.dir());
-        for (const char *const folder : {"scan_2", "scan_10", "scan_x"}) {
+        for (const char *const folder : {"scan_2", "scan_10.5K", "scan_x"}) {
             QVERIFY(home.mkpath(folder));
             for (const QString &map : home.entryList({"map*.txt"}))
                 QFile::copy(home.filePath(map), home.filePath(QString(folder) + "/a_" + map));
@@ -383,14 +389,17 @@ private slots:
         QVERIFY(
             tables::writeBytes(m_sample.path("many.json"), edited(m_sample.text("template.json"), "a_map1 => a_map*")));
         QVERIFY(tables::writeBytes(m_sample.path("one.json"), edited(m_sample.text("template.json"), "{folder} => r")));
+        QVERIFY(tables::writeBytes(m_sample.path("word.json"),
+                                   edited(m_sample.text("template.json"), "{folder} => {fodler}")));
         QVERIFY(tables::writeBytes(m_sample.path("bad.json"), "{\"references\": []}"));
         forRows<QString, QString, int, QString>(
-            {{"as many as folders", "template.json", "scan_1?/ scan_2/", 0, "scan_10.json\n"},
+            {{"as many as folders", "template.json", "scan_1*/ scan_2/", 0, "scan_10.5K.json\n"},
              {"missing", "template.json", "scan_*", 1, "scan_x: energies[2].map: no file matches a_map3_*"},
              {"no number", "template.json", "scan_x", 1, "scan_x: the name has no number"},
              {"too many", "many.json", "scan_2", 1, "scan_2: energies[0].map: 8 files match a_map*_*"},
-             {"one output", "one.json", "scan_2 scan_10", 1, "would both write "},
+             {"one output", "one.json", "scan_2 scan_10.5K", 1, "would both write "},
              {"no such folder", "template.json", "scam_*", 1, "scam_*: no such folder"},
+             {"a word", "word.json", "scan_2", 2, "word.json: {fodler} stands for nothing"},
              {"no job", "bad.json", "scan_2", 2, "bad.json: energies is missing"}},
             [this](const QString &file, const QString &folders, int code, const QString &sentence) {
                 QStringList arguments = {"flokluk-jobs", "--out", m_sample.path("jobs"), m_sample.path(file)};
@@ -404,10 +413,10 @@ private slots:
                 QCOMPARE(QDir(m_sample.path("jobs")).entryList(QDir::Files).size(), code == 0 ? 2 : 0);
                 if (code != 0)
                     return;
-                QVERIFY(!out.contains("scan_2.json\nscan_10")); // as on the command line
-                QCOMPARE(m_sample.run({m_sample.path("jobs/scan_10.json")}), 0);
-                QVERIFY(QFile::exists(m_sample.path("scan_10.dat")));
-                QCOMPARE(readJob(m_sample.path("jobs/scan_10.json")).job.x.value_or(0), 10.0);
+                QVERIFY(!out.contains("scan_2.json\nscan_10.5K")); // as on the command line
+                QCOMPARE(m_sample.run({m_sample.path("jobs/scan_10.5K.json")}), 0);
+                QVERIFY(QFile::exists(m_sample.path("scan_10.5K.dat")));
+                QCOMPARE(readJob(m_sample.path("jobs/scan_10.5K.json")).job.x.value_or(0), 10.5);
                 QVERIFY(tables::writeBytes(m_sample.path("jobs/scan_2.json"), "{}"));
                 QCOMPARE(runJobsCommand(arguments, &outStream, &errStream), 1); // a user's file
                 QVERIFY(err.contains("scan_2.json is there and no job") && m_sample.text("jobs/scan_2.json") == "{}");
