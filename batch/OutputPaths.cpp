@@ -1,7 +1,7 @@
 #include "batch/OutputPaths.h"
 
+#include "analysis/job/JobPaths.h"
 #include "batch/PanelPictures.h"
-#include "display/HistogramBins.h"
 #include "numeric/FileIdentity.h"
 
 #include <QFileInfo>
@@ -84,12 +84,6 @@ QStringList inputFiles(const Job &job)
         files << energy.map;
     files.removeAll(QString());
     return files;
-}
-
-QStringList resultFiles(const QString &result)
-{
-    return {result, HistogramBins::pathBeside(result, QStringLiteral("HGAlpha")),
-            HistogramBins::pathBeside(result, QStringLiteral("HGThick"))};
 }
 
 QStringList lockFiles(const Job &job)

@@ -5,9 +5,6 @@
 /// The files that a job reads, itself among them.
 QStringList inputFiles(const Job &job);
 
-/// A result file and its two histograms.
-QStringList resultFiles(const QString &result);
-
 /// What a second run of the same outputs is kept away by: the paths of lock files, without links, beside the result,
 /// its quality, the report and the folder of the pictures.
 QStringList lockFiles(const Job &job);

@@ -1,9 +1,9 @@
 #include "batch/Repeat.h"
 
+#include "analysis/job/JobPaths.h"
 #include "batch/BatchMessages.h"
 #include "batch/BatchOptions.h"
 #include "batch/JobRunner.h"
-#include "batch/OutputPaths.h"
 #include "batch/ReportFile.h"
 #include "numeric/TemporaryName.h"
 #include "version/Version.h"

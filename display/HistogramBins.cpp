@@ -1,9 +1,7 @@
 #include "display/HistogramBins.h"
 
+#include "numeric/FileIdentity.h"
 #include "numeric/StagedFile.h"
-
-#include <QDir>
-#include <QFileInfo>
 
 #include <algorithm>
 #include <numeric>
@@ -57,18 +55,9 @@ int HistogramBins::inRangeCount() const
     return std::accumulate(counts.cbegin(), counts.cend(), 0);
 }
 
-QString HistogramBins::pathBeside(const QString &path, const QString &tag)
-{
-    const QFileInfo beside(path);
-    const QString directory = QDir(beside.path()).canonicalPath();
-    if (path.isEmpty() || directory.isEmpty())
-        return QString();
-    return QStringLiteral("%1/%2_%3.%4").arg(directory, beside.completeBaseName(), tag, beside.suffix());
-}
-
 bool HistogramBins::write(const QString &path, const QString &tag, numeric::FileSet *set) const
 {
-    numeric::StagedFile file(pathBeside(path, tag));
+    numeric::StagedFile file(numeric::pathBeside(path, tag));
     if (!file.open(QIODevice::Text))
         return false;
     bool isWritten = true;

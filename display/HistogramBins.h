@@ -54,8 +54,6 @@ public:
     /// line, to a file beside `path`: "map.txt" and the tag "a" give "map_a.txt". False when it cannot be written; a
     /// file that was there is then as it was. With a set the file takes its place with the others of the set.
     bool write(const QString &path, const QString &tag, numeric::FileSet *set = nullptr) const;
-    /// The path of that file; empty when the directory does not exist.
-    static QString pathBeside(const QString &path, const QString &tag);
 
     double min = unset;      ///< lower edge of the first box
     double max = unset;      ///< upper edge of the last box

@@ -73,6 +73,15 @@ QString fileIdentity(const QString &path)
     return realPath(path);
 }
 
+QString pathBeside(const QString &path, const QString &tag)
+{
+    if (path.isEmpty())
+        return QString();
+    const QFileInfo beside(path);
+    return QStringLiteral("%1/%2_%3.%4")
+        .arg(realFolder(beside.path()), beside.completeBaseName(), tag, beside.suffix());
+}
+
 bool isPlaceForFile(const QString &path)
 {
     const QFileInfo info(path);

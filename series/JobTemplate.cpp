@@ -169,9 +169,12 @@ QStringList sharedOutputs(const QVector<FolderJob> &jobs, const QStringList &fol
     QHash<QString, int> writers;
     for (int i = 0; i < jobs.size(); ++i) {
         const Job &job = jobs[i].job;
-        for (const QString &file : {jobs[i].file, job.resultFile, job.qualityFile, job.report}) {
+        QStringList files = QStringList{jobs[i].file} + resultFiles(job.resultFile);
+        files << job.qualityFile << job.report;
+        files.removeAll(QString());
+        for (const QString &file : qAsConst(files)) {
             const QString place = numeric::realPath(file);
-            if (!file.isEmpty() && writers.contains(place))
+            if (writers.contains(place))
                 problems << QStringLiteral("%1 and %2 would both write %3")
                                 .arg(folders[writers.value(place)], folders[i], file);
             writers.insert(place, i);

@@ -222,6 +222,8 @@ private slots:
              {"another job", "non-equivalent.json", other,
               "cannot be written: it is an input of .*non-equivalent.json"},
              {"a histogram", "four-points_HGThick.dat", other, "HGThick.dat cannot be written: it is an output of"},
+             {"one in a new folder", "new/q_HGThick.dat && 'four-points.dat' => 'new/q.dat'", other,
+              "HGThick.dat cannot be written: it is an output of"},
              {"a picture that there may be", "pictures/twin_Map_C2.png", other, "C2.png cannot be written: it is an"},
              {"an input under another name", "hard-link", other, "hard-link cannot be written: it is an input of"},
              {"a device", "/dev/null", other, "/dev/null cannot be written: it is no plain file"},

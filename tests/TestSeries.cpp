@@ -114,6 +114,10 @@ private slots:
             QCOMPARE(listed.size() > 10, job == "pictures.json");
         }
         QCOMPARE(m_sample.run({"--list-outputs", m_sample.path("nothing.json")}), 2);
+        const QByteArray elsewhere = edited(m_sample.text("four-points.json"), "'four-points.dat => 'new/r.dat");
+        QVERIFY(tables::writeBytes(m_sample.path("elsewhere.json"), elsewhere));
+        QCOMPARE(m_sample.run({"--list-outputs", m_sample.path("elsewhere.json")}), 0);
+        QVERIFY(m_sample.out.contains(m_sample.path("new/r_HGAlpha.dat\n")));
     }
 
     /// Of several processes, too: no line is broken by another one.
@@ -375,7 +379,7 @@ private slots:
     void jobsForFolders()
     {
         const QDir home(m_sample.dir());
-        for (const char *const folder : {"scan_2", "scan_10.5K", "scan_x"}) {
+        for (const char *const folder : {"scan_2", "scan_10.5K", "scan_2_HGThick", "scan_x"}) {
             QVERIFY(home.mkpath(folder));
             for (const QString &map : home.entryList({"map*.txt"}))
                 QFile::copy(home.filePath(map), home.filePath(QString(folder) + "/a_" + map));
@@ -398,6 +402,7 @@ private slots:
              {"no number", "template.json", "scan_x", 1, "scan_x: the name has no number"},
              {"too many", "many.json", "scan_2", 1, "scan_2: energies[0].map: 8 files match a_map*_*"},
              {"one output", "one.json", "scan_2 scan_10.5K", 1, "would both write "},
+             {"a histogram of another", "template.json", "scan_2 scan_2_HGThick", 1, "would both write "},
              {"no such folder", "template.json", "scam_*", 1, "scam_*: no such folder"},
              {"a word", "word.json", "scan_2", 2, "word.json: {fodler} stands for nothing"},
              {"no job", "bad.json", "scan_2", 2, "bad.json: energies is missing"}},

@@ -37,3 +37,9 @@ Job withPathsFrom(const QString &folder, const Job &job)
     const QDir from(numeric::realPath(folder));
     return withPaths(job, [&from](const QString &path) { return from.relativeFilePath(numeric::realPath(path)); });
 }
+
+QStringList resultFiles(const QString &result)
+{
+    return {result, numeric::pathBeside(result, QStringLiteral("HGAlpha")),
+            numeric::pathBeside(result, QStringLiteral("HGThick"))};
+}
