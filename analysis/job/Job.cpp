@@ -6,6 +6,7 @@
 #include <QDir>
 #include <QFile>
 #include <QFileInfo>
+#include <QHash>
 #include <QJsonArray>
 #include <QJsonDocument>
 
@@ -53,6 +54,22 @@ Job::Region regionOf(JobReader *entry, QStringList *errors)
     const double above = entry->number("above");
     return {entry->path("name"), entry->rectangle("rectangle"),
             entry->has("above") ? std::optional<double>(above) : std::nullopt};
+}
+
+/// Tables know regions by their names.
+QStringList regionsOfOneName(const QVector<Job::Region> &regions)
+{
+    QStringList errors;
+    QHash<QString, int> first;
+    for (int i = 0; i < regions.size(); ++i) {
+        const QString &name = regions[i].name;
+        if (first.contains(name) && !name.isEmpty())
+            errors
+                << QStringLiteral("%1.name: regions[%2] has the same name").arg(entryOf("regions", i)).arg(first[name]);
+        else
+            first.insert(name, i);
+    }
+    return errors;
 }
 
 QJsonArray toJson(const QVector<Job::Region> &regions)
@@ -135,6 +152,7 @@ Job jobFromJson(const QJsonObject &root, const QDir &directory, QStringList *err
     });
     readList(&reader, "regions", Job::maxRegions, errors,
              [&job, errors](JobReader *entry) { job.regions.append(regionOf(entry, errors)); });
+    errors->append(regionsOfOneName(job.regions));
     if (reader.has("target")) {
         JobReader target(reader.object("target"), "target", errors);
         target.allowOnly({"file", "dE"});
@@ -143,8 +161,9 @@ Job jobFromJson(const QJsonObject &root, const QDir &directory, QStringList *err
     }
     job.settings = reader.object("settings");
     job.lenient = reader.truth("lenient", false);
-    if (reader.has("x"))
-        job.x = reader.number("x");
+    const double x = reader.number("x");
+    if (root.value("x").isDouble())
+        job.x = x;
     job.xTitle = reader.path("xTitle");
     job.program = reader.path("program");
     job.shift = shiftOf(root.value("findShift"), errors);

@@ -8,6 +8,8 @@
 #include <QDir>
 #include <QFileInfo>
 
+#include <algorithm>
+
 namespace
 {
 
@@ -177,7 +179,13 @@ QVector<Job::Region> jobRegions(const std::vector<Region> &regions)
 {
     QVector<Job::Region> found;
     for (const Region &region : regions) {
-        Job::Region entry = {region.name, std::nullopt, region.above};
+        QString name = region.name; // a job wants names that differ; the same pixel can be a region twice
+        const auto isTaken = [&name](const Job::Region &other) {
+            return other.name == name;
+        };
+        for (int i = 2; std::any_of(found.cbegin(), found.cend(), isTaken); ++i)
+            name = QStringLiteral("%1 (%2)").arg(region.name, QString::number(i));
+        Job::Region entry = {name, std::nullopt, region.above};
         if (const auto &pixels = region.rectangle)
             entry.rectangle = std::array<int, 4>{pixels->x0, pixels->y0, pixels->x1, pixels->y1};
         found.append(entry);
