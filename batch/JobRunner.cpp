@@ -178,7 +178,7 @@ void Run::judgeInputs()
         else
             m_result.warnings << m_job.fileName + QLatin1String(": ") + finding.text;
     }
-    if (!m_job.regions.isEmpty() && m_job.report.isEmpty()) // as those of a job copied from the window are
+    if (!m_job.regions.isEmpty() && !hasReport()) // as those of a job copied from the window are
         m_result.warnings << m_job.fileName + QLatin1String(": regions: there is no report that could hold them");
     if (m_result.outcome == JobOutcome::Done)
         prepareOutputs();

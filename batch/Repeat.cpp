@@ -98,6 +98,46 @@ QStringList differences(const QVector<Written> &before, QVector<Written> now)
     return found;
 }
 
+/// What a report says of the analysis, without the paths of files and the job's own path, which a repetition has
+/// written otherwise.
+QJsonObject findingsOf(const QJsonObject &report)
+{
+    QJsonObject found;
+    for (const char *const key :
+         {"edge", "references", "target", "map", "regions", "energyShift", "warnings", "errors"})
+        found.insert(QLatin1String(key), report.value(QLatin1String(key)));
+    QJsonObject target = found.value("target").toObject();
+    target.remove(QStringLiteral("file"));
+    found.insert("target", target);
+    QJsonArray references, errors;
+    for (const QJsonValue &value : found.value("references").toArray()) {
+        QJsonObject reference = value.toObject();
+        reference.remove(QStringLiteral("file"));
+        references.append(reference);
+    }
+    found.insert("references", references);
+    const QString job = QFileInfo(report.value("job").toString()).fileName() + QLatin1String(": ");
+    for (const QJsonValue &value : found.value("errors").toArray()) {
+        const QString error = value.toString();
+        const int name = error.indexOf(job);
+        errors.append(name < 0 ? error : error.mid(name + job.size()));
+    }
+    found.insert("errors", errors);
+    return found;
+}
+
+/// The keys of two reports under which they say other things.
+QStringList differentFindings(const QJsonObject &before, const QJsonObject &now)
+{
+    const QJsonObject then = findingsOf(before), today = findingsOf(now);
+    QStringList keys;
+    for (const QString &key : then.keys()) {
+        if (then.value(key) != today.value(key))
+            keys << key;
+    }
+    return keys;
+}
+
 /// The files that a job writes, without those that only its run knows.
 QStringList knownOutputs(const Job &job)
 {
@@ -137,19 +177,23 @@ Verification repeatReport(const QString &path, const BatchOptions &options, QTex
     const bool isJapanese = report.content.value("language") == QJsonValue("ja");
     const JobResult result = runElsewhere(jobOf(report), isJapanese, options, err);
     QStringList different = differences(filesOf(report.content), filesOf(result.report));
+    const QStringList keys = differentFindings(report.content, result.report);
+    if (!keys.isEmpty())
+        different
+            << QStringLiteral("the report says something else this time under %1").arg(keys.join(QLatin1String(", ")));
     if (result.report.isEmpty())
         different = QStringList(QStringLiteral("the run cannot be repeated"));
     const bool isRefusal = !report.content.value("errors").toArray().isEmpty();
     messages.error(path, isRefusal ? QStringList() : result.errors);
     messages.error(path, about(different));
-    const auto verdict = [&](const char *what, bool isSame, int count) {
+    const auto verdict = [&](const char *what, bool isSame, int count, const char *more) {
         *out << path << ": the " << what << (isSame ? " are the same" : " are not the same");
         if (isSame)
-            *out << " (" << count << " files)";
+            *out << " (" << count << " files" << more << ')';
         *out << '\n';
     };
-    verdict("inputs", changed.isEmpty(), report.content.value("inputs").toArray().size());
-    verdict("results", different.isEmpty(), filesOf(report.content).size());
+    verdict("inputs", changed.isEmpty(), report.content.value("inputs").toArray().size(), "");
+    verdict("results", different.isEmpty(), filesOf(report.content).size(), " and what the report says");
     return changed.isEmpty() && different.isEmpty() ? Verification::Good : Verification::NotThatRun;
 }
 

@@ -7,6 +7,7 @@
 #include "numeric/Sha256.h"
 #include "version/Version.h"
 
+#include <QCryptographicHash>
 #include <QFile>
 #include <QFileInfo>
 #include <QJsonArray>
@@ -38,9 +39,26 @@ ReportFile readReport(const QString &path)
     return report;
 }
 
+QString sumOf(QJsonObject report)
+{
+    report.remove(QStringLiteral("sum"));
+    const QByteArray text = QJsonDocument(report).toJson(QJsonDocument::Compact);
+    return QString::fromLatin1(QCryptographicHash::hash(text, QCryptographicHash::Sha256).toHex());
+}
+
+QJsonObject withSum(const QJsonObject &report)
+{
+    // Numbers that are not finite are null from now on, as they are for who reads the file.
+    QJsonObject read = QJsonDocument::fromJson(QJsonDocument(report).toJson()).object();
+    read.insert("sum", sumOf(read));
+    return read;
+}
+
 QStringList problemsOf(const ReportFile &report)
 {
     QStringList problems, files, pictureFolders;
+    if (report.content.contains("sum") && report.content.value("sum").toString() != sumOf(report.content))
+        problems << QStringLiteral("the report itself is not what the run wrote");
     if (!report.content.value("complete").toBool())
         problems << QStringLiteral("the run has not written all that its job asks for");
     for (const QJsonValue &entry : report.content.value("files").toArray()) {
@@ -82,7 +100,7 @@ bool isAlreadyDone(const Job &job, bool isJapanese)
 {
     const ReportFile report = job.report.isEmpty() ? ReportFile() : readReport(job.report);
     const QJsonObject &content = report.content;
-    return report.isReport() && content.value("errors").toArray().isEmpty() &&
+    return report.isReport() && content.contains("sum") && content.value("errors").toArray().isEmpty() &&
            content.value("version").toString() == floklukVersion() &&
            content.value("commit").toString() == floklukCommit() &&
            content.value("language").toString() == QLatin1String(isJapanese ? "ja" : "en") &&

@@ -7,6 +7,7 @@
 #include "analysis/results/ResultView.h"
 #include "analysis/results/Statistics.h"
 #include "analysis/uncertainty/UncertaintyMap.h"
+#include "batch/ReportFile.h"
 #include "numeric/FileIdentity.h"
 
 #include <QJsonArray>
@@ -210,5 +211,5 @@ QJsonObject runReport(const Job &job, const AnalysisInput &input, const Analysis
     if (facts.shift)
         report.insert("energyShift", shiftReport(*facts.shift, job));
     insertRecord(facts.record, job, &report);
-    return report;
+    return withSum(report);
 }

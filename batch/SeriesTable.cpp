@@ -120,6 +120,18 @@ void addRegions(const QJsonObject &report, Cells *cells)
     }
 }
 
+/// Of a job that was refused for its inputs there is no report, but what else is doubtful about them was said.
+QStringList warningsOf(const SeriesRow &row)
+{
+    QStringList sentences;
+    for (const QJsonValue &warning : row.report.value("warnings").toArray())
+        sentences << warning.toString();
+    const QString job = row.job.fileName + QLatin1String(": ");
+    for (const QString &warning : row.report.isEmpty() ? row.warnings : QStringList())
+        sentences << (warning.startsWith(job) ? warning.mid(job.size()) : warning);
+    return sentences;
+}
+
 QString quoted(QString text)
 {
     static const QRegularExpression special(QStringLiteral("[,\"\\r\\n]"));
@@ -180,10 +192,7 @@ QByteArray seriesTable(const QVector<SeriesRow> &rows)
         addNames(row, &cells);
         addTarget(row.report, &cells);
         addMap(row.report, &cells);
-        const QJsonArray warnings = row.report.value("warnings").toArray();
-        QStringList sentences;
-        for (const QJsonValue &warning : warnings)
-            sentences << warning.toString();
+        const QStringList sentences = warningsOf(row);
         cells.add("warnings", static_cast<double>(sentences.size()));
         cells.add("warning_texts", sentences.join(QLatin1String("; ")));
         addRegions(row.report, &ofRegions);

@@ -19,6 +19,8 @@ Verification verifyReport(const QString &path, QTextStream *out, QTextStream *er
     const QStringList problems = problemsOf(report);
     say("", problems);
     say("warning: ", changedInputs(report));
+    if (!report.content.contains("sum"))
+        say("warning: ", {QStringLiteral("the report has no sum: its numbers may have been changed")});
     if (problems.isEmpty())
         *out << path << ": " << report.content.value("files").toArray().size() << " files are those of the run "
              << report.id() << '\n';

@@ -252,17 +252,23 @@ private slots:
         QCOMPARE(verified(), 0);
         QVERIFY(m_sample.out.contains("files are those of the run ") && m_sample.err.isEmpty());
 
-        // changed: what is added to a file; null: it is removed
+        // changed: what is added to a file, of a report the key that is taken out; null: it is removed
         forRows<const char *, const char *, int, const char *>(
             {{"one byte", "four-points_HGAlpha.dat", "~", 1, "HGAlpha.dat is not what the run wrote"},
              {"no file", "pictures/four-points_M2M3.png", nullptr, 1, "M2M3.png is missing"},
              {"left over", "pictures/four-points_Map_C2.png", "x", 1, "C2.png is of another run"},
+             {"a number of the report", "four-points-report.json", "edge", 1, "the report itself is not what the run"},
+             {"a report without a sum", "four-points-report.json", "sum", 0, "warning: .* has no sum"},
              {"an input", "target.dat", "\n", 0, "warning: .*target.dat is no longer what the run read"}},
             [&](const char *name, const char *added, int code, const char *sentence) {
                 const QString file = m_sample.path(name);
                 const bool isThere = QFile::exists(file);
                 const QByteArray before = m_sample.text(name);
-                QVERIFY(added ? tables::writeBytes(file, before + added) : QFile::remove(file));
+                QJsonObject report = QJsonDocument::fromJson(before).object();
+                report.remove(added);
+                QVERIFY(!added             ? QFile::remove(file)
+                        : report.isEmpty() ? tables::writeBytes(file, before + added)
+                                           : tables::writeBytes(file, QJsonDocument(report).toJson()));
                 QCOMPARE(verified(), code);
                 QCOMPARE(m_sample.mistakes().size(), 1);
                 QVERIFY2(QRegularExpression(sentence).match(m_sample.err).hasMatch(), qPrintable(m_sample.err));

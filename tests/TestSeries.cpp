@@ -1,4 +1,5 @@
 #include "BatchTools.h"
+#include "batch/ReportFile.h"
 #include "batch/RunRecord.h"
 #include "batch/SeriesTrend.h"
 #include "series/JobsCommand.h"
@@ -45,6 +46,8 @@ private slots:
         forRows<QString, int, QString, QString>(
             {{"the same", "", 0, "inputs are the same (1", "results are the same (3"},
              {"an input", "", 1, "inputs are not the same", "results are the same (3"},
+             {"a number of the report", "'edge': 8345 => 'edge': 8346", 1, "inputs are the same",
+              "results are not the same"},
              {"a result", sumOf(report, "four-points.dat") + " => 00", 1, "inputs are the same",
               "results are not the same"},
              {"another version", "flokluk-batch  => flokluk-batch 0.0.", 0, "inputs are", "results are the same"},
@@ -57,7 +60,8 @@ private slots:
                 QVERIFY2(m_sample.out.contains(inputs) && m_sample.out.contains(results), qPrintable(m_sample.out));
                 QCOMPARE(m_sample.err.contains("target.dat is no longer what the run read"), inputs.contains("not"));
                 QCOMPARE(m_sample.err.contains("four-points.dat has other contents this time"),
-                         code == 1 && !inputs.contains("not"));
+                         edit.endsWith(" => 00"));
+                QCOMPARE(m_sample.err.contains("something else this time under edge\n"), edit.contains("edge"));
                 if (inputs.contains("not"))
                     restore("target.dat", target, report);
             });
@@ -82,11 +86,15 @@ private slots:
              {"another setting", "four-points.json", "'EdgeE': 8345 => 'EdgeE': 8346", false},
              {"an input", "target.dat", "9 => 8", false},
              {"a result", "four-points_HGThick.dat", "0 => 1", false},
+             {"a number of the report", "four-points-report.json", "'edge': 8345 => 'edge': 8346", false},
              {"of another version", "four-points-report.json", "'version': ' => 'version': '0", false},
              {"in another language", "four-points-report.json", "'language': 'en' => 'language': 'ja'", false}},
             [&](const char *file, const char *edit, bool wanted) {
                 const QByteArray before = m_sample.text(file);
-                QVERIFY(tables::writeBytes(m_sample.path(file), edited(before, edit)));
+                QByteArray now = edited(before, edit);
+                if (QString(edit).contains("'version'") || QString(edit).contains("'language'")) // as if written so
+                    now = QJsonDocument(withSum(QJsonDocument::fromJson(now).object())).toJson();
+                QVERIFY(tables::writeBytes(m_sample.path(file), now));
                 QCOMPARE(isSkipped(), wanted);
                 QVERIFY(wanted || isSkipped()); // it has run
                 QVERIFY(tables::writeBytes(m_sample.path(file), before));
@@ -183,8 +191,13 @@ private slots:
         const QString odd = m_sample.path("a, \"b\".json");
         QVERIFY(tables::writeBytes(odd, edited(job, "non-equivalent => odd && 'output' => 'x': 2.5, 'xTitle': 'h', "
                                                     "'regions': [{'name': 'core', 'above': 0.3}], 'output'")));
+        const QByteArray refused = edited(m_sample.text("four-points.json"),
+                                          "8260.00, => 826.00, && map3_8345.400 => map1_8260.000 && 'four-points.dat', "
+                                          "'report': 'four-points-report.json' => 'refused.dat' && 'output' => "
+                                          "'regions': [{'name': 'all', 'above': 0}], 'output'");
+        QVERIFY(!refused.isEmpty() && tables::writeBytes(m_sample.path("refused.json"), refused));
         const QStringList jobs = {odd, m_sample.path("four-points.json"), m_sample.path("nothing.json"),
-                                  m_sample.path("non-equivalent.json")};
+                                  m_sample.path("non-equivalent.json"), m_sample.path("refused.json")};
         QCOMPARE(m_sample.run(QStringList{"--table", m_sample.path("all.csv")} + jobs), 2);
         const QByteArray serial = m_sample.text("all.csv");
         QProcess parallel;
@@ -193,7 +206,7 @@ private slots:
         QCOMPARE(m_sample.text("all.csv"), serial);
 
         const QVector<QStringList> lines = cellsOf(serial);
-        QCOMPARE(lines.size(), 5);
+        QCOMPARE(lines.size(), 6);
         const auto cell = [&lines](int line, const QString &column) {
             return lines[line].value(lines[0].indexOf(column), "no such column");
         };
@@ -225,6 +238,8 @@ private slots:
         QVERIFY(cell(1, "core: valence").toDouble() > 2.0 && cell(2, "core: valence").isEmpty());
         QVERIFY(cell(3, "outcome") == "2" && cell(3, "errors").contains("no such file"));
         QVERIFY(cell(1, "x") == "2.5" && cell(2, "x").isEmpty() && cell(2, "warnings") == "0");
+        QVERIFY(cell(5, "warnings") == "1" &&
+                cell(5, "warning_texts").startsWith("Energy 3: the same file as Energy 1"));
         QCOMPARE(m_sample.run({"--table", m_sample.path("target.dat"), jobs[3]}), 2);
         QVERIFY(m_sample.err.contains("target.dat cannot be written: it is an input of"));
         QCOMPARE(m_sample.run({"--trend", m_sample.path("none/all.png"), jobs[3]}), 2);
@@ -247,6 +262,7 @@ private slots:
                            {"target", QJsonObject{{"lcf", fit}}}};
             return made;
         };
+        QVERIFY(!parseJob("{\"x\": \"a\"}", "").job.x);
         const Trend byX = trendOf({row(7, 0.25), row({}, 0.5), row(3, 0.75), SeriesRow()});
         QVERIFY(byX.xTitle == "t / h" && byX.curves.size() == 2 && byX.curves[0].name == "FeO");
         QCOMPARE(byX.warnings.size(), 2);
