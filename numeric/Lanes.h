@@ -58,6 +58,20 @@ FLOKLUK_ALWAYS_INLINE void storeLanes(const Lanes &from, double *to)
     std::memcpy(to, &from, sizeof from);
 }
 
+/// Makes NaN of the lanes in which `first` or `second` is not above 0; a NaN of these is left to the caller. By bits,
+/// because compilers take comparisons of eight lanes apart into single ones: a number is 0 or negative when its bits,
+/// or its bits less one, have the sign, which the shift spreads over all of them.
+template <class Lanes>
+FLOKLUK_ALWAYS_INLINE void nanUnlessPositive(const Lanes &first, const Lanes &second, Lanes &lanes)
+{
+    using Bits = decltype(first < second);
+    typedef unsigned long long Counts __attribute__((vector_size(sizeof(Lanes)))); // may wrap round
+    const Counts l = reinterpret_cast<const Counts &>(first);
+    const Counts r = reinterpret_cast<const Counts &>(second);
+    const Bits bad = reinterpret_cast<Bits>((l - 1) | l | (r - 1) | r) >> 63;
+    lanes = reinterpret_cast<Lanes>(reinterpret_cast<Bits>(lanes) | bad);
+}
+
 /// Copies to memory that is not read again soon, past the cache where the processor can: a result of many planes
 /// would otherwise be read from memory only to be overwritten. `to` lies on a multiple of 16 bytes for that. Call
 /// finishStreaming() before another thread reads.

@@ -31,8 +31,13 @@ struct BlockPlane {
 class PlaneBlock
 {
 public:
-    explicit PlaneBlock(std::vector<BlockPlane> planes)
+    /// The processor follows one or two runs through memory by itself, but not eight that are read in turns: for these
+    /// the blocks to come are asked for.
+    enum Fetching { BlocksAhead, NothingAhead };
+
+    explicit PlaneBlock(std::vector<BlockPlane> planes, Fetching fetching = BlocksAhead)
         : m_planes(std::move(planes))
+        , m_fetching(fetching)
         , m_edges(m_planes.size())
         , m_runs(m_planes.size())
     {
@@ -45,7 +50,7 @@ public:
             const BlockPlane &plane = m_planes[k];
             if (first + blockPixels <= plane.count) {
                 m_runs[k] = plane.values + first;
-                if (first + (blocksAhead + 1) * blockPixels <= plane.count)
+                if (m_fetching == BlocksAhead && first + (blocksAhead + 1) * blockPixels <= plane.count)
                     prefetch(m_runs[k] + blocksAhead * blockPixels);
                 continue;
             }
@@ -59,7 +64,6 @@ public:
     const double *const *runs() const { return m_runs.data(); }
 
 private:
-    /// The processor follows one or two runs through memory by itself, but not eight.
     static constexpr std::size_t blocksAhead = 2;
     static void prefetch(const double *run)
     {
@@ -69,6 +73,7 @@ private:
     }
 
     std::vector<BlockPlane> m_planes;
+    Fetching m_fetching;
     std::vector<BlockRun> m_edges; // for blocks that a plane has in part or not at all
     std::vector<const double *> m_runs;
 };

@@ -28,7 +28,6 @@ FLOKLUK_ALWAYS_INLINE void varianceOf(const IntensityRuns &runs, bool isUniform,
                                       Lanes &denominator)
 {
     const Lanes zero = {};
-    const Lanes bad = zero + nan;
     Lanes i, i0;
     numeric::loadLanes(runs.transmitted + lane, i);
     numeric::loadLanes(runs.incident + lane, i0);
@@ -39,10 +38,8 @@ FLOKLUK_ALWAYS_INLINE void varianceOf(const IntensityRuns &runs, bool isUniform,
         if (runs.kind == Intensities::Counted)
             numerator = i + i0;
     }
-    if (runs.kind != Intensities::Absorptions) {
-        denominator = i > zero ? denominator : bad;
-        denominator = i0 > zero ? denominator : bad;
-    }
+    if (runs.kind != Intensities::Absorptions)
+        numeric::nanUnlessPositive(i, i0, denominator);
 }
 
 /// The variances of two maps, which share a division: divisions take longest here.
@@ -68,6 +65,25 @@ void variancesBaseline(const IntensityRuns (&runs)[2], bool isUniform, BlockRun 
 FLOKLUK_FOR_AVX2 void variancesAvx2(const IntensityRuns (&runs)[2], bool isUniform, BlockRun *first, BlockRun *second)
 {
     variancesOf<Lanes4>(runs, isUniform, *first, *second);
+}
+
+FLOKLUK_FOR_AVX512 void variancesAvx512(const IntensityRuns (&runs)[2], bool isUniform, BlockRun *first,
+                                        BlockRun *second)
+{
+    variancesOf<Lanes8>(runs, isUniform, *first, *second);
+}
+
+auto variancesFor(InstructionSet set)
+{
+    switch (set) {
+    case InstructionSet::Avx512:
+        return variancesAvx512;
+    case InstructionSet::Avx2:
+        return variancesAvx2;
+    case InstructionSet::Baseline:
+        break;
+    }
+    return variancesBaseline;
 }
 
 template <class Lanes, std::size_t Degrees>
@@ -170,7 +186,7 @@ std::vector<BlockPlane> planesOf(const UncertaintyTask &task, std::size_t *inten
 UncertaintyBlocks::UncertaintyBlocks(const UncertaintyTask &task)
     : m_task(task)
     , m_quantities(1)
-    , m_block(planesOf(task, &m_intensities, &m_results))
+    , m_block(planesOf(task, &m_intensities, &m_results), PlaneBlock::NothingAhead) // map after map, two planes each
     , m_solver(withDegrees(task.constants->degrees, [&task](auto degrees) { return solverFor<degrees>(task.set); }))
     , m_variances(task.maps.size() + 1)
 {
@@ -181,8 +197,7 @@ UncertaintyBlocks::UncertaintyBlocks(const UncertaintyTask &task)
 
 void UncertaintyBlocks::findVariances()
 {
-    // Compilers take selections among eight lanes apart into single ones: four at once are faster.
-    const auto variances = m_task.set == InstructionSet::Baseline ? variancesBaseline : variancesAvx2;
+    const auto variances = variancesFor(m_task.set);
     const double *const *run = m_block.runs() + m_intensities;
     IntensityRuns pair[2];
     for (std::size_t k = 0; k < m_task.maps.size(); ++k) {
