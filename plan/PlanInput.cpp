@@ -195,21 +195,6 @@ void FieldReader::takeSamples()
     }
 }
 
-QString methodText(PlanMethod method)
-{
-    switch (method) {
-    case PlanMethod::LinearNonEquivalent:
-        return translated(QT_TRANSLATE_NOOP("Plan", "Non-equivalent method, linear background"));
-    case PlanMethod::VictoreenNonEquivalent:
-        return translated(QT_TRANSLATE_NOOP("Plan", "Non-equivalent method, Victoreen background"));
-    case PlanMethod::LeastSquaresFourPoints:
-        return translated(QT_TRANSLATE_NOOP("Plan", "Four-points method, least squares"));
-    case PlanMethod::ExactFourPoints:
-        break;
-    }
-    return translated(QT_TRANSLATE_NOOP("Plan", "Four-points method, exact"));
-}
-
 } // namespace
 
 PlanRequest planRequest(const AnalysisInput &now)
@@ -311,7 +296,7 @@ QString planSubject(const PlanRequest &request)
     for (std::size_t j = 0; j < planReferences(request); ++j)
         names << QStringLiteral("%1 (%2)").arg(request.references[j].name, fieldText(request.references[j].valence));
     const QString text = translated(QT_TRANSLATE_NOOP("Plan", "%1; edge %2 eV; references (valence): %3"));
-    return text.arg(methodText(request.method), fieldText(request.edge),
+    return text.arg(planText(PlanText::Method).arg(planMethodName(request.method)), fieldText(request.edge),
                     names.isEmpty() ? QStringLiteral("-") : names.join(QStringLiteral(", ")));
 }
 

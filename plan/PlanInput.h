@@ -40,7 +40,7 @@ QString takeFields(const PlanFields &fields, PlanRequest *request);
 /// Takes those of the compared lists out that the method or a reference does not allow; one sentence for the last.
 QString dropUnfitLists(PlanRequest *request);
 
-/// What is planned for: "Non-equivalent, linear background; edge 8345 eV; ref1.dat (2), ref2.dat (3)".
+/// What is planned for: "method: non-equivalent, linear background; edge 8345 eV; ref1.dat (2), ref2.dat (3)".
 QString planSubject(const PlanRequest &request);
 
 /// The energy of a set that becomes V point: its own, or where the first two references differ most; a target is

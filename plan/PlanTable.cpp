@@ -2,7 +2,6 @@
 #include "plan/PlanSamples.h"
 #include "plan/PlanText.h"
 
-#include <QMap>
 #include <QStringList>
 
 #include <algorithm>
@@ -57,12 +56,7 @@ QString pureBiasText(const PlanRequest &request, const PlannedSet &set)
 
 QString methodText(const PlanRequest &request)
 {
-    static const QMap<PlanMethod, PlanText> names = {
-        {PlanMethod::LinearNonEquivalent, PlanText::LinearNonEquivalent},
-        {PlanMethod::VictoreenNonEquivalent, PlanText::VictoreenNonEquivalent},
-        {PlanMethod::LeastSquaresFourPoints, PlanText::LeastSquaresFourPoints},
-        {PlanMethod::ExactFourPoints, PlanText::ExactFourPoints}};
-    const QString method = planText(names[request.method]);
+    const QString method = planMethodName(request.method);
     QStringList known, others;
     for (std::size_t j = 0; j < request.references.size(); ++j)
         (j < planReferences(request) ? known : others) << request.references[j].name;

@@ -88,3 +88,18 @@ QString planText(PlanText text)
                                   [text](const Row &candidate) { return candidate.key == text; });
     return QCoreApplication::translate("Plan", row->text);
 }
+
+QString planMethodName(PlanMethod method)
+{
+    switch (method) {
+    case PlanMethod::LinearNonEquivalent:
+        return planText(PlanText::LinearNonEquivalent);
+    case PlanMethod::VictoreenNonEquivalent:
+        return planText(PlanText::VictoreenNonEquivalent);
+    case PlanMethod::LeastSquaresFourPoints:
+        return planText(PlanText::LeastSquaresFourPoints);
+    case PlanMethod::ExactFourPoints:
+        break;
+    }
+    return planText(PlanText::ExactFourPoints);
+}

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "plan/PlanRequest.h"
+
 #include <QString>
 
 /// What the planning says to the user, in the language of the program; %1, %2, ... are filled by the caller.
@@ -58,3 +60,6 @@ enum class PlanText {
 };
 
 QString planText(PlanText text);
+
+/// Its name within a sentence: "non-equivalent, linear background".
+QString planMethodName(PlanMethod method);
