@@ -1,13 +1,13 @@
 #include "batch/ReportFile.h"
 
 #include "analysis/job/Job.h"
+#include "analysis/job/JsonSum.h"
 #include "batch/PanelPictures.h"
 #include "batch/RunRecord.h"
 #include "numeric/FileIdentity.h"
 #include "numeric/Sha256.h"
 #include "version/Version.h"
 
-#include <QCryptographicHash>
 #include <QFile>
 #include <QFileInfo>
 #include <QJsonArray>
@@ -37,21 +37,6 @@ ReportFile readReport(const QString &path)
     if (!content.value("run").toString().isEmpty() && content.value("files").isArray())
         report.content = content;
     return report;
-}
-
-QString sumOf(QJsonObject report)
-{
-    report.remove(QStringLiteral("sum"));
-    const QByteArray text = QJsonDocument(report).toJson(QJsonDocument::Compact);
-    return QString::fromLatin1(QCryptographicHash::hash(text, QCryptographicHash::Sha256).toHex());
-}
-
-QJsonObject withSum(const QJsonObject &report)
-{
-    // Numbers that are not finite are null from now on, as they are for who reads the file.
-    QJsonObject read = QJsonDocument::fromJson(QJsonDocument(report).toJson()).object();
-    read.insert("sum", sumOf(read));
-    return read;
 }
 
 QStringList problemsOf(const ReportFile &report)

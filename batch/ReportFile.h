@@ -19,13 +19,6 @@ struct ReportFile {
 
 ReportFile readReport(const QString &path);
 
-/// A report as it reads when it has been written, with its SHA-256 under "sum".
-QJsonObject withSum(const QJsonObject &report);
-
-/// Of a report that was read: the SHA-256, hexadecimal, of its compact JSON without "sum", keys in the order of their
-/// code units.
-QString sumOf(QJsonObject report);
-
 /// What is wrong with the files of a report, a sentence each: those that are missing or of another run, pictures of
 /// another run among them, that the report itself is not as the run wrote it, and that the run has not written all that
 /// its job asks for.

@@ -1,13 +1,13 @@
 #include "batch/RunReport.h"
 
 #include "analysis/job/Job.h"
+#include "analysis/job/JsonSum.h"
 #include "analysis/model/Analysis.h"
 #include "analysis/results/QuantityRange.h"
 #include "analysis/results/ResultQuantities.h"
 #include "analysis/results/ResultView.h"
 #include "analysis/results/Statistics.h"
 #include "analysis/uncertainty/UncertaintyMap.h"
-#include "batch/ReportFile.h"
 #include "numeric/FileIdentity.h"
 
 #include <QJsonArray>

@@ -8,7 +8,6 @@
 
 #include <QCommandLineParser>
 #include <QDir>
-#include <QFileInfo>
 #include <QTextStream>
 
 namespace
@@ -24,13 +23,17 @@ int fail(int code, const QStringList &problems, QTextStream *err)
     return code;
 }
 
-int writeJobs(const QVector<FolderJob> &jobs, const QString &out, bool isRelative, QTextStream *err)
+int writeJobs(const QVector<FolderJob> &jobs, const QString &out, QTextStream *err)
 {
     QStringList problems;
     for (const FolderJob &job : jobs) {
-        const QFileInfo info(job.file);
-        if ((info.exists() || info.isSymLink()) && !isOwnJob(job.file))
+        const JobPlace place = placeForJob(job.file, job.job);
+        if (place == JobPlace::Foreign)
             problems << QStringLiteral("%1 is there and no job that this program has written").arg(job.file);
+        else if (place == JobPlace::Edited)
+            problems << QStringLiteral("%1 has been edited since it was written, or an early version wrote it: rename "
+                                       "or delete it, or name another folder with --out")
+                            .arg(job.file);
     }
     if (!problems.isEmpty())
         return fail(Refused, problems, err);
@@ -38,7 +41,7 @@ int writeJobs(const QVector<FolderJob> &jobs, const QString &out, bool isRelativ
         return fail(CannotWrite, {QStringLiteral("cannot make the folder %1").arg(out)}, err);
     numeric::FileSet set;
     for (const FolderJob &job : jobs) {
-        if (!writeOwnJob(isRelative ? withPathsFrom(out, job.job) : job.job, job.file, &set))
+        if (!writeOwnJob(job.job, job.file, &set))
             return fail(CannotWrite, {QStringLiteral("cannot write %1").arg(job.file)}, err);
     }
     return set.publish() ? Done : fail(CannotWrite, {set.problem()}, err);
@@ -82,12 +85,16 @@ int runJobsCommand(const QStringList &arguments, QTextStream *out, QTextStream *
     const QStringList folders = foldersOf(words, &problems);
     if (!problems.isEmpty())
         return fail(Refused, problems, err);
-    const FolderJobs made = jobsFromTemplate(templateFile, folders, parser.value(into));
+    FolderJobs made = jobsFromTemplate(templateFile, folders, parser.value(into));
     for (const QString &problem : made.problems)
         problems << (made.isTemplateBad ? templateFile + QLatin1String(": ") : QString()) + problem;
     if (!problems.isEmpty())
         return fail(made.isTemplateBad ? Wrong : Refused, problems, err);
-    const int code = writeJobs(made.jobs, parser.value(into), parser.isSet(relative), err);
+    for (FolderJob &job : made.jobs) {
+        if (parser.isSet(relative))
+            job.job = withPathsFrom(parser.value(into), job.job);
+    }
+    const int code = writeJobs(made.jobs, parser.value(into), err);
     for (const FolderJob &job : made.jobs) {
         if (code == Done)
             *out << job.file << '\n';

@@ -1,4 +1,5 @@
 #include "BatchTools.h"
+#include "analysis/job/JsonSum.h"
 #include "batch/ReportFile.h"
 #include "batch/RunRecord.h"
 #include "batch/SeriesTrend.h"
@@ -438,9 +439,16 @@ private slots:
                 QCOMPARE(m_sample.run({m_sample.path("jobs/scan_10.5K.json")}), 0);
                 QVERIFY(QFile::exists(m_sample.path("scan_10.5K.dat")));
                 QCOMPARE(readJob(m_sample.path("jobs/scan_10.5K.json")).job.x.value_or(0), 10.5);
-                QVERIFY(tables::writeBytes(m_sample.path("jobs/scan_2.json"), "{}"));
-                QCOMPARE(runJobsCommand(arguments, &outStream, &errStream), 1); // a user's file
-                QVERIFY(err.contains("scan_2.json is there and no job") && m_sample.text("jobs/scan_2.json") == "{}");
+                QCOMPARE(runJobsCommand(arguments, &outStream, &errStream), 0); // its own jobs
+                const QByteArray own = m_sample.text("jobs/scan_2.json");
+                const QByteArray early = QByteArray(own).replace("\"sum\": ", "\"xTitle\": ");
+                for (const QByteArray &kept : {QByteArray("{}"), edited(own, "8345 => 8346"), early}) {
+                    QVERIFY(tables::writeBytes(m_sample.path("jobs/scan_2.json"), kept));
+                    QCOMPARE(runJobsCommand(arguments, &outStream, &errStream), 1);
+                    QVERIFY(err.contains(kept == "{}" ? "scan_2.json is there and no job" : "json has been edited"));
+                    QCOMPARE(m_sample.text("jobs/scan_2.json"), kept);
+                    err.clear();
+                }
             });
     }
 
@@ -458,6 +466,13 @@ private slots:
         QVERIFY(QFile::remove(job));
         for (int i = 0; i < 2; ++i)
             QCOMPARE(user.writeTo(m_sample.path("hand.dat")), QString());
+        const QByteArray own = m_sample.text("hand.json");
+        QVERIFY(tables::writeBytes(job, edited(own, "'dE': 0 => 'dE': 0.5")));
+        QVERIFY(user.writeTo(m_sample.path("hand.dat")).contains("hand.json is not written: the job of that name has"));
+        QCOMPARE(m_sample.text("hand.json"), edited(own, "'dE': 0 => 'dE': 0.5"));
+        QVERIFY(tables::writeBytes(job, own.left(own.indexOf("    \"sum\"")) + own.mid(own.indexOf("    \"target\""))));
+        QCOMPARE(user.writeTo(m_sample.path("hand.dat")), QString()); // the very same job, without a sum
+        QCOMPARE(m_sample.text("hand.json"), own);
         const QByteArray byHand = m_sample.text("hand.dat");
         QVERIFY(QFile::remove(m_sample.path("hand.dat")));
         QCOMPARE(m_sample.run({job}), 0);

@@ -127,8 +127,8 @@ QJsonObject readJsonObject(const QString &path, const QString &kind, QStringList
 
 const QStringList &jobKeys()
 {
-    static const QStringList keys = {"references", "target",    "energies", "settings", "output", "regions",
-                                     "lenient",    "findShift", "x",        "xTitle",   "program"};
+    static const QStringList keys = {"references", "target",    "energies", "settings", "output",  "regions",
+                                     "lenient",    "findShift", "x",        "xTitle",   "program", "sum"};
     return keys;
 }
 
@@ -166,6 +166,7 @@ Job jobFromJson(const QJsonObject &root, const QDir &directory, QStringList *err
         job.x = x;
     job.xTitle = reader.path("xTitle");
     job.program = reader.path("program");
+    reader.path("sum"); // of what the program wrote; see OwnJob
     job.shift = shiftOf(root.value("findShift"), errors);
     JobReader output(reader.object("output"), "output", errors);
     output.allowOnly({"result", "quality", "qualityFractions", "pictures", "report"});

@@ -1,18 +1,47 @@
 #include "analysis/job/OwnJob.h"
 
+#include "analysis/job/JsonSum.h"
 #include "numeric/FileSet.h"
 #include "numeric/OutputFile.h"
 #include "version/Version.h"
 
-bool isOwnJob(const QString &path)
-{
-    const JobOrErrors read = readJob(path);
-    return read.errors.isEmpty() && read.job.program.startsWith(QLatin1String("flokluk "));
-}
+#include <QFileInfo>
+#include <QJsonDocument>
 
-bool writeOwnJob(Job job, const QString &path, numeric::FileSet *set)
+namespace
+{
+
+QJsonObject ownJob(Job job)
 {
     job.program = versionLine(QStringLiteral("flokluk"));
+    return withSum(QJsonDocument::fromJson(job.toJson()).object());
+}
+
+/// What a job says, whoever wrote it.
+QJsonObject contentsOf(QJsonObject job)
+{
+    job.remove(QStringLiteral("program"));
+    job.remove(QStringLiteral("sum"));
+    return job;
+}
+
+} // namespace
+
+JobPlace placeForJob(const QString &path, const Job &job)
+{
+    const QFileInfo info(path);
+    if (!info.exists() && !info.isSymLink())
+        return JobPlace::Free;
+    QStringList mistakes;
+    const QJsonObject there = readJsonObject(path, QStringLiteral("job"), &mistakes);
+    if (!mistakes.isEmpty() || !there.value("program").toString().startsWith(QLatin1String("flokluk ")))
+        return JobPlace::Foreign;
+    const bool isAsWritten = there.value("sum").toString() == sumOf(there);
+    return isAsWritten || contentsOf(there) == contentsOf(ownJob(job)) ? JobPlace::Free : JobPlace::Edited;
+}
+
+bool writeOwnJob(const Job &job, const QString &path, numeric::FileSet *set)
+{
     numeric::OutputFile file(path, set);
-    return file.open() && file.write(job.toJson()) && file.commit();
+    return file.open() && file.write(QJsonDocument(ownJob(job)).toJson()) && file.commit();
 }

@@ -148,15 +148,20 @@ void FourPs::writeJob(const QString &result, bool areOld)
     const QFileInfo info(result);
     const QString path = info.dir().filePath(info.completeBaseName() + QLatin1String(".json"));
     const QString name = QFileInfo(path).fileName();
-    const bool isThere = QFileInfo::exists(path) || QFileInfo(path).isSymLink();
+    const Job made = job();
+    const JobPlace place = placeForJob(path, made);
     if (areOld)
         message(
             tr("%1 is not written: it would calculate something else than the results, press Calc. first.").arg(name));
     else if (!m_analysis.run())
         message(tr("%1 is not written: there are no results that it could repeat.").arg(name));
-    else if (isThere && !isOwnJob(path))
+    else if (place == JobPlace::Foreign)
         message(tr("%1 is not written: there is a file of that name which the program has not written.").arg(name));
-    else if (!writeOwnJob(job(), path))
+    else if (place == JobPlace::Edited)
+        message(tr("%1 is not written: the job of that name has been edited since the program wrote it, or an early "
+                   "version wrote it. Rename or delete it.")
+                    .arg(name));
+    else if (!writeOwnJob(made, path))
         message(tr("Can't write the job %1").arg(path));
 }
 
