@@ -153,16 +153,16 @@ int runBatchCommand(const BatchOptions &given, QTextStream *out, QTextStream *er
     BatchOptions options = given;
     if (isTerminal && options.form == ProgressForm::Lines)
         options.form = ProgressForm::Bar;
-    *out << options.answer;
-    if (!options.answer.isEmpty())
-        return static_cast<int>(JobOutcome::Done);
+    BatchMessages messages(err, options.form == ProgressForm::Json);
     if (!options.error.isEmpty()) {
-        *err << "flokluk-batch: " << options.error << "; flokluk-batch --help says more\n";
+        messages.error(QString(), {options.error + QLatin1String("; flokluk-batch --help says more")});
         return static_cast<int>(JobOutcome::WrongJob);
     }
     int code = 0;
-    if (!options.verify.isEmpty())
-        code = static_cast<int>(verifyReport(options.verify, out, err));
+    if (!options.answer.isEmpty())
+        *out << options.answer;
+    else if (!options.verify.isEmpty())
+        code = static_cast<int>(verifyReport(options.verify, out, &messages));
     else if (!options.again.isEmpty())
         code = static_cast<int>(repeatReport(options.again, options, out, err));
     else
@@ -170,6 +170,6 @@ int runBatchCommand(const BatchOptions &given, QTextStream *out, QTextStream *er
     out->flush();
     if (out->status() == QTextStream::Ok)
         return code;
-    *err << "flokluk-batch: cannot write to standard output\n";
+    messages.error(QString(), {QStringLiteral("cannot write to standard output")});
     return qMax(code, static_cast<int>(JobOutcome::CannotWrite));
 }

@@ -4,6 +4,13 @@
 #include <QJsonObject>
 #include <QTextStream>
 
+QStringList BatchMessages::about(const QString &report, QStringList sentences)
+{
+    for (QString &sentence : sentences)
+        sentence.prepend(report + QLatin1String(": "));
+    return sentences;
+}
+
 void BatchMessages::tell(const QString &job, const char *kind, const QStringList &sentences)
 {
     const bool isWarning = qstrcmp(kind, "warning") == 0;

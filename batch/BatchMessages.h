@@ -20,7 +20,18 @@ public:
     void error(const QString &job, const QStringList &sentences) { tell(job, "error", sentences); }
     void warning(const QString &job, const QStringList &sentences) { tell(job, "warning", sentences); }
 
+    /// Sentences about a report, whose name is put before them.
+    void errorIn(const QString &report, const QStringList &sentences)
+    {
+        tell(report, "error", about(report, sentences));
+    }
+    void warningIn(const QString &report, const QStringList &sentences)
+    {
+        tell(report, "warning", about(report, sentences));
+    }
+
 private:
+    static QStringList about(const QString &report, QStringList sentences);
     void tell(const QString &job, const char *kind, const QStringList &sentences);
 
     QTextStream &m_err;

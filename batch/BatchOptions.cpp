@@ -91,11 +91,11 @@ QString emptyOption(const QCommandLineParser &parser)
     return QString();
 }
 
-QString mistake(const BatchOptions &options, bool isNumber, const QString &progress)
+QString mistake(const BatchOptions &options, bool isNumber, const QStringList &forms)
 {
     if (!isNumber || options.processes < 1)
         return QStringLiteral("--jobs wants a number from 1 on");
-    if (!progress.isEmpty() && options.form != ProgressForm::Json)
+    if (forms.count(QStringLiteral("json")) != forms.size())
         return QStringLiteral("--progress knows one form, json");
     if (!options.verify.isEmpty() || !options.again.isEmpty())
         return mistakeWithReport(options);
@@ -115,12 +115,25 @@ QString mistake(const BatchOptions &options, bool isNumber, const QString &progr
 
 } // namespace
 
+bool areForPrograms(const QStringList &arguments)
+{
+    const QString option = QStringLiteral("--progress"), form = QStringLiteral("json");
+    const QStringList words = arguments.mid(0, arguments.indexOf(QStringLiteral("--")));
+    for (int i = 1; i < words.size(); ++i) {
+        if (words[i] == option + QLatin1Char('=') + form || (words[i] == form && words[i - 1] == option))
+            return true;
+    }
+    return false;
+}
+
 BatchOptions parseBatchOptions(const QStringList &arguments)
 {
     QCommandLineParser parser;
     addOptions(&parser);
 
     BatchOptions options;
+    if (areForPrograms(arguments))
+        options.form = ProgressForm::Json;
     const bool parsed = parser.parse(arguments);
     if (parsed && parser.isSet(QStringLiteral("help")))
         options.answer = parser.helpText();
@@ -154,13 +167,10 @@ BatchOptions parseBatchOptions(const QStringList &arguments)
     options.hash = isSet("hash");
     options.show = isSet("show");
     options.lenient = isSet("lenient");
-    if (value("progress") == QLatin1String("json"))
-        options.form = ProgressForm::Json;
     const QStringList names = parser.optionNames();
     options.japanese = names.lastIndexOf(QStringLiteral("j")) > names.lastIndexOf(QStringLiteral("e"));
     const QString empty = emptyOption(parser);
     options.error = !empty.isEmpty() ? QStringLiteral("--%1 wants a value").arg(empty)
-                                     : mistake(options, isNumber,
-                                               isSet("progress") ? value("progress") + QLatin1Char(' ') : QString());
+                                     : mistake(options, isNumber, parser.values(QStringLiteral("progress")));
     return options;
 }

@@ -35,5 +35,8 @@ struct BatchOptions {
     bool isReported() const { return isSeries() || !outcomeFile.isEmpty(); }
 };
 
+/// Whether arguments, the program's name first, ask for "--progress json", even if they are wrong otherwise.
+bool areForPrograms(const QStringList &arguments);
+
 /// Reads the arguments, the program's name first.
 BatchOptions parseBatchOptions(const QStringList &arguments);

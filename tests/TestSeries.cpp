@@ -151,6 +151,39 @@ private slots:
         QVERIFY(last[jobs[1]]["error"].toString().endsWith("no such file"));
     }
 
+    /// Whatever goes wrong, what stands on standard error with --progress json is an object a line.
+    void mistakesForPrograms()
+    {
+        QVERIFY(tables::writeBytes(m_sample.path("old.json"), "{\"run\": \"1\", \"files\": []}"));
+        forRows<QString, int>({{"an option that there is not", "--tabel x --progress json a.json", 2},
+                               {"a value that is missing", "--progress=json a.json --report", 2},
+                               {"no job", "--progress json", 2},
+                               {"two forms", "--progress json --progress xml a.json", 2},
+                               {"a file to verify that is no report", "--verify target.dat --progress json", 2},
+                               {"a report that is wrong", "--verify old.json --progress json", 1},
+                               {"a report to repeat", "--again old.json --progress json", 2},
+                               {"a table among the inputs", "--table target.dat --progress json four-points.json", 2},
+                               {"outputs of no job", "--list-outputs --progress json nothing.json", 2},
+                               {"a window for no job", "--show --progress json nothing.json", 2},
+                               {"no screen", "--show --progress json -platform none four-points.json", 2},
+                               {"no room for the answer", "--progress json --help >/dev/full", 3},
+                               {"no room for what is said", "--progress json four-points.json >/dev/full", 3}},
+                              [this](const QString &words, int code) {
+                                  QProcess shell;
+                                  shell.setWorkingDirectory(m_sample.dir());
+                                  shell.start("sh", {"-c", "\"$0\" " + words, FLOKLUK_BATCH});
+                                  QVERIFY(shell.waitForFinished(60000));
+                                  QCOMPARE(shell.exitCode(), code);
+                                  int mistakes = 0;
+                                  for (const QByteArray &line : shell.readAllStandardError().trimmed().split('\n')) {
+                                      const QJsonObject object = QJsonDocument::fromJson(line).object();
+                                      QVERIFY2(object.contains("job"), line.constData());
+                                      mistakes += object.contains("error");
+                                  }
+                                  QVERIFY(mistakes > 0);
+                              });
+    }
+
     /// The exit codes that shells and batch systems know a signal by; nothing of the run is left.
     void signalsEndARun()
     {
