@@ -4,6 +4,7 @@
 #include "batch/BatchMessages.h"
 #include "batch/BatchOptions.h"
 #include "batch/JobRunner.h"
+#include "batch/MovedInputs.h"
 #include "batch/ReportFile.h"
 #include "numeric/TemporaryName.h"
 #include "version/Version.h"
@@ -159,20 +160,18 @@ QStringList knownOutputs(const Job &job)
 Verification repeatReport(const QString &path, const BatchOptions &options, QTextStream *out, QTextStream *err)
 {
     BatchMessages messages(err, options.form == ProgressForm::Json);
-    const auto about = [&path](QStringList sentences) {
-        return sentences.replaceInStrings(QRegularExpression(QStringLiteral("^")), path + QLatin1String(": "));
-    };
-    const ReportFile report = readReport(path);
+    ReportFile report = readReport(path);
     if (!report.content.value("asRun").isObject()) {
-        messages.error(path, about({QStringLiteral("this is no report of a run that could be repeated")}));
+        messages.errorIn(path, {QStringLiteral("this is no report of a run that could be repeated")});
         return Verification::NoReport;
     }
     const QString version = report.content.value("program").toString();
     const QString here = versionLine(QStringLiteral("flokluk-batch"));
     if (version != here)
-        messages.warning(path, about({QStringLiteral("the run was one of %1, this is %2").arg(version, here)}));
+        messages.warningIn(path, {QStringLiteral("the run was one of %1, this is %2").arg(version, here)});
+    messages.warningIn(path, followMovedInputs(&report));
     const QStringList changed = changedInputs(report);
-    messages.error(path, about(changed));
+    messages.errorIn(path, changed);
 
     const bool isJapanese = report.content.value("language") == QJsonValue("ja");
     const JobResult result = runElsewhere(jobOf(report), isJapanese, options, err);
@@ -185,7 +184,7 @@ Verification repeatReport(const QString &path, const BatchOptions &options, QTex
         different = QStringList(QStringLiteral("the run cannot be repeated"));
     const bool isRefusal = !report.content.value("errors").toArray().isEmpty();
     messages.error(path, isRefusal ? QStringList() : result.errors);
-    messages.error(path, about(different));
+    messages.errorIn(path, different);
     const auto verdict = [&](const char *what, bool isSame, int count, const char *more) {
         *out << path << ": the " << what << (isSame ? " are the same" : " are not the same");
         if (isSame)

@@ -70,6 +70,26 @@ private slots:
         QVERIFY(written() == before);
     }
 
+    /// A report moves together with its inputs: those are read, and no other file of their names.
+    void againElsewhere()
+    {
+        batchtools::SampleJobs sample;
+        QVERIFY(sample.make());
+        const QByteArray job = edited(m_sample.text("four-points.json"), "'four-points- => 'reports/four-points-");
+        QVERIFY(!job.isEmpty() && tables::writeBytes(sample.path("job.json"), job));
+        QCOMPARE(sample.run({"--hash", sample.path("job.json")}), 0);
+        QTemporaryDir other;
+        const QString home = other.filePath("home");
+        QVERIFY(QDir().rename(sample.dir(), home));
+        const QString moved = home + "/reports/four-points-report.json";
+        QCOMPARE(sample.run({"--again", moved}), 0);
+        QVERIFY2(sample.err.contains("target.dat is gone: ") && sample.err.contains("home/target.dat is taken"),
+                 qPrintable(sample.err));
+        QVERIFY(tables::writeBytes(home + "/target.dat", tables::bytesOf(home + "/target.dat") + "9200 0.5\n"));
+        QCOMPARE(sample.run({"--again", moved}), 1);
+        QVERIFY(sample.err.contains("home/target.dat is no longer what the run read"));
+    }
+
     void skipDone()
     {
         const QString job = m_sample.path("four-points.json");
