@@ -10,6 +10,7 @@
 #include "batch/SeriesTable.h"
 #include "batch/SeriesTrend.h"
 #include "batch/Verify.h"
+#include "numeric/FileIdentity.h"
 #include "numeric/OutputFile.h"
 
 #include <QDir>
@@ -90,33 +91,42 @@ int writeSeries(const QVector<SeriesRow> &rows, const BatchOptions &options, QTe
         numeric::OutputFile file(path);
         return path.isEmpty() || (!bytes.isEmpty() && file.open() && file.write(bytes) && file.commit());
     };
-    QStringList problems, warnings;
+    QStringList problems, warnings, written;
+    if (!options.crate.isEmpty())
+        QDir().mkpath(options.crate); // in which the table may stand
     for (const SeriesRow &row : rows) {
         if (!writeOutcome(row, options.outcomeFile))
             problems << QStringLiteral("cannot write %1").arg(options.outcomeFile);
     }
-    if (!options.table.isEmpty() && !write(options.table, seriesTable(rows)))
+    if (!write(options.table, options.table.isEmpty() ? QByteArray() : seriesTable(rows)))
         problems << QStringLiteral("cannot write the table %1").arg(options.table);
+    else
+        written << options.table;
     if (!options.trend.isEmpty()) {
         const Trend trend = trendOf(rows);
         warnings += trend.warnings;
         if (!write(options.trend, trendPicture(trend, options.trend)))
             problems << QStringLiteral("cannot write the picture %1").arg(options.trend);
+        else
+            written << options.trend;
     }
+    written.removeAll(QString());
     if (!options.crate.isEmpty())
-        problems += writeCrate(rows, options.crate);
+        problems += writeCrate(rows, written, options.crate);
     BatchMessages messages(err, options.form == ProgressForm::Json);
     messages.warning(QString(), warnings);
     messages.error(QString(), problems);
     return static_cast<int>(problems.isEmpty() ? JobOutcome::Done : JobOutcome::CannotWrite);
 }
 
-/// A sentence for a file of all jobs together that cannot be made, before time is spent on them; empty: it can.
-QString folderMistake(const QStringList &files)
+/// A sentence for a file of all jobs together that cannot be made, before time is spent on them; empty: it can. The
+/// folder of a crate is made.
+QString folderMistake(const QStringList &files, const QString &crate)
 {
     for (const QString &file : files) {
         const QString folder = QFileInfo(file).path();
-        if (!QFileInfo(folder).isDir())
+        const bool isMade = !crate.isEmpty() && numeric::realPath(folder) == numeric::realPath(crate);
+        if (!isMade && !QFileInfo(folder).isDir())
             return QStringLiteral("%1 cannot be written: there is no folder %2").arg(file, folder);
     }
     return QString();
@@ -126,11 +136,11 @@ int runJobs(const BatchOptions &options, QTextStream *out, QTextStream *err)
 {
     QVector<JobOrErrors> jobs = readJobs(options);
     findOutputMistakes(&jobs);
-    QStringList ofAll = {options.table, options.trend, options.outcomeFile};
+    QStringList ofAll = {options.table, options.trend, options.outcomeFile, crateMetadata(options.crate)};
     ofAll.removeAll(QString());
     QString problem = outputMistake(jobs, ofAll);
     if (problem.isEmpty())
-        problem = folderMistake(ofAll);
+        problem = folderMistake(ofAll, options.crate);
     if (problem.isEmpty())
         problem = crateMistake(options.crate);
     if (!problem.isEmpty()) {

@@ -1,8 +1,7 @@
 #include "batch/Crate.h"
 
+#include "batch/CrateFiles.h"
 #include "numeric/FileIdentity.h"
-#include "numeric/FileSet.h"
-#include "numeric/OutputFile.h"
 #include "version/Version.h"
 
 #include <QDateTime>
@@ -13,7 +12,6 @@
 #include <QJsonDocument>
 #include <QJsonObject>
 #include <QMap>
-#include <QPair>
 #include <QSet>
 #include <QUrl>
 #include <QVector>
@@ -29,6 +27,7 @@ const QLatin1String rootId("./");
 const QLatin1String noLicenceId("#license");
 const QLatin1String crateTerms("https://w3id.org/ro/crate/1.1");
 const QLatin1String processTerms("https://w3id.org/ro/wfrun/process/0.5");
+const QLatin1String copiedFrom("Copied from ");
 
 QJsonObject link(const QString &id)
 {
@@ -40,6 +39,10 @@ QString formatOf(const QString &name)
     const QString suffix = QFileInfo(name).suffix().toLower();
     if (suffix == QLatin1String("json"))
         return QStringLiteral("application/json");
+    if (suffix == QLatin1String("pdf"))
+        return QStringLiteral("application/pdf");
+    if (suffix == QLatin1String("csv"))
+        return QStringLiteral("text/csv");
     return suffix == QLatin1String("png") ? QStringLiteral("image/png") : QStringLiteral("text/plain");
 }
 
@@ -63,6 +66,17 @@ QMap<QString, QJsonObject> readEntities(const QString &folder)
     return entities;
 }
 
+/// The paths of the files that a crate has copied from elsewhere.
+QSet<QString> copiesIn(const QMap<QString, QJsonObject> &entities)
+{
+    QSet<QString> paths;
+    for (const QJsonObject &entity : entities) {
+        if (entity.value("description").toString().startsWith(copiedFrom))
+            paths.insert(QUrl::fromPercentEncoding(entity.value("@id").toString().toLatin1()));
+    }
+    return paths;
+}
+
 /// The ids that a value links to, at any depth.
 QStringList linksOf(const QJsonValue &value)
 {
@@ -76,16 +90,24 @@ QStringList linksOf(const QJsonValue &value)
     return links;
 }
 
-/// The files of a run's results, with what the report knows of each.
-QVector<QPair<QString, QJsonObject>> resultsIn(const SeriesRow &row)
+/// The files of a run, the report last, as the report's paths lead to them.
+QStringList resultsIn(const SeriesRow &row)
 {
-    QVector<QPair<QString, QJsonObject>> files;
-    const QString home = row.job.report.isEmpty() ? row.job.fileName : row.job.report;
-    const QDir folder(QFileInfo(numeric::realPath(home)).path());
+    QStringList files;
+    const QString home = numeric::realPath(row.job.report.isEmpty() ? row.job.fileName : row.job.report);
+    const QDir folder(QFileInfo(home).path());
     for (const QJsonValue &file : row.report.value("files").toArray())
-        files.append({folder.filePath(file.toObject().value("path").toString()), file.toObject()});
+        files << QDir::cleanPath(folder.filePath(file.toObject().value("path").toString()));
     if (!row.job.report.isEmpty())
-        files.append({row.job.report, {}});
+        files << home;
+    return files;
+}
+
+QStringList inputsIn(const SeriesRow &row)
+{
+    QStringList files;
+    for (const QJsonValue &input : row.report.value("inputs").toArray())
+        files << input.toObject().value("path").toString();
     return files;
 }
 
@@ -94,82 +116,40 @@ class CrateWriter
 public:
     explicit CrateWriter(const QString &folder)
         : m_folder(folder)
-        , m_root(numeric::realPath(folder))
         , m_before(readEntities(folder))
+        , m_files(folder, copiesIn(m_before))
     {
     }
 
-    QStringList write(const QVector<SeriesRow> &rows);
+    QStringList write(const QVector<SeriesRow> &rows, const QStringList &ofAll);
 
 private:
-    void takeInside(const QString &file);
     void add(const SeriesRow &row);
-    QJsonArray inputsOf(const SeriesRow &row, const QString &part);
-    QJsonArray resultsOf(const SeriesRow &row, const QString &part);
-    QString place(const QString &file, const QString &part);
-    void copy(const QString &from, const QString &to);
-    void describe(const QString &id, const QString &name, const QJsonObject &facts);
+    void addOfAll(const QStringList &files);
+    QString describeRecord(const SeriesRow &row, const CrateFiles::Places &places);
+    QString describeResult(const QString &file, const QString &path, const QJsonObject &facts);
+    void describe(const QString &id, const QString &name, const QJsonObject &facts, const QString &description);
     QJsonObject rootEntity() const;
     void keepLinked(const QJsonValue &value, QJsonArray *graph) const;
     QByteArray metadata() const;
 
     QString m_folder;
-    QString m_root;                            ///< the same without links
     const QMap<QString, QJsonObject> m_before; ///< what the crate has said until now
-    numeric::FileSet m_files;
-    QSet<QString> m_taken; ///< paths within the crate, and folders of jobs
+    CrateFiles m_files;
     QSet<QString> m_described;
     QJsonArray m_entities; ///< files and actions
     QJsonArray m_parts, m_actions;
-    QStringList m_problems;
 };
 
-/// A file that is in the crate already keeps its path from copies of others.
-void CrateWriter::takeInside(const QString &file)
-{
-    const QString real = numeric::realPath(file);
-    if (real.startsWith(m_root + QLatin1Char('/')))
-        m_taken.insert(real.mid(m_root.size() + 1));
-}
-
-/// Where a file stands in the crate: where it is when it is in there, else in the folder of its job.
-QString CrateWriter::place(const QString &file, const QString &part)
-{
-    const QString real = numeric::realPath(file);
-    if (real.startsWith(m_root + QLatin1Char('/')))
-        return real.mid(m_root.size() + 1);
-    const QString name = QFileInfo(file).fileName();
-    QString path = part + QLatin1Char('/') + name;
-    for (int i = 2; m_taken.contains(path); ++i)
-        path = QStringLiteral("%1/%2_%3").arg(part, QString::number(i), name);
-    m_taken.insert(path);
-    copy(real, path);
-    return path;
-}
-
-void CrateWriter::copy(const QString &from, const QString &to)
-{
-    constexpr qint64 portion = 1 << 20; // bytes
-    const QString target = QDir(m_folder).filePath(to);
-    QDir().mkpath(QFileInfo(target).path());
-    QFile source(from);
-    numeric::OutputFile file(target, &m_files);
-    bool isGood = source.open(QIODevice::ReadOnly) && file.open();
-    while (isGood && !source.atEnd()) {
-        const QByteArray bytes = source.read(portion);
-        isGood = !bytes.isEmpty() && file.write(bytes);
-    }
-    if (!isGood || !file.commit())
-        m_problems << QStringLiteral("cannot copy %1 into the crate %2").arg(from, m_folder);
-}
-
 /// A data entity, once.
-void CrateWriter::describe(const QString &id, const QString &name, const QJsonObject &facts)
+void CrateWriter::describe(const QString &id, const QString &name, const QJsonObject &facts, const QString &description)
 {
     if (m_described.contains(id))
         return;
     m_described.insert(id);
     QJsonObject entity{{"@id", id}, {"@type", "File"}, {"name", name}, {"encodingFormat", formatOf(name)}};
+    if (!description.isEmpty())
+        entity.insert("description", description);
     if (facts.contains("size"))
         entity.insert("contentSize", QString::number(facts.value("size").toDouble(), 'f', 0));
     if (facts.contains("time"))
@@ -180,39 +160,47 @@ void CrateWriter::describe(const QString &id, const QString &name, const QJsonOb
     m_parts.append(link(id));
 }
 
-QJsonArray CrateWriter::inputsOf(const SeriesRow &row, const QString &part)
+/// A file that a run wrote, or that was made of all runs; its id.
+QString CrateWriter::describeResult(const QString &file, const QString &path, const QJsonObject &facts)
 {
-    QJsonArray inputs;
-    const QJsonArray read = row.report.value("inputs").toArray();
-    for (int i = 0; i < read.size(); ++i) {
-        const QJsonObject input = read.at(i).toObject();
-        const QString file = input.value("path").toString();
-        // The job is small, and the first.
-        const QString id = i == 0 ? idOf(place(file, part)) : QUrl::fromLocalFile(file).toString(QUrl::FullyEncoded);
-        describe(id, QFileInfo(file).fileName(), input);
-        inputs.append(link(id));
-    }
-    return inputs;
+    const QString id = idOf(path);
+    describe(id, QFileInfo(file).fileName(),
+             facts.isEmpty() ? QJsonObject{{"size", static_cast<double>(QFileInfo(file).size())}} : facts,
+             m_files.inside(file) == path ? QString() : copiedFrom + file);
+    return id;
 }
 
-QJsonArray CrateWriter::resultsOf(const SeriesRow &row, const QString &part)
+/// The job, which is small: byte for byte what was run, so that it is no other file than the report says; its id.
+QString CrateWriter::describeRecord(const SeriesRow &row, const CrateFiles::Places &places)
 {
-    QJsonArray results;
-    for (const auto &[file, facts] : resultsIn(row)) {
-        const QString id = idOf(place(file, part));
-        describe(id, QFileInfo(file).fileName(), facts);
-        results.append(link(id));
-    }
-    return results;
+    const QJsonObject facts = row.report.value("inputs").toArray().at(0).toObject();
+    const QString file = facts.value("path").toString();
+    QString text = QStringLiteral("%1%2: a record of what was run, with relative paths that start from %3")
+                       .arg(copiedFrom, file, QFileInfo(file).path());
+    if (!row.job.report.isEmpty())
+        text += QStringLiteral("; \"flokluk-batch --again %1\" runs it again").arg(places.files.last());
+    const QString id = idOf(places.record);
+    describe(id, QFileInfo(file).fileName(), facts, m_files.inside(file) == places.record ? QString() : text);
+    return id;
 }
 
 void CrateWriter::add(const SeriesRow &row)
 {
     const QString name = QFileInfo(row.job.fileName).fileName();
-    QString part = QFileInfo(name).completeBaseName();
-    for (int i = 2; m_taken.contains(part); ++i)
-        part = QFileInfo(name).completeBaseName() + QStringLiteral("_%1").arg(i);
-    m_taken.insert(part);
+    const QStringList results = resultsIn(row), inputs = inputsIn(row);
+    const CrateFiles::Places places = m_files.take(results, inputs.value(0), QFileInfo(name).completeBaseName());
+    QJsonArray objects, made;
+    for (int i = 0; i < inputs.size(); ++i) {
+        const QString path = m_files.inside(inputs[i]);
+        const QString id = i == 0           ? describeRecord(row, places)
+                           : path.isEmpty() ? QUrl::fromLocalFile(inputs[i]).toString(QUrl::FullyEncoded)
+                                            : idOf(path);
+        describe(id, QFileInfo(inputs[i]).fileName(), row.report.value("inputs").toArray().at(i).toObject(), QString());
+        objects.append(link(id));
+    }
+    for (int i = 0; i < results.size(); ++i) // the report is not among its own files
+        made.append(
+            link(describeResult(results[i], places.files[i], row.report.value("files").toArray().at(i).toObject())));
     const QString id = QLatin1String("#run-") + row.report.value("run").toString();
     QJsonObject action{{"@id", id},
                        {"@type", "CreateAction"},
@@ -221,14 +209,29 @@ void CrateWriter::add(const SeriesRow &row)
                        {"startTime", row.report.value("started")},
                        {"endTime", row.report.value("ended")},
                        {"instrument", link(programId)},
-                       {"object", inputsOf(row, part)},
-                       {"result", resultsOf(row, part)},
+                       {"object", objects},
+                       {"result", made},
                        {"actionStatus", row.code == 0 ? "http://schema.org/CompletedActionStatus"
                                                       : "http://schema.org/FailedActionStatus"}};
     if (!row.errors.isEmpty())
         action.insert("error", row.errors.join(QLatin1String("; ")));
     m_entities.append(action);
     m_actions.append(link(id));
+}
+
+/// Table and trend.
+void CrateWriter::addOfAll(const QStringList &files)
+{
+    QStringList outside;
+    for (const QString &file : files) {
+        if (m_files.inside(file).isEmpty())
+            outside << numeric::realPath(file);
+        else
+            describeResult(file, m_files.inside(file), {});
+    }
+    const QStringList places = m_files.take(outside, QString(), QStringLiteral("series")).files;
+    for (int i = 0; i < outside.size(); ++i)
+        describeResult(outside[i], places[i], {});
 }
 
 /// The crate itself. What was said of it before stays: name and licence are the user's to state.
@@ -300,29 +303,30 @@ QByteArray CrateWriter::metadata() const
     return QJsonDocument(QJsonObject{{"@context", context}, {"@graph", graph}}).toJson();
 }
 
-QStringList CrateWriter::write(const QVector<SeriesRow> &rows)
+QStringList CrateWriter::write(const QVector<SeriesRow> &rows, const QStringList &ofAll)
 {
     if (!QDir().mkpath(m_folder))
         return {QStringLiteral("cannot make the folder %1").arg(m_folder)};
-    for (const SeriesRow &row : rows) {
-        for (const QJsonValue &input : row.report.value("inputs").toArray())
-            takeInside(input.toObject().value("path").toString());
-        for (const auto &result : resultsIn(row))
-            takeInside(result.first);
-    }
+    QStringList kept = ofAll;
+    for (const SeriesRow &row : rows)
+        kept += inputsIn(row) + resultsIn(row);
+    for (const QString &file : qAsConst(kept))
+        m_files.keep(file);
     for (const SeriesRow &row : rows) {
         if (!row.report.isEmpty())
             add(row);
     }
-    numeric::OutputFile file(QDir(m_folder).filePath(metadataName), &m_files);
-    if (!file.open() || !file.write(metadata()) || !file.commit())
-        m_problems << QStringLiteral("cannot write the crate %1").arg(m_folder);
-    if (m_problems.isEmpty() && !m_files.publish())
-        m_problems << m_files.problem();
-    return m_problems;
+    addOfAll(ofAll);
+    m_files.publish(metadataName, metadata());
+    return m_files.problems();
 }
 
 } // namespace
+
+QString crateMetadata(const QString &folder)
+{
+    return folder.isEmpty() ? QString() : QDir(folder).filePath(metadataName);
+}
 
 QString crateMistake(const QString &folder)
 {
@@ -332,7 +336,7 @@ QString crateMistake(const QString &folder)
     return QStringLiteral("%1 is neither empty nor an RO-Crate of flokluk-batch").arg(folder);
 }
 
-QStringList writeCrate(const QVector<SeriesRow> &rows, const QString &folder)
+QStringList writeCrate(const QVector<SeriesRow> &rows, const QStringList &ofAll, const QString &folder)
 {
-    return CrateWriter(folder).write(rows);
+    return CrateWriter(folder).write(rows, ofAll);
 }

@@ -359,9 +359,17 @@ private slots:
     void crate()
     {
         const QDir crate(m_sample.path("crate"));
-        QCOMPARE(m_sample.run({"--crate", crate.path(), "--hash", m_sample.path("four-points.json"),
-                               m_sample.path("non-equivalent.json")}),
+        const QByteArray apart = edited(m_sample.text("non-equivalent.json"),
+                                        "'non-equivalent-report => 'apart/reports/b && 'non-equivalent.dat => "
+                                        "'apart/results/b.dat");
+        QVERIFY(!apart.isEmpty() && tables::writeBytes(m_sample.path("b.json"), apart));
+        QCOMPARE(m_sample.run({"--crate", crate.path(), "--hash", "--table", crate.filePath("all.csv"), "--trend",
+                               m_sample.path("all.png"), m_sample.path("four-points.json"), m_sample.path("b.json")}),
                  0);
+        const QString report = crate.filePath("b/reports/b.json"); // what it names lies in the crate, too
+        QVERIFY(QDir(m_sample.path("apart")).removeRecursively());
+        QCOMPARE(m_sample.run({"--verify", report}), 0);
+        QCOMPARE(m_sample.run({"--again", report}), 0);
         QFile file(crate.filePath("ro-crate-metadata.json"));
         QVERIFY(file.open(QIODevice::ReadOnly));
         const QJsonObject root = QJsonDocument::fromJson(file.readAll()).object();
@@ -403,6 +411,9 @@ private slots:
         }
         QCOMPARE(inside, crateFiles(crate.path()) - 1); // but for the metadata
         QVERIFY(m_sample.text("crate/four-points/four-points.dat") == m_sample.text("four-points.dat"));
+        QVERIFY(entities.contains("all.csv") && entities.contains("series/all.png"));
+        QCOMPARE(m_sample.text("crate/b/b.json"), apart);
+        QVERIFY(entities["b/b.json"]["description"].toString().contains("--again b/reports/b.json"));
         int actions = 0;
         for (const QJsonObject &action : qAsConst(entities)) {
             if (action["@type"] != "CreateAction")
@@ -416,6 +427,9 @@ private slots:
         QCOMPARE(actions, 2);
         QCOMPARE(m_sample.run({"--crate", m_sample.dir(), m_sample.path("four-points.json")}), 2);
         QVERIFY(m_sample.err.contains("is neither empty nor an RO-Crate"));
+        QCOMPARE(m_sample.run({"--crate", crate.path(), "--table", crate.filePath("ro-crate-metadata.json"),
+                               m_sample.path("four-points.json")}),
+                 2);
     }
 
     /// A crate that is made again keeps what is the user's: words about it, results in it, and the crates of others.
@@ -439,7 +453,9 @@ private slots:
         QVERIFY(tables::writeBytes(arguments.last(), QJsonDocument(absoluteJob(inside)).toJson()));
         QCOMPARE(m_sample.run(arguments), 0);
         QVERIFY(tables::bytesOf(result) != m_sample.text("four-points.dat"));
-        QCOMPARE(m_sample.text("again/four-points/2_four-points.dat"), m_sample.text("four-points.dat"));
+        QCOMPARE(m_sample.text("again/four-points_3/four-points.dat"), m_sample.text("four-points.dat"));
+        QCOMPARE(m_sample.run(arguments), 0); // over the copies
+        QVERIFY(!QFileInfo::exists(m_sample.path("again/four-points_4")));
         const QByteArray text = m_sample.text(metadata);
         for (const char *const kept : {"\"Mine\"", "\"@id\": \"https://l\"", "\"copyrightHolder\"", "\"@id\": \"#me\""})
             QVERIFY2(text.contains(kept), kept);
