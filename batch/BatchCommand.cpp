@@ -142,7 +142,7 @@ int runJobs(const BatchOptions &options, QTextStream *out, QTextStream *err)
     if (problem.isEmpty())
         problem = folderMistake(ofAll, options.crate);
     if (problem.isEmpty())
-        problem = crateMistake(options.crate);
+        problem = crateMistake(options.crate, ofAll);
     if (!problem.isEmpty()) {
         BatchMessages(err, options.form == ProgressForm::Json).error(QString(), {problem});
         return static_cast<int>(JobOutcome::WrongJob);

@@ -328,12 +328,20 @@ QString crateMetadata(const QString &folder)
     return folder.isEmpty() ? QString() : QDir(folder).filePath(metadataName);
 }
 
-QString crateMistake(const QString &folder)
+QString crateMistake(const QString &folder, const QStringList &ofAll)
 {
-    if (folder.isEmpty() || !QFileInfo::exists(folder) || (QFileInfo(folder).isDir() && QDir(folder).isEmpty()) ||
-        readEntities(folder).contains(programId))
+    if (folder.isEmpty() || !QFileInfo::exists(folder) || (QFileInfo(folder).isDir() && QDir(folder).isEmpty()))
         return QString();
-    return QStringLiteral("%1 is neither empty nor an RO-Crate of flokluk-batch").arg(folder);
+    const QMap<QString, QJsonObject> entities = readEntities(folder);
+    if (!entities.contains(programId))
+        return QStringLiteral("%1 is neither empty nor an RO-Crate of flokluk-batch").arg(folder);
+    for (const QString &copy : copiesIn(entities)) {
+        for (const QString &file : ofAll) {
+            if (numeric::fileIdentity(file) == numeric::fileIdentity(QDir(folder).filePath(copy)))
+                return QStringLiteral("%1 cannot be written: it is a copy that belongs to the crate").arg(file);
+        }
+    }
+    return QString();
 }
 
 QStringList writeCrate(const QVector<SeriesRow> &rows, const QStringList &ofAll, const QString &folder)

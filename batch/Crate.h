@@ -6,8 +6,9 @@
 #include <QStringList>
 #include <QVector>
 
-/// Why a crate cannot be made in a folder: something else lies in it. Empty when it can.
-QString crateMistake(const QString &folder);
+/// Why a crate cannot be made in a folder: something else lies in it, or one of `ofAll`, which are written before it,
+/// would take the place of a copy that an earlier crate has made. Empty when it can.
+QString crateMistake(const QString &folder, const QStringList &ofAll);
 
 /// The file that says what lies in a crate; empty for no crate.
 QString crateMetadata(const QString &folder);

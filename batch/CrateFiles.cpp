@@ -84,7 +84,7 @@ CrateFiles::Places CrateFiles::take(const QStringList &files, const QString &rec
 /// would look as if it were of this run.
 bool CrateFiles::isFree(const QString &part, const QStringList &names) const
 {
-    const QDir folder(QDir(m_folder).filePath(part));
+    const QDir folder(m_root + QLatin1Char('/') + part);
     if (m_parts.contains(part) || (QFileInfo::exists(folder.path()) && !QFileInfo(folder.path()).isDir()))
         return false;
     QDirIterator entries(folder.path(), QDir::Files | QDir::Hidden | QDir::System, QDirIterator::Subdirectories);
