@@ -175,10 +175,10 @@ QString CrateWriter::describeRecord(const SeriesRow &row, const CrateFiles::Plac
 {
     const QJsonObject facts = row.report.value("inputs").toArray().at(0).toObject();
     const QString file = facts.value("path").toString();
-    QString text = QStringLiteral("%1%2: a record of what was run, with relative paths that start from %3")
+    QString text = QStringLiteral("%1%2: a record of what was run, with relative paths that start from %3.")
                        .arg(copiedFrom, file, QFileInfo(file).path());
     if (!row.job.report.isEmpty())
-        text += QStringLiteral("; \"flokluk-batch --again %1\" runs it again").arg(places.files.last());
+        text += " It is run again by: flokluk-batch --again " + places.files.last();
     const QString id = idOf(places.record);
     describe(id, QFileInfo(file).fileName(), facts, m_files.inside(file) == places.record ? QString() : text);
     return id;
@@ -205,7 +205,7 @@ void CrateWriter::add(const SeriesRow &row)
     QJsonObject action{{"@id", id},
                        {"@type", "CreateAction"},
                        {"name", QStringLiteral("Analysis %1").arg(name)},
-                       {"description", QStringLiteral("Run on the host %1").arg(row.report.value("host").toString())},
+                       {"description", "Run on the host " + row.report.value("host").toString()},
                        {"startTime", row.report.value("started")},
                        {"endTime", row.report.value("ended")},
                        {"instrument", link(programId)},

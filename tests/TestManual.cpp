@@ -64,6 +64,13 @@ bool isSame(const QString &expected, const QString &found)
     return wanted.endsWith(" ...") ? found.simplified().startsWith(wanted.chopped(3)) : found.simplified() == wanted;
 }
 
+/// A source file, its texts in one piece each.
+QString sourceOf(const QString &name)
+{
+    const QString text = QString::fromUtf8(tables::bytesOf(QStringLiteral(SOURCES "/") + name));
+    return QString(text).replace(QRegularExpression("\"\\s*\n\\s*\""), QString());
+}
+
 /// The texts of messages with "…" in the place of what is put in: those of the catalogue in both languages, and the
 /// literals of the batch.
 QString messageTexts()
@@ -74,10 +81,10 @@ QString messageTexts()
         if (xml.readNext() == QXmlStreamReader::StartElement && (xml.name() == "source" || xml.name() == "translation"))
             texts += xml.readElementText(QXmlStreamReader::SkipChildElements) + '\n';
     }
-    for (const char *const folder : {"batch", "analysis/job", "numeric"}) {
+    for (const char *const folder : {"batch", "analysis/job", "numeric", "series"}) {
         const QDir dir(QStringLiteral(SOURCES "/") + folder);
         for (const QString &name : dir.entryList({QStringLiteral("*.cpp")}))
-            texts += QString::fromUtf8(tables::bytesOf(dir.filePath(name))).replace("\\\"", "\"") + '\n';
+            texts += sourceOf(QStringLiteral("%1/%2").arg(folder, name)).replace("\\\"", "\"") + '\n';
     }
     return texts.replace(QRegularExpression(QStringLiteral("%[0-9]")), QStringLiteral("…"));
 }
@@ -182,15 +189,37 @@ private slots:
                 quoted += cell + '\n';
             }
         }
-        static const QRegularExpression text(
-            QStringLiteral("QT_TRANSLATE_NOOP\\(\"FourPs\",\\s*\"([^\"]{12,})\"\\s*\\)"));
-        for (const char *const name : {"Plans", "Findings", "EnergyFindings", "MapFindings", "MapReadFindings"}) {
-            auto found = text.globalMatch(tables::bytesOf(QStringLiteral(SOURCES "/analysis/model/%1.cpp").arg(name)));
-            while (found.hasNext()) {
-                const QString message = found.next().captured(1).replace(QRegularExpression("%[0-9]"), "…");
-                QVERIFY2(quoted.contains(message), qPrintable(message));
-            }
-        }
+        // Of a command every text of some words is a message, the same on both pages, but for help, which ends in a
+        // point.
+        const QString translated = "QT_TRANSLATE_NOOP\\(\"FourPs\",\\s*\"([^\"]{12,})\"\\s*\\)";
+        const QString said = "(?:QStringLiteral|QLatin1String)\\(\\s*\"[ :]*([^\"; ]+ [^\"; ]+ [^\"]+[^\".])\"";
+        forRows<const char *, QStringList, QString>(
+            {{"checks and findings",
+              "analysis/model",
+              {"Plans", "Findings", "EnergyFindings", "MapFindings", "MapReadFindings"},
+              translated},
+             {"flokluk-batch",
+              "batch",
+              {"BatchCommand", "Verify", "ReportFile", "MovedInputs", "Repeat", "Crate", "CrateFiles"},
+              said},
+             {"flokluk-jobs", "series", {"JobsCommand", "JobTemplate"}, said},
+             {"with job",
+              "analysis/panel",
+              {"FourPsSlots"},
+              "tr\\(\\s*\"([^\"]*(?:is not written:|the job %1)[^\"]*)\""}},
+            [&quoted](const char *folder, const QStringList &names, const QString &pattern) {
+                int messages = 0;
+                for (const QString &name : names) {
+                    auto found = QRegularExpression(pattern).globalMatch(
+                        sourceOf(QStringLiteral("%1/%2.cpp").arg(folder, name)));
+                    for (; found.hasNext(); ++messages) {
+                        const QString message = found.next().captured(1).replace(QRegularExpression("%[0-9]"), "…");
+                        const int pages = pattern.startsWith("tr") || pattern.startsWith("QT_TR") ? 1 : 2;
+                        QVERIFY2(quoted.count(message) >= pages, qPrintable(message));
+                    }
+                }
+                QVERIFY(messages > 4);
+            });
     }
 };
 
