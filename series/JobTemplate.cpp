@@ -216,15 +216,15 @@ FolderJobs jobsFromTemplate(const QString &templateFile, const QStringList &fold
         QStringList mistakes;
         Job job = jobFromJson(withInputs(placeholders.filled(root).toObject(), home), QDir(), &mistakes);
         if (!placeholders.unknown().isEmpty())
-            mistakes.prepend(placeholders.unknown() +
-                             QLatin1String(" stands for nothing; {folder}, {path} and {number} do"));
+            mistakes.prepend(
+                QStringLiteral("%1 stands for nothing; {folder}, {path} and {number} do").arg(placeholders.unknown()));
         if (!mistakes.isEmpty()) {
             result.problems = mistakes;
             result.isTemplateBad = true;
             return result;
         }
         if (placeholders.lacksNumber())
-            result.problems << folder + QLatin1String(": the name has no number, which {number} stands for");
+            result.problems << QStringLiteral("%1: the name has no number, which {number} stands for").arg(folder);
         for (int i = 0; i < job.references.size(); ++i)
             findInput(folder, QStringLiteral("references[%1].file").arg(i), &job.references[i].file, &result.problems);
         findInput(folder, QStringLiteral("target.file"), &job.target.file, &result.problems);

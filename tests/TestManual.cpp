@@ -192,7 +192,7 @@ private slots:
         // Of a command every text of some words is a message, the same on both pages, but for help, which ends in a
         // point.
         const QString translated = "QT_TRANSLATE_NOOP\\(\"FourPs\",\\s*\"([^\"]{12,})\"\\s*\\)";
-        const QString said = "(?:QStringLiteral|QLatin1String)\\(\\s*\"[ :]*([^\"; ]+ [^\"; ]+ [^\"]+[^\".])\"";
+        const QString said = "(?:QStringLiteral|QLatin1String)\\(\\s*\"([^\"; ]+ [^\"; ]+ [^\"]+[^\".])\"";
         forRows<const char *, QStringList, QString>(
             {{"checks and findings",
               "analysis/model",
