@@ -192,8 +192,13 @@ void Pool::finish(std::size_t i, int code)
 void Pool::passOn(QProcess *process, bool isOver)
 {
     process->setReadChannel(QProcess::StandardError);
-    while (process->canReadLine() || (isOver && process->bytesAvailable() > 0))
-        m_err << QString::fromLocal8Bit(process->readLine());
+    while (process->canReadLine() || (isOver && process->bytesAvailable() > 0)) {
+        const QString line = QString::fromLocal8Bit(process->readLine());
+        if (m_options.form == ProgressForm::Json && !line.startsWith(QLatin1Char('{')))
+            m_messages.warning(QString(), {line.trimmed()}); // the last words of a process that has run out of memory
+        else
+            m_err << line;
+    }
     m_err.flush();
 }
 
