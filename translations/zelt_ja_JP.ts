@@ -1646,6 +1646,10 @@ Do you want to replace it?</source>
         <source>Of the %1 regions the first %2 were taken.</source>
         <translation>%1 個の領域のうち最初の %2 個を取り込みました。</translation>
     </message>
+    <message>
+        <source>%1 is not written: the job of that name has been edited since the program wrote it, or an early version wrote it. Rename or delete it.</source>
+        <translation>%1 は書き込みません。同名のジョブは、プログラムが書いた後で編集されたか、古い版が書いたものです。名前を変えるか削除してください。</translation>
+    </message>
 </context>
 <context>
     <name>HeaderMenu</name>
