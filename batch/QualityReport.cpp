@@ -1,5 +1,7 @@
 #include "batch/QualityReport.h"
 
+#include "analysis/methods/LinearCombination.h"
+#include "analysis/uncertainty/Distributions.h"
 #include "analysis/uncertainty/SpectrumFit.h"
 #include "numeric/JsonArray.h"
 
@@ -95,4 +97,14 @@ QJsonObject targetErrorsReport(const TargetFit &target)
             {"valence", target.fit.valenceError},
             {"t", target.fit.amountError},
             {"fractions", numeric::toJsonArray(target.fit.fractionErrors)}};
+}
+
+QJsonObject fitErrorsReport(const LinearCombination &fit)
+{
+    return {{"degrees", fit.degrees},
+            {"studentFactor", studentFactor(fit.degrees)},
+            {"fractions", numeric::toJsonArray(fit.fractionErrors)},
+            {"sum", fit.sumError},
+            {"valence", fit.valenceError},
+            {"meanValence", fit.meanValenceError}};
 }

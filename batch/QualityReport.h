@@ -9,6 +9,7 @@
 #include <vector>
 
 struct AnalysisInput;
+struct LinearCombination;
 struct TargetFit;
 
 /// What reports say about uncertainties; docs/batch.md describes it. Numbers that are not finite become null.
@@ -23,3 +24,6 @@ QualityReport qualityReport(Quality *quality, const AnalysisInput &now, const Un
 
 /// Standard errors of a target's valence, t and fractions, and Student's factor for them.
 QJsonObject targetErrorsReport(const TargetFit &target);
+/// Standard errors of what a linear combination fit finds, and Student's factor for them; those of its coefficients
+/// and base stand beside these.
+QJsonObject fitErrorsReport(const LinearCombination &fit);

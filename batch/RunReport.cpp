@@ -60,10 +60,13 @@ QJsonObject fitReport(const LinearCombination &fit)
     return {{"fractions", toJson(fit.fractions)},
             {"coefficients", toJson(fit.coefficients)},
             {"standardErrors", toJson(fit.standardErrors)},
+            {"sum", fit.sum},
             {"base", fit.base},
             {"valence", fit.valence},
+            {"meanValence", fit.meanValence},
             {"R", fit.rFactor},
-            {"points", fit.points}};
+            {"points", fit.points},
+            {"errors", fitErrorsReport(fit)}};
 }
 
 QJsonObject targetReport(const TargetInput &target, const Analysis &analysis)

@@ -4,6 +4,7 @@
 
 #include <cmath>
 #include <cstddef>
+#include <limits>
 #include <utility>
 
 namespace
@@ -35,17 +36,41 @@ std::vector<Sample> samplesOf(const LinearCombinationInput &input)
     return samples;
 }
 
-/// The diagonal of the inverse of the decomposed matrix.
-std::vector<double> inverseDiagonal(numeric::LinearSystem *system)
+/// The root of g^T C g for the covariance matrix C = variance A^-1 of the unknowns, with the decomposed normal matrix
+/// A.
+double errorOf(const std::vector<double> &gradient, double variance, numeric::LinearSystem *system)
 {
-    std::vector<double> diagonal;
-    for (int i = 0; i < system->size(); ++i) {
-        for (int k = 0; k < system->size(); ++k)
-            system->rightHandSide()[k] = k == i ? 1.0 : 0.0;
-        system->substitute();
-        diagonal.push_back(system->unknown(i));
+    for (int k = 0; k < system->size(); ++k)
+        system->rightHandSide()[k] = gradient[static_cast<std::size_t>(k)];
+    system->substitute();
+    double form = 0.0;
+    for (int k = 0; k < system->size(); ++k)
+        form += gradient[static_cast<std::size_t>(k)] * system->unknown(k);
+    return std::sqrt(variance * form);
+}
+
+/// The standard errors; overwrites the right-hand side and the solution of the decomposed system.
+void findErrors(const std::vector<double> &valences, double variance, numeric::LinearSystem *system,
+                LinearCombination *result)
+{
+    const std::size_t m = result->coefficients.size();
+    const auto error = [&](auto derivative) {
+        std::vector<double> gradient(m + 1, 0.0); // nothing but the base itself depends on the base
+        for (std::size_t k = 0; k < m; ++k)
+            gradient[k] = derivative(k);
+        return errorOf(gradient, variance, system);
+    };
+    for (std::size_t j = 0; j < m; ++j) {
+        result->standardErrors.push_back(error([j](std::size_t k) { return k == j ? 1.0 : 0.0; }));
+        result->fractionErrors.push_back(
+            error([&](std::size_t k) { return ((k == j ? 1.0 : 0.0) - result->fractions[j]) / result->sum; }));
     }
-    return diagonal;
+    std::vector<double> base(m + 1, 0.0);
+    base[m] = 1.0;
+    result->standardErrors.push_back(errorOf(base, variance, system));
+    result->sumError = error([](std::size_t) { return 1.0; });
+    result->valenceError = error([&](std::size_t k) { return valences[k]; });
+    result->meanValenceError = error([&](std::size_t k) { return (valences[k] - result->meanValence) / result->sum; });
 }
 
 } // namespace
@@ -67,6 +92,7 @@ LinearCombination fitLinearCombination(const LinearCombinationInput &input)
     }
     for (const double coefficient : result.coefficients)
         result.fractions.push_back(coefficient / result.sum);
+    result.meanValence = result.valence / result.sum;
     result.base = system.unknown(static_cast<int>(m));
 
     double residuals = 0.0;
@@ -83,8 +109,8 @@ LinearCombination fitLinearCombination(const LinearCombinationInput &input)
     result.fitted.setValid(!samples.empty());
     result.points = static_cast<int>(samples.size());
     result.rFactor = residuals / squares;
-    const double variance = residuals / (static_cast<double>(samples.size()) - static_cast<double>(m) - 1.0);
-    for (const double element : inverseDiagonal(&system))
-        result.standardErrors.push_back(std::sqrt(variance * element));
+    result.degrees = result.points - static_cast<int>(m) - 1;
+    const double variance = result.degrees > 0 ? residuals / result.degrees : std::numeric_limits<double>::quiet_NaN();
+    findErrors(input.valences, variance, &system, &result);
     return result;
 }

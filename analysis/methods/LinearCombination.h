@@ -25,16 +25,32 @@ struct LinearCombination {
     /// c_1 V_1 + ... + c_m V_m. With the coefficients, not the fractions, on purpose: when they do not sum up to 1 this
     /// is not the mean of the valences.
     double valence = 0.0;
+    double meanValence = 0.0; ///< valence / sum: that of the fractions
 
     /// The fitted curve: one point per point in the range, its energy the shifted one, its mu the fitted value.
     AMutE fitted;
 
     int points = 0;       ///< in the range
     double rFactor = 0.0; ///< sum of (y - fit)^2 over the sum of y^2
-    /// Of c_1 ... c_m and, last, of the base: the roots of sigma^2 (A^-1)_ii with the normal matrix A and
-    /// sigma^2 = sum of (y - fit)^2 / (points - m - 1) (N. R. Draper and H. Smith, Applied Regression Analysis, 3rd
-    /// ed., Wiley 1998, chapter 5). NaN or infinite without a point to spare.
-    std::vector<double> standardErrors;
+    int degrees = 0;      ///< points - m - 1
+
+    /// Standard errors from the residuals, whose mean square is sigma^2 = sum of (y - fit)^2 / degrees: the
+    /// coefficients have the covariance matrix C = sigma^2 A^-1 with the normal matrix A (N. R. Draper and H. Smith,
+    /// Applied Regression Analysis, 3rd ed., Wiley 1998, chapter 5), and a quantity q of them, by the delta method (P.
+    /// R. Bevington, Data Reduction and Error Analysis for the Physical Sciences, McGraw-Hill 1969, chapter 4), the
+    /// variance g^T C g with g_k = dq/dc_k:
+    ///   sum                1                      valence      V_k
+    ///   fraction f_j       (delta_jk - f_j) / sum  meanValence  (V_k - meanValence) / sum
+    /// The first two are linear, so that this is exact; the others to first order, for errors of the sum that are small
+    /// against it. All are NaN without a degree of freedom.
+    /// They hold independent errors of the same size in all points of the range. Not in them: residuals that follow one
+    /// another (a missing reference, smoothed or interpolated points: the errors are too small then), the target's
+    /// pre-edge and post-edge line, which all points share, and whatever the references are wrong by.
+    std::vector<double> standardErrors; ///< of c_1 ... c_m and, last, of the base
+    std::vector<double> fractionErrors;
+    double sumError = 0.0;
+    double valenceError = 0.0;
+    double meanValenceError = 0.0;
 };
 
 LinearCombination fitLinearCombination(const LinearCombinationInput &input);

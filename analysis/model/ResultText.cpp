@@ -99,5 +99,5 @@ QString fitSumText(const LinearCombination &fit)
                                         "The coefficients c sum up to S = %1. V is the sum of c times valence; of the "
                                         "fractions c / S it is V / S = %2."))
         .arg(fit.sum, 0, 'g', 4)
-        .arg(fit.valence / fit.sum, 0, 'g', 4);
+        .arg(fit.meanValence, 0, 'g', 4);
 }

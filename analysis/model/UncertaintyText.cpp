@@ -1,5 +1,8 @@
 #include "analysis/model/UncertaintyText.h"
 
+#include "analysis/methods/LinearCombination.h"
+#include "analysis/uncertainty/Distributions.h"
+
 #include <QCoreApplication>
 
 #include <algorithm>
@@ -19,6 +22,22 @@ QString significant(double value, int digits)
 {
     const bool isLarge = std::abs(value) >= std::pow(10.0, digits) && std::abs(value) < 1e7;
     return isLarge ? QString::number(value, 'f', 0) : QString::number(value, 'g', digits);
+}
+
+QString ratioLine(std::size_t reference, const QString &number)
+{
+    return translated(QT_TRANSLATE_NOOP("FourPs", "Ratio %1: %2")).arg(reference + 1).arg(number);
+}
+
+/// Lines with errors that Student's factor for `degrees` is in, and what that is.
+QString withFactor(const QStringList &lines, int degrees)
+{
+    if (degrees == 0)
+        return translated(QT_TRANSLATE_NOOP("FourPs", "No standard errors: as many points as unknowns."));
+    return lines.join(QLatin1Char('\n')) + QLatin1Char('\n') +
+           translated(QT_TRANSLATE_NOOP("FourPs", "(68 %: standard error times Student's factor %1 for n - p = %2)"))
+               .arg(significant(studentFactor(degrees), 3))
+               .arg(degrees);
 }
 
 } // namespace
@@ -43,18 +62,24 @@ QString fractionErrorText(const TargetFit &target, int reference)
 QString targetErrorsText(const TargetFit &target)
 {
     const SpectrumFit &fit = target.fit;
-    if (fit.degrees == 0)
-        return translated(QT_TRANSLATE_NOOP("FourPs", "No standard errors: as many points as unknowns."));
     QStringList lines = {QStringLiteral("V ") + withError(fit.valence, target.factor * fit.valenceError),
                          QStringLiteral("t ") + withError(fit.amount, target.factor * fit.amountError)};
     for (std::size_t j = 0; j < fit.fractions.size(); ++j)
-        lines << translated(QT_TRANSLATE_NOOP("FourPs", "Ratio %1: %2"))
-                     .arg(j + 1)
-                     .arg(fractionErrorText(target, static_cast<int>(j)));
-    lines << translated(QT_TRANSLATE_NOOP("FourPs", "(68 %: standard error times Student's factor %1 for n - p = %2)"))
-                 .arg(significant(target.factor, 3))
-                 .arg(fit.degrees);
-    return lines.join(QLatin1Char('\n'));
+        lines << ratioLine(j, fractionErrorText(target, static_cast<int>(j)));
+    return withFactor(lines, fit.degrees);
+}
+
+QString fitResultErrorsText(const LinearCombination &fit)
+{
+    if (fit.degrees < 0)
+        return QString();
+    const double factor = studentFactor(fit.degrees);
+    QStringList lines = {QStringLiteral("V ") + withError(fit.valence, factor * fit.valenceError),
+                         QStringLiteral("S ") + withError(fit.sum, factor * fit.sumError),
+                         QStringLiteral("V / S ") + withError(fit.meanValence, factor * fit.meanValenceError)};
+    for (std::size_t j = 0; j < fit.fractions.size(); ++j)
+        lines << ratioLine(j, withError(fit.fractions[j], factor * fit.fractionErrors[j]));
+    return withFactor(lines, fit.degrees);
 }
 
 QString regionLine(const RegionStatistics &statistics)

@@ -5,6 +5,8 @@
 #include <QString>
 #include <QStringList>
 
+struct LinearCombination;
+
 /// What uncertainties, regions and the target's fit say, in the language of the program; numbers have a decimal point.
 
 /// "2.71 ± 0.013": the error with two significant digits, the value with as many decimals. Without a finite error the
@@ -16,6 +18,9 @@ QString withError(double value, double error);
 QString targetErrorsText(const TargetFit &target);
 /// That of one fraction, counted from 0; empty for n = p.
 QString fractionErrorText(const TargetFit &target, int reference);
+/// The same of a linear combination fit: V, its sum S of the coefficients, V / S and the fractions; empty where there
+/// are fewer points than unknowns.
+QString fitResultErrorsText(const LinearCombination &fit);
 
 /// "V 2.71 ± 0.01, t 0.83, 1240 pixels, scatter 0.12 (expected 0.09), chi² 1.1": the mean valence with its standard
 /// error, the mean amount per pixel, and chi^2 / (n - p) of the mean spectrum, which is left out for n = p. For a

@@ -243,7 +243,7 @@ void FourPs::showFit()
     const LinearCombination &fit = *m_analysis.fit();
     ui.LCFRes->setText(m_analysis.outcome(Step::Fit).message);
     ui.LCFRes->setCursorPosition(0);
-    ui.LCFRes->setToolTip(fitSumText(fit));
+    ui.LCFRes->setToolTip((fitSumText(fit) + QLatin1Char('\n') + fitResultErrorsText(fit)).trimmed());
     ui.LCFQuality->setText(fitQualityText(fit));
     ui.LCFQuality->setToolTip(fitErrorsText(fit));
     repaintDisplays();
