@@ -30,6 +30,11 @@ public:
         add(column, value);
         add(column + QLatin1String("_error"), error);
     }
+    /// The amount where it is a t, nothing where it is a t/ts: these are different quantities and never share a column.
+    void addT(const QString &column, bool isT, const QJsonValue &value, const QJsonValue &error)
+    {
+        add(column, isT ? value : QJsonValue(), isT ? error : QJsonValue());
+    }
     /// One column per reference that there can be, and one for the standard error of each.
     void addFractions(const QString &column, const QVector<double> &values, const QVector<double> &errors)
     {
@@ -44,6 +49,12 @@ public:
     QStringList columns;
     QStringList texts;
 };
+
+/// Whether the amounts of the report's map and regions are t/ts.
+bool isFourPoints(const QJsonObject &report)
+{
+    return report.value("map").toObject().value("method").toString() == QLatin1String("four-points");
+}
 
 QString nameOf(const QJsonValue &file)
 {
@@ -75,9 +86,10 @@ void addTarget(const QJsonObject &report, Cells *cells)
     const QJsonObject target = targetOf(report), errors = target.value("errors").toObject();
     cells->addFractions("target_fraction", fractionsOf(target), numbersOf(errors.value("fractions")));
     cells->add("target_valence", target.value("valence"), errors.value("valence"));
-    cells->add("target_t", target.contains("t") ? target.value("t") : target.value("t/ts"), errors.value("t"));
-    const QJsonObject lcf = report.value("target").toObject().value("lcf").toObject();
-    cells->addFractions("lcf_fraction", numbersOf(lcf.value("fractions")), numbersOf(lcf.value("standardErrors")));
+    cells->addT("target_t", target.contains("t"), target.value("t"), errors.value("t"));
+    const QJsonObject lcf = fitOf(report);
+    cells->addFractions("lcf_fraction", numbersOf(lcf.value("fractions")),
+                        numbersOf(lcf.value("errors").toObject().value("fractions")));
     cells->add("lcf_valence", lcf.value("valence"));
     cells->add("lcf_R", lcf.value("R"));
 }
@@ -99,13 +111,31 @@ void addMap(const QJsonObject &report, Cells *cells)
                    ofQuantity(QStringLiteral("Ratio %1").arg(j), "materialMedian"));
     cells->add("map_valence", material.value("mean"), material.value("error"));
     cells->add("map_valence_median", material.value("median"));
-    cells->add("map_t", ofQuantity("Amount", "materialMean"), material.value("amountError"));
-    cells->add("map_t_median", ofQuantity("Amount", "materialMedian"));
+    const bool isT = !isFourPoints(report);
+    cells->addT("map_t", isT, ofQuantity("Amount", "materialMean"), material.value("amountError"));
+    cells->add("map_t_median", isT ? ofQuantity("Amount", "materialMedian") : QJsonValue());
     cells->add("map_chi2", material.value("chi2"));
+}
+
+/// What came to the table later: it stands behind the columns that were there before.
+void addLater(const QJsonObject &report, Cells *cells)
+{
+    const QJsonObject lcf = fitOf(report), lcfErrors = lcf.value("errors").toObject(), target = targetOf(report),
+                      material = materialOf(report),
+                      amount = report.value("map").toObject().value("quantities").toObject().value("Amount").toObject();
+    cells->add("lcf_valence_error", lcfErrors.value("valence"));
+    cells->add("lcf_sum", lcf.value("sum"), lcfErrors.value("sum"));
+    cells->add("lcf_mean_valence", lcf.value("meanValence"), lcfErrors.value("meanValence"));
+    cells->addT("target_t_over_ts", target.contains("t/ts"), target.value("t/ts"),
+                target.value("errors").toObject().value("t"));
+    const bool isRatio = isFourPoints(report);
+    cells->addT("map_t_over_ts", isRatio, amount.value("materialMean"), material.value("amountError"));
+    cells->add("map_t_over_ts_median", isRatio ? amount.value("materialMedian") : QJsonValue());
 }
 
 void addRegions(const QJsonObject &report, Cells *cells)
 {
+    const bool isRatio = isFourPoints(report);
     for (const QJsonValue &value : report.value("regions").toArray()) {
         const QJsonObject region = value.toObject();
         const QString name = region.value("name").toString() + QLatin1String(": ");
@@ -114,9 +144,10 @@ void addRegions(const QJsonObject &report, Cells *cells)
                             numbersOf(region.value("fractionErrors")));
         cells->add(name + QLatin1String("valence"), region.value("mean"), region.value("error"));
         cells->add(name + QLatin1String("valence_median"), region.value("median"));
-        cells->add(name + QLatin1String("t"), numberOf(region.value("amount")) / numberOf(region.value("pixels")));
-        cells->add(name + QLatin1String("t_error"), region.value("amountError"));
+        const QJsonValue mean = numberOf(region.value("amount")) / numberOf(region.value("pixels"));
+        cells->addT(name + QLatin1String("t"), !isRatio, mean, region.value("amountError"));
         cells->add(name + QLatin1String("chi2"), region.value("chi2"));
+        cells->addT(name + QLatin1String("t_over_ts"), isRatio, mean, region.value("amountError"));
     }
 }
 
@@ -174,6 +205,11 @@ QJsonObject targetOf(const QJsonObject &report)
     return target.value(target.contains("nonEquivalent") ? "nonEquivalent" : "fourPoints").toObject();
 }
 
+QJsonObject fitOf(const QJsonObject &report)
+{
+    return report.value("target").toObject().value("lcf").toObject();
+}
+
 QVector<double> fractionsOf(const QJsonObject &target)
 {
     if (!target.contains("a"))
@@ -195,6 +231,7 @@ QByteArray seriesTable(const QVector<SeriesRow> &rows)
         const QStringList sentences = warningsOf(row);
         cells.add("warnings", static_cast<double>(sentences.size()));
         cells.add("warning_texts", sentences.join(QLatin1String("; ")));
+        addLater(row.report, &cells);
         addRegions(row.report, &ofRegions);
         columns = cells.columns;
         lines << cells.texts;

@@ -16,6 +16,8 @@ QByteArray seriesTable(const QVector<SeriesRow> &rows);
 QJsonObject materialOf(const QJsonObject &report);
 /// Of a report's "target": what the method of the job found, by its name there; empty where there is none.
 QJsonObject targetOf(const QJsonObject &report);
+/// Of the same: what the linear combination fit found.
+QJsonObject fitOf(const QJsonObject &report);
 /// The fractions of what a report says about a target; those of the four-points method are a and 1 - a.
 QVector<double> fractionsOf(const QJsonObject &target);
 /// Numbers of a report; NaN for null.

@@ -50,8 +50,8 @@ Fractions fractionsFrom(const QJsonObject &report, Source source)
         return {fractionsOf(target), numbersOf(target.value("errors").toObject().value("fractions"))};
     }
     case Source::Fit: {
-        const QJsonObject fit = report.value("target").toObject().value("lcf").toObject();
-        return {numbersOf(fit.value("fractions")), numbersOf(fit.value("standardErrors"))};
+        const QJsonObject fit = fitOf(report);
+        return {numbersOf(fit.value("fractions")), numbersOf(fit.value("errors").toObject().value("fractions"))};
     }
     case Source::Material:
         break;

@@ -270,13 +270,17 @@ private slots:
         }
         const QJsonObject report = QJsonDocument::fromJson(m_sample.text("non-equivalent-report.json")).object();
         const QJsonObject target = report["target"].toObject(), result = target["nonEquivalent"].toObject();
+        const QJsonObject fit = target["lcf"].toObject(), fitErrors = fit["errors"].toObject();
         const QJsonObject material = report["map"].toObject()["quality"].toObject()["ofMaterial"].toObject();
         forRows<QString, QJsonValue>(
             {{"fraction", "target_fraction2", result["fractions"].toArray()[1]},
              {"its error", "target_fraction2_error", result["errors"].toObject()["fractions"].toArray()[1]},
              {"valence", "target_valence", result["valence"]},
              {"t", "target_t_error", result["errors"].toObject()["t"]},
-             {"R", "lcf_R", target["lcf"].toObject()["R"]},
+             {"R", "lcf_R", fit["R"]},
+             {"of a fraction, not of its coefficient", "lcf_fraction3_error", fitErrors["fractions"].toArray()[2]},
+             {"of the coefficients", "lcf_valence_error", fitErrors["valence"]},
+             {"of the fractions", "lcf_mean_valence_error", fitErrors["meanValence"]},
              {"of the map", "map_valence", material["mean"]},
              {"of the map's mean spectrum", "map_fraction3", material["fractions"].toArray()[2]},
              {"misfit", "map_chi2", material["chi2"]}},
@@ -288,6 +292,9 @@ private slots:
         const QJsonObject amount = report["map"].toObject()["quantities"].toObject()["Amount"].toObject();
         QVERIFY(amount["materialMean"].toDouble() > amount["mean"].toDouble());
         QVERIFY(qAbs(cell(4, "map_t").toDouble() - amount["materialMean"].toDouble()) < 1e-9);
+        for (const QString of : {"target_", "map_", "core: "}) // t by one method, t/ts by the other
+            QVERIFY(!cell(1, of + "t").isEmpty() && cell(1, of + "t_over_ts_error").isEmpty() &&
+                    cell(2, of + "t_error").isEmpty() && cell(2, of + "t_over_ts").isEmpty() == (of == "core: "));
         QCOMPARE(cell(2, "target_fraction1").toDouble() + cell(2, "target_fraction2").toDouble(), 1.0);
         QVERIFY(cell(1, "core: valence").toDouble() > 2.0 && cell(2, "core: valence").isEmpty());
         QVERIFY(cell(3, "outcome") == "2" && cell(3, "errors").contains("no such file"));
@@ -311,7 +318,8 @@ private slots:
             made.job.x = x;
             made.job.xTitle = "t / h";
             const QJsonObject fit{{"fractions", QJsonArray{fraction, 1 - fraction}},
-                                  {"standardErrors", QJsonArray{0.01, QJsonValue(), 0.5}}};
+                                  {"errors", QJsonObject{{"fractions", QJsonArray{0.01, QJsonValue()}}}},
+                                  {"standardErrors", QJsonArray{0.02, 0.02, 0.5}}};
             made.report = {{"references", QJsonArray{QJsonObject{{"file", "a/FeO.dat"}}, QJsonObject{{"file", "b"}}}},
                            {"target", QJsonObject{{"lcf", fit}}}};
             return made;
