@@ -10,6 +10,7 @@
 #include <QBuffer>
 #include <QCoreApplication>
 #include <QFileInfo>
+#include <QFontMetricsF>
 #include <QImage>
 #include <QJsonArray>
 #include <QPageSize>
@@ -159,7 +160,7 @@ QPolygonF drawPoints(QPainter *p, const ChCoord &cc, const Trend::Curve &curve, 
 {
     QPolygonF line;
     p->setPen(QPen(colour, 3));
-    p->setBrush(colour);
+    p->setBrush(Qt::white); // short bars are seen inside
     for (const Trend::Point &point : curve.points) {
         const QPointF place(cc.r2sx(point.x), cc.r2sy(point.fraction));
         line.append(place);
@@ -175,6 +176,18 @@ QPolygonF drawPoints(QPainter *p, const ChCoord &cc, const Trend::Curve &curve, 
     p->setBrush(Qt::NoBrush);
     plot::drawCurve(p, cc, line);
     return line;
+}
+
+/// In smaller letters where it is long; the end of a very long one is left out.
+void drawXTitle(QPainter *p, const QString &title)
+{
+    const QRectF room(left, height - 60, width - left - right, 44);
+    QFont font = p->font();
+    for (int size = textSize; size > textSize / 2 && QFontMetricsF(font).horizontalAdvance(title) > room.width();
+         --size)
+        font.setPixelSize(size);
+    p->setFont(font);
+    p->drawText(room, Qt::AlignCenter, QFontMetricsF(font).elidedText(title, Qt::ElideRight, room.width()));
 }
 
 void drawTrend(QPainter *p, const Trend &trend)
@@ -195,7 +208,7 @@ void drawTrend(QPainter *p, const Trend &trend)
         drawn.append(drawPoints(p, cc, trend.curves[i], colour));
         names.append({trend.curves[i].name, QPen(colour, 3)});
     }
-    drawLegend(p, cc, names, drawn);
+    drawLegend(p, cc, names, drawn, textSize);
     p->setPen(QPen(QColor(150, 150, 150), 2));
     p->setBrush(Qt::NoBrush);
     p->drawRect(plot::innerRect(cc));
@@ -204,7 +217,7 @@ void drawTrend(QPainter *p, const Trend &trend)
     p->setPen(Qt::black);
     plot::drawNumbers(p, cc, plot::Numbers::AlongBoth, trend.isNumbered ? 1.0 : 0.0);
     p->drawText(QRectF(left, 8, width - left - right, 40), Qt::AlignLeft | Qt::AlignVCenter, trend.title);
-    p->drawText(QRectF(left, height - 60, width - left - right, 44), Qt::AlignCenter, trend.xTitle);
+    drawXTitle(p, trend.xTitle);
 }
 
 } // namespace

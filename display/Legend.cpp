@@ -57,13 +57,16 @@ QVector<QPointF> placesIn(const QRectF &inner, const QSize &size)
 
 } // namespace
 
-void drawLegend(QPainter *p, const ChCoord &cc, const QVector<LegendEntry> &entries, const QVector<QPolygonF> &curves)
+void drawLegend(QPainter *p, const ChCoord &cc, const QVector<LegendEntry> &entries, const QVector<QPolygonF> &curves,
+                int textPixels)
 {
     p->save();
     const QRectF inner = plot::innerRect(cc);
     QFont font = p->font();
     Layout layout;
-    for (int pixels = plot::textPixels(cc); pixels >= smallestText && !layout.isWhole; --pixels) {
+    const int largest = textPixels > 0 ? textPixels : plot::textPixels(cc);
+    const int smallest = std::max(smallestText, 2 * textPixels / 3);
+    for (int pixels = largest; pixels >= smallest && !layout.isWhole; --pixels) {
         font.setPixelSize(pixels);
         layout = layoutOf(QFontMetrics(font), inner, entries);
     }

@@ -15,6 +15,8 @@ struct LegendEntry {
 };
 
 /// Draws the names of curves beside a piece of their line, into that corner of the plot (or the middle of its upper or
-/// lower edge) where they cover the least of `curves`, given in pixels. Where
-/// they do not fit the text is made smaller; then long names and long lists are cut.
-void drawLegend(QPainter *p, const ChCoord &cc, const QVector<LegendEntry> &entries, const QVector<QPolygonF> &curves);
+/// lower edge) where they cover the least of `curves`, given in pixels. The text is `textPixels` high, 0: as high as
+/// that of the plot's graphs on the screen. Where they do not fit the text is made smaller, to two thirds of
+/// `textPixels`; then long names and long lists are cut.
+void drawLegend(QPainter *p, const ChCoord &cc, const QVector<LegendEntry> &entries, const QVector<QPolygonF> &curves,
+                int textPixels = 0);

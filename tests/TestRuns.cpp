@@ -173,6 +173,8 @@ private slots:
         QCOMPARE(analysis.fit()->points, 24); // 7112 to 7135 eV, a point each eV
         const QString sum = fitSumText(*analysis.fit());
         QVERIFY2(sum.contains("S = 0.8.") && sum.contains("V / S = 2.75."), qPrintable(sum));
+        const QString errors = fitResultErrorsText(*analysis.fit());
+        QVERIFY2(errors.contains("V / S 2.75") && errors.endsWith("factor 1.02 for n - p = 21)"), qPrintable(errors));
     }
 
     /// Nothing is calculated twice from the same inputs, and nothing that a check stops.
