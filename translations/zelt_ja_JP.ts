@@ -2890,22 +2890,6 @@ Do you want to replace it?</source>
         <translation>想定する試料での標準試料の割合。例: 1 0; 0.5 0.5。空欄なら各標準試料だけのものと等量の混合</translation>
     </message>
     <message>
-        <source>Non-equivalent method, linear background</source>
-        <translation>非等価法、バックグラウンドは直線</translation>
-    </message>
-    <message>
-        <source>Non-equivalent method, Victoreen background</source>
-        <translation>非等価法、バックグラウンドは Victoreen</translation>
-    </message>
-    <message>
-        <source>Four-points method, least squares</source>
-        <translation>4 点法、最小二乗</translation>
-    </message>
-    <message>
-        <source>Four-points method, exact</source>
-        <translation>4 点法、厳密</translation>
-    </message>
-    <message>
         <source>%1; edge %2 eV; references (valence): %3</source>
         <translation>%1。エッジ %2 eV。標準試料（価数）: %3</translation>
     </message>
