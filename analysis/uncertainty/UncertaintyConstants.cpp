@@ -3,8 +3,11 @@
 #include "analysis/uncertainty/LeastSquaresBasis.h"
 
 #include <algorithm>
+#include <cmath>
+#include <cstddef>
 #include <limits>
 #include <numeric>
+#include <utility>
 
 using Vector = std::vector<double>;
 
@@ -51,12 +54,57 @@ std::vector<Vector> backgroundColumns(NonEquivalentBackground background, const 
     return columns;
 }
 
+/// Where the largest value of the rows from `first` on stands: row and point.
+std::pair<std::size_t, std::size_t> pivotOf(const std::vector<Vector> &rows, std::size_t first)
+{
+    std::pair<std::size_t, std::size_t> best(first, 0);
+    for (std::size_t i = first; i < rows.size(); ++i) {
+        for (std::size_t k = 0; k < rows[i].size(); ++k) {
+            if (std::abs(rows[i][k]) > std::abs(rows[best.first][best.second]))
+                best = {i, k};
+        }
+    }
+    return best;
+}
+
+/// N T by elimination with full pivoting, from the orthonormal rows N^T.
+ResidualBasis residualBasis(const std::vector<Vector> &complement)
+{
+    ResidualBasis basis;
+    if (complement.empty())
+        return basis;
+    std::vector<Vector> rows = complement;
+    for (std::size_t i = 0; i < rows.size(); ++i) {
+        const auto [row, point] = pivotOf(rows, i); // points of earlier rows are 0 from here on
+        std::swap(rows[i], rows[row]);
+        basis.own[i] = point;
+        const double pivot = rows[i][point];
+        for (double &value : rows[i])
+            value /= pivot;
+        for (std::size_t j = 0; j < rows.size(); ++j) {
+            const double factor = j == i ? 0.0 : rows[j][point];
+            for (std::size_t k = 0; k < rows[j].size(); ++k)
+                rows[j][k] -= factor * rows[i][k];
+        }
+    }
+    const auto end = basis.own.begin() + static_cast<std::ptrdiff_t>(rows.size());
+    for (std::size_t k = 0; k < rows[0].size(); ++k) {
+        const bool isShared = std::find(basis.own.begin(), end, k) == end;
+        for (std::size_t i = 0; i < rows.size(); ++i) {
+            if (isShared)
+                basis.weights[basis.sharedCount][i] = rows[i][k];
+            for (const Vector &vector : complement)
+                basis.back[k][i] += vector[k] * vector[basis.own[i]];
+        }
+        if (isShared)
+            basis.shared[basis.sharedCount++] = k;
+    }
+    return basis;
+}
+
 void setResiduals(const LeastSquaresBasis &basis, UncertaintyConstants *constants)
 {
-    for (std::size_t i = 0; i < basis.complement.size(); ++i) {
-        for (std::size_t k = 0; k < basis.complement[i].size(); ++k)
-            constants->residuals[k][i] = basis.complement[i][k];
-    }
+    constants->residuals = residualBasis(basis.complement);
     constants->degrees = static_cast<int>(basis.complement.size());
 }
 

@@ -36,11 +36,23 @@
 /// Misfit: z = N^T y holds what no values of the unknowns explain, its covariance is N^T diag(s^2) N, and
 /// chi^2 = z^T (N^T diag(s^2) N)^-1 z has n - p degrees of freedom although the fit is unweighted. For the
 /// least-squares variant these are the parts, orthogonal to S, of the residuals of the anchor points divided by c2.
+/// chi^2 is the same with any other basis N T of what X cannot describe. With T the inverse of n - p rows of N each of
+/// the points of these rows stands in one vector only, and only the p other points are in several: much less to sum.
+/// The new z is T^T z, and N z = P_own (T^T z) with those columns of P = N N^T that belong to these points.
 
 constexpr std::size_t mostUncertaintyPoints = mostNonEquivalentPoints;
 constexpr std::size_t mostDegrees = mostUncertaintyPoints - 3;
 using PointRow = std::array<double, mostUncertaintyPoints>; ///< one value per point; 0 beyond the last
 using ResidualRow = std::array<double, mostDegrees>;        ///< one value per degree of freedom
+
+/// What the columns of X cannot describe, in the basis N T.
+struct ResidualBasis {
+    std::array<std::size_t, mostDegrees> own = {};               ///< the points that stand, with 1, in one vector each
+    std::size_t sharedCount = 0;                                 ///< p
+    std::array<std::size_t, mostUncertaintyPoints> shared = {};  ///< the other points
+    std::array<ResidualRow, mostUncertaintyPoints> weights = {}; ///< one row per shared point
+    std::array<ResidualRow, mostUncertaintyPoints> back = {};    ///< P_own, one row per point
+};
 
 struct UncertaintyConstants {
     /// t dq/dy_k = factor (row[k] + (offset - v) dt/dy_k), where v is the valence itself or, in the four-points
@@ -55,15 +67,13 @@ struct UncertaintyConstants {
     int degrees = 0;      ///< n - p
     PointRow amount = {}; ///< B_k
     Quantity valence;
-    std::vector<Quantity> fractions;                               ///< one per reference
-    std::array<ResidualRow, mostUncertaintyPoints> residuals = {}; ///< N, one row per point
+    std::vector<Quantity> fractions; ///< one per reference
+    ResidualBasis residuals;
     bool isFourPoints = false;
     bool isInverse = false;   ///< dt/dy_k depends on the pixel: least squares with residuals
     double inverseNorm = 0.0; ///< 8 / W
 
     std::size_t count() const { return static_cast<std::size_t>(points); }
-    /// The points that have residuals: the V point, which is the last one, has none.
-    std::size_t residualCount() const { return isFourPoints ? count() - 1 : count(); }
 };
 
 /// The points stand in the order of the method's maps: all of them, or the anchor points and then the V point.

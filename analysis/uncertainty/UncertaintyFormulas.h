@@ -31,42 +31,54 @@ auto withDegrees(int degrees, Work work)
     }
 }
 
-/// chi^2 from the values y and variances s, one per point, and z = N^T y. M = N^T diag(s) N = L D L^T is decomposed in
-/// place: chi^2 = sum of (L^-1 z)_i^2 / D_i.
+/// chi^2 from the values y and variances s, one per point, and z = T^T N^T y. M, the covariance of z, is decomposed in
+/// place, two rows at once, which takes half as many divisions as one by one: with the 2 x 2 block B on the diagonal
+/// and the rows R below it, chi^2 = z_B^T B^-1 z_B + that of M - R B^-1 R^T and z - R B^-1 z_B.
 template <std::size_t Degrees, class Real>
 FLOKLUK_ALWAYS_INLINE void misfitOf(const UncertaintyConstants &c, const Real *y, const Real *s, Real *z,
                                     Real &chiSquare)
 {
     Real m[Degrees][Degrees] = {};
-    Real rest[Degrees] = {};
-    for (std::size_t k = 0; k < c.residualCount(); ++k) {
-        const ResidualRow &n = c.residuals[k];
+    Real rest[Degrees];
+#pragma GCC unroll 5
+    for (std::size_t i = 0; i < Degrees; ++i) {
+        rest[i] = y[c.residuals.own[i]];
+        m[i][i] = s[c.residuals.own[i]];
+    }
+    for (std::size_t k = 0; k < c.residuals.sharedCount; ++k) {
+        const std::size_t point = c.residuals.shared[k];
+        const ResidualRow &n = c.residuals.weights[k];
 #pragma GCC unroll 5
         for (std::size_t i = 0; i < Degrees; ++i) {
-            rest[i] += y[k] * n[i];
-            const Real scaled = s[k] * n[i];
+            rest[i] += y[point] * n[i];
+            const Real scaled = s[point] * n[i];
 #pragma GCC unroll 5
             for (std::size_t j = 0; j <= i; ++j)
                 m[i][j] += scaled * n[j];
         }
     }
-    chiSquare = Real{};
 #pragma GCC unroll 5
     for (std::size_t j = 0; j < Degrees; ++j)
         z[j] = rest[j];
+    chiSquare = Real{};
 #pragma GCC unroll 5
-    for (std::size_t j = 0; j < Degrees; ++j) {
-        const Real inverse = 1.0 / m[j][j];
-        chiSquare += rest[j] * rest[j] * inverse;
+    for (std::size_t j = 0; j + 1 < Degrees; j += 2) {
+        const Real inverse = 1.0 / (m[j][j] * m[j + 1][j + 1] - m[j + 1][j] * m[j + 1][j]);
+        const Real first = inverse * (m[j + 1][j + 1] * rest[j] - m[j + 1][j] * rest[j + 1]);
+        const Real second = inverse * (m[j][j] * rest[j + 1] - m[j + 1][j] * rest[j]);
+        chiSquare += rest[j] * first + rest[j + 1] * second;
 #pragma GCC unroll 5
-        for (std::size_t i = j + 1; i < Degrees; ++i) {
-            const Real l = m[i][j] * inverse;
-            rest[i] -= l * rest[j];
+        for (std::size_t i = j + 2; i < Degrees; ++i) {
+            const Real l = inverse * (m[i][j] * m[j + 1][j + 1] - m[i][j + 1] * m[j + 1][j]);
+            const Real r = inverse * (m[i][j + 1] * m[j][j] - m[i][j] * m[j + 1][j]);
+            rest[i] -= m[i][j] * first + m[i][j + 1] * second;
 #pragma GCC unroll 5
-            for (std::size_t h = j + 1; h <= i; ++h)
-                m[i][h] -= l * m[h][j];
+            for (std::size_t h = j + 2; h <= i; ++h)
+                m[i][h] -= l * m[h][j] + r * m[h][j + 1];
         }
     }
+    if constexpr (Degrees % 2 == 1)
+        chiSquare += rest[Degrees - 1] * rest[Degrees - 1] / m[Degrees - 1][Degrees - 1];
 }
 
 /// dt/dy_k of the least-squares variant from the values, z and the method's t.
@@ -87,7 +99,7 @@ FLOKLUK_ALWAYS_INLINE void inverseGradient(const UncertaintyConstants &c, const 
         gradient[k] = share * c.amount[k];
 #pragma GCC unroll 5
         for (std::size_t i = 0; i < Degrees; ++i)
-            gradient[k] += scaled[i] * c.residuals[k][i];
+            gradient[k] += scaled[i] * c.residuals.back[k][i];
     }
 }
 
