@@ -13,7 +13,6 @@
 #include <QLabel>
 #include <QStylePainter>
 
-#include <algorithm>
 #include <initializer_list>
 
 namespace

@@ -11,9 +11,9 @@ class MarkLine : public QObject
     Q_OBJECT
 
 public:
-    /// `kind` 0 is a vertical marker at an x value, any other a horizontal one at a y value. Without an `edit` the
-    /// marker makes (and owns) one that is never shown.
-    explicit MarkLine(int kind, QLineEdit *edit = nullptr, QObject *parent = nullptr);
+    /// `kindOfLine` 0 is a vertical marker at an x value, any other a horizontal one at a y value. Without a `field`
+    /// the marker makes (and owns) one that is never shown.
+    explicit MarkLine(int kindOfLine, QLineEdit *field = nullptr, QObject *parent = nullptr);
     ~MarkLine() override;
 
     /// The number in the line edit, 0 when it holds none; for a relative marker that is its offset.

@@ -18,7 +18,7 @@ constexpr double gentleBend = 0.5;    // cosine: sharper corners are left to the
 /// Whether strips of whole device pixels can be cut out.
 bool canBeCut(const QPainter &p)
 {
-    const QTransform device = p.deviceTransform();
+    const QTransform &device = p.deviceTransform();
     return p.pen().style() == Qt::SolidLine && p.paintEngine()->type() == QPaintEngine::Raster &&
            device.type() <= QTransform::TxScale && device.m11() > 0;
 }

@@ -1,7 +1,6 @@
 #include "import/Alignment.h"
 
 #include "import/ImportText.h"
-#include "import/InputFile.h"
 
 #include <algorithm>
 #include <cmath>

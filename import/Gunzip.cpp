@@ -1,7 +1,6 @@
 #include "import/Gunzip.h"
 
 #include "import/ImportText.h"
-#include "import/InputFile.h"
 
 #ifdef FLOKLUK_HAVE_ZLIB
 #include <zlib.h>

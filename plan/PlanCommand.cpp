@@ -6,7 +6,6 @@
 #include "plan/PlanFile.h"
 #include "plan/PlanPicture.h"
 #include "plan/PlanReport.h"
-#include "plan/PlanSamples.h"
 
 #include <QBuffer>
 #include <QFileInfo>

@@ -11,7 +11,6 @@
 #include <QJsonArray>
 #include <QVector>
 
-#include <algorithm>
 #include <cmath>
 
 namespace

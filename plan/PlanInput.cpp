@@ -121,10 +121,12 @@ void FieldReader::take(PlanField field, Number *target, PlanText rule, Condition
     if (!m_mistake.isEmpty() || m_fields[field].trimmed().isEmpty())
         return;
     const std::optional<double> value = numberIn(m_fields[field]);
-    if (value && isGood(*value))
-        *target = *value;
-    else
+    if (!value || !isGood(*value)) {
         fail(field, rule);
+        return;
+    }
+    const double number = *value;
+    *target = number; // which may be optional
 }
 
 QString FieldReader::read()

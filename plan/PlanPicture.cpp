@@ -4,7 +4,6 @@
 #include "display/Legend.h"
 #include "display/PlotFrame.h"
 #include "display/PlotNumbers.h"
-#include "display/RealRange.h"
 #include "plan/PlanSamples.h"
 #include "plan/PlanText.h"
 

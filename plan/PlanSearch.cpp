@@ -152,7 +152,10 @@ int PlanSearch::thinning(const PlanCriterion &criterion, int n) const
     const double most = m_hasVPoint ? 6000.0 : 60000.0;
     const auto candidates = static_cast<int>(m_energies.size());
     int every = 1;
-    while (binomial(candidates / every + 1, open) > most)
+    const auto steps = [candidates, &every] {
+        return candidates / every;
+    };
+    while (binomial(steps() + 1, open) > most)
         ++every;
     return criterion.most() < n ? candidates : every;
 }

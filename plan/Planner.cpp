@@ -221,7 +221,7 @@ std::variant<PlanResult, QString> Planner::run()
 
 std::variant<PlanResult, QString> planEnergies(const PlanRequest &request, const PlanProgress &progress)
 {
-    const QString mistake = planMistake(request);
+    QString mistake = planMistake(request);
     if (!mistake.isEmpty())
         return mistake;
     return Planner(request, progress).run();

@@ -96,9 +96,9 @@ std::vector<int> countsOfColumns(const ChCoord &cc, const HistogramBins &bins)
         const std::size_t at = direction > 0 ? k : counts.size() - 1 - k;
         const int column = all.first + static_cast<int>(at);
         reached = firstEdge(reached, column, false);
-        const int first = std::max(reached - 1, 0); // the box that reaches into the column
-        const int behind = std::min(firstEdge(reached, column, true), bins.n);
-        counts[at] = bins.largestCount(first, behind);
+        const int begin = std::max(reached - 1, 0); // the box that reaches into the column
+        const int end = std::min(firstEdge(reached, column, true), bins.n);
+        counts[at] = bins.largestCount(begin, end);
     }
     return counts;
 }

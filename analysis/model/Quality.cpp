@@ -63,10 +63,12 @@ const numeric::Plane *standardErrors(const UncertaintyMap &map, int position)
 std::vector<const A2DData *> Quality::mapsNow(const AnalysisInput &now)
 {
     m_problem.clear();
-    std::vector<const A2DData *> maps;
-    if (!m_analysis.run())
+    if (!m_analysis.run()) {
         m_problem = translated(QT_TRANSLATE_NOOP("FourPs", "There is no result map yet."));
-    else if ((maps = mapsOf(*m_analysis.run(), now)).empty())
+        return {};
+    }
+    std::vector<const A2DData *> maps = mapsOf(*m_analysis.run(), now);
+    if (maps.empty())
         m_problem =
             translated(QT_TRANSLATE_NOOP("FourPs", "The maps have changed since the calculation; press Calc. first."));
     return maps;

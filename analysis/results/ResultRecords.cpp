@@ -3,7 +3,6 @@
 #include <algorithm>
 #include <new>
 #include <utility>
-#include <vector>
 
 namespace
 {

@@ -8,7 +8,6 @@
 
 #include <algorithm>
 #include <cmath>
-#include <limits>
 #include <numeric>
 
 using Vector = std::vector<double>;
@@ -126,7 +125,7 @@ double refined(const ShiftedFit &fit, double middle)
 bool hasRival(const Profile &profile, double margin)
 {
     const double bound = profile.values[profile.smallest] + margin;
-    const auto beyondRise = [&](auto from, auto to) {
+    const auto beyondRise = [&](const auto &from, const auto &to) {
         const auto rise = std::find_if(from, to, [bound](double value) { return value > bound; });
         return std::any_of(rise, to, [bound](double value) { return value < bound; });
     };

@@ -1,6 +1,5 @@
 #include "analysis/uncertainty/LeastSquaresBasis.h"
 
-#include <algorithm>
 #include <cmath>
 #include <cstddef>
 #include <numeric>

@@ -2,7 +2,6 @@
 
 #include "analysis/uncertainty/UncertaintyFormulas.h"
 
-#include <algorithm>
 #include <cmath>
 #include <cstddef>
 #include <limits>

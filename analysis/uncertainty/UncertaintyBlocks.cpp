@@ -3,7 +3,6 @@
 #include "analysis/uncertainty/UncertaintyFormulas.h"
 
 #include <limits>
-#include <utility>
 
 using numeric::InstructionSet;
 using numeric::Lanes2;
