@@ -40,10 +40,10 @@ const Option optionTable[] = {
 
 void addOptions(QCommandLineParser *parser)
 {
-    parser->setApplicationDescription(
-        QStringLiteral("Runs analyses of X-ray absorption maps from job files (JSON), without a window. "
-                       "Exit code: 0 done, 1 the analysis refused, 2 a job is wrong, 3 a result could not be written; "
-                       "of several jobs the largest."));
+    parser->setApplicationDescription(QStringLiteral(
+        "Runs analyses of X-ray absorption maps from job files (JSON), without a window. "
+        "Exit code: 0 done, 1 the inputs cannot be right or the analysis refused, 2 a job is wrong, 3 a result "
+        "could not be written; of several jobs the largest."));
     parser->addPositionalArgument(QStringLiteral("JOB.json"), QStringLiteral("The jobs, run in this order."),
                                   QStringLiteral("JOB.json ..."));
     for (const Option &option : optionTable) {
