@@ -51,7 +51,7 @@ QStringList dimensionNames(const Hdf5File &file, const QString &group, const Hdf
 Hdf5Dataset signalOf(const Hdf5File &file, const QString &group)
 {
     const QString named = file.attribute(group, "signal").value(0);
-    const Hdf5Dataset direct = named.isEmpty() ? Hdf5Dataset() : file.dataset(inGroup(group, named));
+    Hdf5Dataset direct = named.isEmpty() ? Hdf5Dataset() : file.dataset(inGroup(group, named));
     if (direct.exists())
         return direct;
     for (const QString &name : file.children(group)) {
@@ -128,18 +128,18 @@ Hdf5Layout findNexus(const Hdf5File &file, const QString &wanted)
     if (!wanted.isEmpty() && isOfClass(file, parentOf(wanted), "NXdata"))
         return nexusData(file, parentOf(wanted), wanted);
     for (const QString &entry : file.children(QStringLiteral("/"))) {
-        const QString path = inGroup(QStringLiteral("/"), entry);
-        if (!isOfClass(file, path, "NXentry") ||
-            file.text(inGroup(path, QStringLiteral("definition"))) != QLatin1String("NXstxm"))
+        const QString home = inGroup(QStringLiteral("/"), entry);
+        if (!isOfClass(file, home, "NXentry") ||
+            file.text(inGroup(home, QStringLiteral("definition"))) != QLatin1String("NXstxm"))
             continue;
-        QStringList groups = file.children(path);
-        const QString preferred = file.attribute(path, "default").value(0);
+        QStringList groups = file.children(home);
+        const QString preferred = file.attribute(home, "default").value(0);
         if (groups.removeAll(preferred) > 0)
             groups.prepend(preferred);
         for (const QString &group : qAsConst(groups)) {
-            if (!isOfClass(file, inGroup(path, group), "NXdata"))
+            if (!isOfClass(file, inGroup(home, group), "NXdata"))
                 continue;
-            const Hdf5Layout layout = nexusData(file, inGroup(path, group), QString());
+            const Hdf5Layout layout = nexusData(file, inGroup(home, group), QString());
             if (!layout.name.isEmpty())
                 return layout;
         }

@@ -9,8 +9,6 @@
 #include <QDir>
 #include <QTextStream>
 
-#include <iterator>
-
 namespace
 {
 

@@ -1,7 +1,5 @@
 #include "import/Import.h"
 #include "import/ImportRun.h"
-#include "import/ImportText.h"
-#include "import/InputFile.h"
 #include "import/MapWriter.h"
 #include "numeric/JsonArray.h"
 #include "numeric/Sha256.h"

@@ -4,7 +4,7 @@
 #include <QStringList>
 
 #ifdef FLOKLUK_HAVE_HDF5
-#include <hdf5.h>
+#include <hdf5.h> // IWYU pragma: keep
 #endif
 #ifdef FLOKLUK_HAVE_TIFF
 #include <tiffio.h>
