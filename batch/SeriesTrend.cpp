@@ -41,6 +41,12 @@ enum class Source { Target, Fit, Material };
 
 struct Fractions {
     QVector<double> values, errors;
+
+    /// Whether there is anything to draw: of a fit that came to nothing no number is left.
+    bool isKnown() const
+    {
+        return std::any_of(values.begin(), values.end(), [](double value) { return std::isfinite(value); });
+    }
 };
 
 Fractions fractionsFrom(const QJsonObject &report, Source source)
@@ -65,7 +71,7 @@ Source sourceOf(const QVector<SeriesRow> &rows)
 {
     for (const Source source : {Source::Target, Source::Fit}) {
         for (const SeriesRow &row : rows) {
-            if (!fractionsFrom(row.report, source).values.isEmpty())
+            if (fractionsFrom(row.report, source).isKnown())
                 return source;
         }
     }
@@ -235,10 +241,9 @@ Trend trendOf(const QVector<SeriesRow> &rows)
         if (trend.xTitle.isEmpty())
             trend.xTitle = row.job.xTitle;
         const Fractions fractions = fractionsFrom(row.report, source);
-        if (fractions.values.isEmpty() || (hasX && !row.job.x)) {
+        if (!fractions.isKnown() || (hasX && !row.job.x)) {
             trend.warnings << QStringLiteral("%1 is not in the picture: it has no %2")
-                                  .arg(row.job.fileName,
-                                       QLatin1String(fractions.values.isEmpty() ? "fractions" : "\"x\""));
+                                  .arg(row.job.fileName, QLatin1String(fractions.isKnown() ? "\"x\"" : "fractions"));
             continue;
         }
         const QJsonArray references = row.report.value("references").toArray();

@@ -325,9 +325,9 @@ private slots:
             return made;
         };
         QVERIFY(!parseJob("{\"x\": \"a\"}", "").job.x);
-        const Trend byX = trendOf({row(7, 0.25), row({}, 0.5), row(3, 0.75), SeriesRow()});
+        const Trend byX = trendOf({row(7, 0.25), row({}, 0.5), row(5, qQNaN()), row(3, 0.75), SeriesRow()});
         QVERIFY(byX.xTitle == "t / h" && byX.curves.size() == 2 && byX.curves[0].name == "FeO");
-        QCOMPARE(byX.warnings.size(), 2);
+        QCOMPARE(byX.warnings.size(), 3);
         QVERIFY(byX.curves[0].points[0].x == 3 && byX.curves[0].points[0].fraction == 0.75);
         QVERIFY(byX.curves[0].points[1].error == 0.01 && std::isnan(byX.curves[1].points[1].error));
         const Trend byNumber = trendOf({row({}, 0.25), SeriesRow(), row({}, 0.5)});
