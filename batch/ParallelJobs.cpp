@@ -91,14 +91,16 @@ public:
 
     QVector<SeriesRow> run()
     {
-        startNext();
-        while (m_printed < m_processes.size())
+        startSome(); // here alone: where jobs ended one within the other, many wrong ones would fill the stack
+        while (m_printed < m_processes.size()) {
             m_loop.processEvents(QEventLoop::WaitForMoreEvents);
+            startSome();
+        }
         return m_rows;
     }
 
 private:
-    void startNext();
+    void startSome();
     void start(std::size_t i);
     void abandon(std::size_t i);
     void finish(std::size_t i, int code);
@@ -125,7 +127,8 @@ private:
     int m_running = 0;
 };
 
-void Pool::startNext()
+/// As many as may run at once.
+void Pool::startSome()
 {
     while (m_running < m_options.processes && m_next < m_processes.size())
         start(m_next++);
@@ -185,7 +188,6 @@ void Pool::finish(std::size_t i, int code)
     m_isDone[i] = true;
     --m_running;
     print();
-    startNext();
 }
 
 /// What a process has said, as far as its lines are whole: those of several would run into each other.
