@@ -1,6 +1,7 @@
 #include "batch/SeriesTable.h"
 
 #include <QFileInfo>
+#include <QHash>
 #include <QJsonArray>
 #include <QRegularExpression>
 
@@ -221,6 +222,7 @@ QVector<double> fractionsOf(const QJsonObject &target)
 QByteArray seriesTable(const QVector<SeriesRow> &rows)
 {
     QStringList columns, regionColumns;
+    QHash<QString, int> places; // of the columns of regions, of which there can be many thousands
     QVector<QStringList> lines;
     QVector<Cells> regions;
     for (const SeriesRow &row : rows) {
@@ -237,17 +239,18 @@ QByteArray seriesTable(const QVector<SeriesRow> &rows)
         lines << cells.texts;
         regions << ofRegions;
         for (const QString &column : qAsConst(ofRegions.columns)) {
-            if (!regionColumns.contains(column))
-                regionColumns << column;
+            if (places.contains(column))
+                continue;
+            places.insert(column, regionColumns.size());
+            regionColumns << column;
         }
     }
     QString table = lineOf(columns + regionColumns);
     for (int i = 0; i < lines.size(); ++i) {
-        for (const QString &column : qAsConst(regionColumns)) {
-            const int place = regions[i].columns.indexOf(column);
-            lines[i] << (place < 0 ? QString() : regions[i].texts[place]);
-        }
-        table += lineOf(lines[i]);
+        QVector<QString> cells(regionColumns.size());
+        for (int k = 0; k < regions[i].columns.size(); ++k)
+            cells[places.value(regions[i].columns[k])] = regions[i].texts[k];
+        table += lineOf(lines[i] + QStringList(cells.toList()));
     }
     return table.toUtf8();
 }
