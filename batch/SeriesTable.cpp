@@ -1,10 +1,13 @@
 #include "batch/SeriesTable.h"
 
+#include "analysis/methods/FourPoints.h"
+
 #include <QFileInfo>
 #include <QHash>
 #include <QJsonArray>
 #include <QRegularExpression>
 
+#include <algorithm>
 #include <cmath>
 #include <limits>
 
@@ -51,10 +54,52 @@ public:
     QStringList texts;
 };
 
+const QLatin1String fourPoints("four-points");
+
 /// Whether the amounts of the report's map and regions are t/ts.
 bool isFourPoints(const QJsonObject &report)
 {
-    return report.value("map").toObject().value("method").toString() == QLatin1String("four-points");
+    return report.value("map").toObject().value("method").toString() == fourPoints;
+}
+
+/// Of the map, else of the target; empty where neither was calculated.
+QString methodOf(const QJsonObject &report)
+{
+    const QJsonObject target = report.value("target").toObject();
+    const QString ofMap = report.value("map").toObject().value("method").toString();
+    if (!ofMap.isEmpty() || target.contains("fourPoints"))
+        return ofMap.isEmpty() ? QString(fourPoints) : ofMap;
+    return target.contains("nonEquivalent") ? QStringLiteral("non-equivalent") : QString();
+}
+
+/// What tells runs of one method apart: how four points are solved, or the background of the non-equivalent method.
+QString variantOf(const SeriesRow &row)
+{
+    const QString method = methodOf(row.report);
+    const QJsonObject settings = row.report.value("settings").toObject();
+    const auto isSet = [&settings](const char *name) {
+        return settings.value(QLatin1String(name)).toBool();
+    };
+    if (method.isEmpty())
+        return QString();
+    if (method != fourPoints)
+        return isSet("NonEquivBGLinear") ? QStringLiteral("linear") : QStringLiteral("Victoreen");
+    const bool isOfMap = isFourPoints(row.report);
+    const auto points =
+        std::count_if(row.job.energies.begin(), row.job.energies.end(), [isOfMap](const Job::Energy &energy) {
+            return energy.use && !(isOfMap && energy.map.isEmpty());
+        });
+    switch (chooseFourPoints(static_cast<int>(points), isSet("TypeTMKisExact"), isSet("TypeTMKisLS"))) {
+    case FourPointsVariant::ThreePoint:
+        return QStringLiteral("three points");
+    case FourPointsVariant::Exact:
+        return QStringLiteral("exact");
+    case FourPointsVariant::LeastSquares:
+        return QStringLiteral("least squares");
+    case FourPointsVariant::None:
+        break;
+    }
+    return QString();
 }
 
 QString nameOf(const QJsonValue &file)
@@ -64,17 +109,12 @@ QString nameOf(const QJsonValue &file)
 
 void addNames(const SeriesRow &row, Cells *cells)
 {
-    const QJsonObject map = row.report.value("map").toObject(), target = row.report.value("target").toObject();
-    QString method = map.value("method").toString();
-    if (method.isEmpty() && target.contains("fourPoints"))
-        method = QStringLiteral("four-points");
-    if (method.isEmpty() && target.contains("nonEquivalent"))
-        method = QStringLiteral("non-equivalent");
+    const QJsonObject target = row.report.value("target").toObject();
     cells->add("job", row.job.fileName);
     cells->add("x", row.job.x.value_or(std::numeric_limits<double>::quiet_NaN()));
     cells->add("outcome", static_cast<double>(row.code));
     cells->add("errors", row.errors.join(QLatin1String("; ")));
-    cells->add("method", method);
+    cells->add("method", methodOf(row.report));
     const QJsonArray references = row.report.value("references").toArray();
     for (int j = 0; j < Job::maxReferences; ++j)
         cells->add(QStringLiteral("reference%1").arg(j + 1), nameOf(references.at(j).toObject().value("file")));
@@ -119,8 +159,9 @@ void addMap(const QJsonObject &report, Cells *cells)
 }
 
 /// What came to the table later: it stands behind the columns that were there before.
-void addLater(const QJsonObject &report, Cells *cells)
+void addLater(const SeriesRow &row, Cells *cells)
 {
+    const QJsonObject &report = row.report;
     const QJsonObject lcf = fitOf(report), lcfErrors = lcf.value("errors").toObject(), target = targetOf(report),
                       material = materialOf(report),
                       amount = report.value("map").toObject().value("quantities").toObject().value("Amount").toObject();
@@ -132,6 +173,7 @@ void addLater(const QJsonObject &report, Cells *cells)
     const bool isRatio = isFourPoints(report);
     cells->addT("map_t_over_ts", isRatio, amount.value("materialMean"), material.value("amountError"));
     cells->add("map_t_over_ts_median", isRatio ? amount.value("materialMedian") : QJsonValue());
+    cells->add("method_variant", variantOf(row));
 }
 
 void addRegions(const QJsonObject &report, Cells *cells)
@@ -233,7 +275,7 @@ QByteArray seriesTable(const QVector<SeriesRow> &rows)
         const QStringList sentences = warningsOf(row);
         cells.add("warnings", static_cast<double>(sentences.size()));
         cells.add("warning_texts", sentences.join(QLatin1String("; ")));
-        addLater(row.report, &cells);
+        addLater(row, &cells);
         addRegions(row.report, &ofRegions);
         columns = cells.columns;
         lines << cells.texts;

@@ -297,6 +297,7 @@ private slots:
                     cell(2, of + "t_error").isEmpty() && cell(2, of + "t_over_ts").isEmpty() == (of == "core: "));
         QCOMPARE(cell(2, "target_fraction1").toDouble() + cell(2, "target_fraction2").toDouble(), 1.0);
         QVERIFY(cell(1, "core: valence").toDouble() > 2.0 && cell(2, "core: valence").isEmpty());
+        QVERIFY(cell(1, "method_variant") == "linear" && cell(2, "method_variant") == "least squares");
         QVERIFY(cell(3, "outcome") == "2" && cell(3, "errors").contains("no such file"));
         QVERIFY(cell(1, "x") == "2.5" && cell(2, "x").isEmpty() && cell(2, "warnings") == "0");
         QVERIFY(cell(5, "warnings") == "1" &&
