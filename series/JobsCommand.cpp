@@ -47,6 +47,31 @@ int writeJobs(const QVector<FolderJob> &jobs, const QString &out, QTextStream *e
     return set.publish() ? Done : fail(CannotWrite, {set.problem()}, err);
 }
 
+/// `words`: the template and folders.
+int makeJobs(QStringList words, const QString &into, bool isRelative, QTextStream *out, QTextStream *err)
+{
+    const QString templateFile = words.takeFirst();
+    QStringList problems;
+    const QStringList folders = foldersOf(words, &problems);
+    if (!problems.isEmpty())
+        return fail(Refused, problems, err);
+    FolderJobs made = jobsFromTemplate(templateFile, folders, into);
+    for (const QString &problem : made.problems)
+        problems << (made.isTemplateBad ? templateFile + QLatin1String(": ") : QString()) + problem;
+    if (!problems.isEmpty())
+        return fail(made.isTemplateBad ? Wrong : Refused, problems, err);
+    for (FolderJob &job : made.jobs) {
+        if (isRelative)
+            job.job = withPathsFrom(into, job.job);
+    }
+    const int code = writeJobs(made.jobs, into, err);
+    for (const FolderJob &job : made.jobs) {
+        if (code == Done)
+            *out << job.file << '\n';
+    }
+    return code;
+}
+
 } // namespace
 
 int runJobsCommand(const QStringList &arguments, QTextStream *out, QTextStream *err)
@@ -72,32 +97,19 @@ int runJobsCommand(const QStringList &arguments, QTextStream *out, QTextStream *
     parser.addOption(version);
     if (!parser.parse(arguments))
         return fail(Wrong, {parser.errorText() + QLatin1String("; flokluk-jobs --help says more")}, err);
-    if (parser.isSet(help) || parser.isSet(version)) {
+    const QStringList words = parser.positionalArguments();
+    int code = Done;
+    if (parser.isSet(help) || parser.isSet(version))
         *out << (parser.isSet(help) ? parser.helpText()
                                     : versionLine(QStringLiteral("flokluk-jobs")) + QLatin1Char('\n'));
-        return Done;
-    }
-    QStringList words = parser.positionalArguments();
-    if (words.size() < 2)
+    else if (words.size() < 2)
         return fail(Wrong, {QStringLiteral("a template and a folder are needed; flokluk-jobs --help says more")}, err);
-    const QString templateFile = words.takeFirst();
-    QStringList problems;
-    const QStringList folders = foldersOf(words, &problems);
-    if (!problems.isEmpty())
-        return fail(Refused, problems, err);
-    FolderJobs made = jobsFromTemplate(templateFile, folders, parser.value(into));
-    for (const QString &problem : made.problems)
-        problems << (made.isTemplateBad ? templateFile + QLatin1String(": ") : QString()) + problem;
-    if (!problems.isEmpty())
-        return fail(made.isTemplateBad ? Wrong : Refused, problems, err);
-    for (FolderJob &job : made.jobs) {
-        if (parser.isSet(relative))
-            job.job = withPathsFrom(parser.value(into), job.job);
-    }
-    const int code = writeJobs(made.jobs, parser.value(into), err);
-    for (const FolderJob &job : made.jobs) {
-        if (code == Done)
-            *out << job.file << '\n';
-    }
-    return code;
+    else if (parser.value(into).isEmpty())
+        return fail(Wrong, {QStringLiteral("--out wants a value; flokluk-jobs --help says more")}, err);
+    else
+        code = makeJobs(words, parser.value(into), parser.isSet(relative), out, err);
+    out->flush();
+    return out->status() == QTextStream::Ok
+               ? code
+               : fail(CannotWrite, {QStringLiteral("cannot write to standard output")}, err);
 }

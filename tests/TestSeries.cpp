@@ -253,6 +253,14 @@ private slots:
         QVERIFY(tables::writeBytes(m_sample.path("one.json"), edited(m_sample.text("template.json"), "{folder} => r")));
         QVERIFY(tables::writeBytes(m_sample.path("word.json"),
                                    edited(m_sample.text("template.json"), "{folder} => {fodler}")));
+        QString said;
+        QTextStream saidStream(&said);
+        QFile full("/dev/full");
+        QVERIFY(full.open(QIODevice::WriteOnly));
+        QTextStream fullStream(&full);
+        QCOMPARE(runJobsCommand({"flokluk-jobs", "--out=", "template.json", "scan_2"}, &fullStream, &saidStream), 2);
+        QCOMPARE(runJobsCommand({"flokluk-jobs", "--help"}, &fullStream, &saidStream), 3);
+        QVERIFY2(said.contains("--out wants") && said.contains("to standard output"), qPrintable(said));
         QVERIFY(tables::writeBytes(m_sample.path("bad.json"), "{\"references\": []}"));
         forRows<QString, QString, int, QString>(
             {{"as many as folders", "template.json", "scan_1*/ scan_2/", 0, "scan_10.5K.json\n"},
