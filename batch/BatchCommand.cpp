@@ -48,8 +48,7 @@ QVector<JobOrErrors> readJobs(const BatchOptions &options)
 /// The outcome of one job for whoever started this program.
 bool writeOutcome(const SeriesRow &row, const QString &path)
 {
-    numeric::OutputFile file(path);
-    return path.isEmpty() || (file.open() && file.write(seriesRowToJson(row)) && file.commit());
+    return path.isEmpty() || numeric::writeFile(path, seriesRowToJson(row));
 }
 
 SeriesRow runOne(const JobOrErrors &job, const BatchOptions &options, QTextStream *out, QTextStream *err)
@@ -88,8 +87,7 @@ QVector<SeriesRow> runAll(const QVector<JobOrErrors> &jobs, const BatchOptions &
 int writeSeries(const QVector<SeriesRow> &rows, const BatchOptions &options, QTextStream *err)
 {
     const auto write = [](const QString &path, const QByteArray &bytes) {
-        numeric::OutputFile file(path);
-        return path.isEmpty() || (!bytes.isEmpty() && file.open() && file.write(bytes) && file.commit());
+        return path.isEmpty() || (!bytes.isEmpty() && numeric::writeFile(path, bytes));
     };
     QStringList problems, warnings, written;
     if (!options.crate.isEmpty())

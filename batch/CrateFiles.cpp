@@ -123,8 +123,7 @@ void CrateFiles::copy(const QString &from, const QString &to)
 
 bool CrateFiles::publish(const QString &name, const QByteArray &contents)
 {
-    numeric::OutputFile file(QDir(m_folder).filePath(name), &m_files);
-    if (!file.open() || !file.write(contents) || !file.commit())
+    if (!numeric::writeFile(QDir(m_folder).filePath(name), contents, &m_files))
         m_problems << QStringLiteral("cannot write the crate %1").arg(m_folder);
     if (m_problems.isEmpty() && !m_files.publish())
         m_problems << m_files.problem();

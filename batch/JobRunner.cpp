@@ -284,8 +284,7 @@ bool Run::writeReport()
     if (m_job.report.isEmpty())
         return true;
     m_progress.stage(QStringLiteral("writing %1").arg(QFileInfo(m_job.report).fileName()));
-    numeric::OutputFile file(m_job.report, &m_files);
-    const bool isWritten = file.open() && file.write(QJsonDocument(m_result.report).toJson()) && file.commit();
+    const bool isWritten = numeric::writeFile(m_job.report, QJsonDocument(m_result.report).toJson(), &m_files);
     if (!isWritten)
         fail(JobOutcome::CannotWrite, QStringLiteral("cannot write the report %1").arg(m_job.report));
     return isWritten;

@@ -188,8 +188,7 @@ QString ImportRun::uniqueName(const QString &wanted) const
 
 bool ImportRun::writeText(const QString &name, const QByteArray &text)
 {
-    numeric::OutputFile file(pathOf(name));
-    if (file.open() && file.write(text) && file.commit()) {
+    if (numeric::writeFile(pathOf(name), text)) {
         m_result.files << name;
         return true;
     }

@@ -63,4 +63,10 @@ bool OutputFile::commit()
     return m_direct->error() == QFileDevice::NoError && !m_failed;
 }
 
+bool writeFile(const QString &path, const QByteArray &text, FileSet *set)
+{
+    OutputFile file(path, set);
+    return file.open() && file.write(text) && file.commit();
+}
+
 } // namespace numeric

@@ -42,4 +42,7 @@ private:
     bool m_failed = false;
 };
 
+/// A whole file at once, as an OutputFile of the set. False when it could not be written.
+[[nodiscard]] bool writeFile(const QString &path, const QByteArray &text, FileSet *set = nullptr);
+
 } // namespace numeric

@@ -112,8 +112,7 @@ void Command::showProgress(double done)
 
 bool Command::add(const QString &path, const QByteArray &bytes, const char *what)
 {
-    numeric::OutputFile file(path, &m_files);
-    if (path.isEmpty() || (!bytes.isEmpty() && file.open() && file.write(bytes) && file.commit()))
+    if (path.isEmpty() || (!bytes.isEmpty() && numeric::writeFile(path, bytes, &m_files)))
         return true;
     fail(PlanOutcome::CannotWrite, QStringLiteral("cannot write the %1 %2").arg(QLatin1String(what), path));
     return false;

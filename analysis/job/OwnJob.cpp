@@ -42,6 +42,5 @@ JobPlace placeForJob(const QString &path, const Job &job)
 
 bool writeOwnJob(const Job &job, const QString &path, numeric::FileSet *set)
 {
-    numeric::OutputFile file(path, set);
-    return file.open() && file.write(QJsonDocument(ownJob(job)).toJson()) && file.commit();
+    return numeric::writeFile(path, QJsonDocument(ownJob(job)).toJson(), set);
 }
