@@ -1,7 +1,9 @@
 #include "batch/Crate.h"
 
 #include "batch/CrateFiles.h"
+#include "batch/RunRecord.h"
 #include "numeric/FileIdentity.h"
+#include "numeric/Sha256.h"
 #include "version/Version.h"
 
 #include <QDateTime>
@@ -170,11 +172,15 @@ QString CrateWriter::describeResult(const QString &file, const QString &path, co
     return id;
 }
 
-/// The job, which is small: byte for byte what was run, so that it is no other file than the report says; its id.
+/// The job, which is small: as it is now, when the run may have been left out since it says the same; its id.
 QString CrateWriter::describeRecord(const SeriesRow &row, const CrateFiles::Places &places)
 {
-    const QJsonObject facts = row.report.value("inputs").toArray().at(0).toObject();
+    QJsonObject facts = row.report.value("inputs").toArray().at(0).toObject();
     const QString file = facts.value("path").toString();
+    facts.insert("size", static_cast<double>(QFileInfo(file).size()));
+    facts.insert("time", timeText(QFileInfo(file).lastModified()));
+    if (facts.contains("sha256"))
+        facts.insert("sha256", QString::fromLatin1(numeric::sha256OfFile(file)));
     QString text = QStringLiteral("%1%2: a record of what was run, with relative paths that start from %3.")
                        .arg(copiedFrom, file, QFileInfo(file).path());
     if (!row.job.report.isEmpty())

@@ -236,7 +236,11 @@ private slots:
         QCOMPARE(m_sample.text("again/four-points_3/four-points.dat"), m_sample.text("four-points.dat"));
         QCOMPARE(m_sample.run(arguments), 0); // over the copies
         QVERIFY(!QFileInfo::exists(m_sample.path("again/four-points_4")));
+        const QByteArray rewritten = m_sample.text("four-points.json") + "\n\n"; // which says the same
+        QVERIFY(tables::writeBytes(m_sample.path("four-points.json"), rewritten));
+        QCOMPARE(m_sample.run(arguments + QStringList("--skip-done")), 0);
         const QByteArray text = m_sample.text(metadata);
+        QVERIFY(text.contains("\"contentSize\": \"" + QByteArray::number(rewritten.size()) + '"'));
         for (const char *const kept : {"\"Mine\"", "\"@id\": \"https://l\"", "\"copyrightHolder\"", "\"@id\": \"#me\""})
             QVERIFY2(text.contains(kept), kept);
         QVERIFY(!text.contains("#license"));
