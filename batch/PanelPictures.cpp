@@ -10,7 +10,7 @@
 #include "display/DispMBase.h"
 #include "display/DisplayPicture.h"
 #include "display/HeaderMenu.h"
-#include "display/PopBase.h"
+#include "display/PopBase.h" // IWYU pragma: keep
 #include "numeric/HelperThreads.h"
 
 #include <QDir>

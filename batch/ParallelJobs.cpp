@@ -167,7 +167,7 @@ void Pool::start(std::size_t i)
 void Pool::abandon(std::size_t i)
 {
     m_processes[i]->disconnect();
-    m_processes[i].release(); // for ever
+    (void)m_processes[i].release(); // for ever
     finish(i, notStarted);
 }
 

@@ -5,9 +5,7 @@
 #include "analysis/uncertainty/SpectrumFit.h"
 #include "numeric/JsonArray.h"
 
-#include <algorithm>
 #include <cstddef>
-#include <limits>
 
 namespace
 {

@@ -5,7 +5,6 @@
 #include "display/Legend.h"
 #include "display/PlotFrame.h"
 #include "display/PlotNumbers.h"
-#include "display/RealRange.h"
 
 #include <QBuffer>
 #include <QCoreApplication>

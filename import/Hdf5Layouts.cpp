@@ -136,10 +136,10 @@ Hdf5Layout findNexus(const Hdf5File &file, const QString &wanted)
         const QString preferred = file.attribute(home, "default").value(0);
         if (groups.removeAll(preferred) > 0)
             groups.prepend(preferred);
-        for (const QString &group : qAsConst(groups)) {
-            if (!isOfClass(file, inGroup(home, group), "NXdata"))
+        for (const QString &child : qAsConst(groups)) {
+            if (!isOfClass(file, inGroup(home, child), "NXdata"))
                 continue;
-            const Hdf5Layout layout = nexusData(file, inGroup(home, group), QString());
+            const Hdf5Layout layout = nexusData(file, inGroup(home, child), QString());
             if (!layout.name.isEmpty())
                 return layout;
         }

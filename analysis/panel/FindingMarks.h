@@ -14,7 +14,7 @@ class Ui_FourPs;
 class FindingMarks
 {
 public:
-    FindingMarks(const Ui_FourPs &ui, const PanelInputs &inputs);
+    FindingMarks(const Ui_FourPs &form, const PanelInputs &inputs);
 
     void show(const QVector<Finding> &findings);
 

@@ -220,7 +220,7 @@ private:
     /// Shows one line that lasts until the next one.
     void showStatus(const QString &text);
     /// Tells what a step has to say.
-    const StepOutcome &report(const StepOutcome &outcome);
+    StepOutcome report(const StepOutcome &outcome);
     void calculateAll();
     void calculateDue();
     void recalculateQuietly() { m_recalculation.wanted(Recalculation::Wanted::Quietly); }

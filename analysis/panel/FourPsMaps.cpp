@@ -14,8 +14,6 @@
 #include <QFileInfo>
 #include <QInputDialog>
 
-#include <limits>
-
 void FourPs::connectMaps()
 {
     connect(ui.ResultMap, &DispMBase::draw, this, &FourPs::drawMap);

@@ -2,10 +2,10 @@
 
 #include "analysis/panel/FieldMarkers.h"
 #include "analysis/panel/FourPs.h"
-#include "controls/Field.h"
 #include "display/DispABase.h"
 #include "display/MouseC.h"
 #include "display/MouseRecording.h"
+#include "numeric/FieldText.h"
 
 #include <QApplication>
 

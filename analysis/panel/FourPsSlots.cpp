@@ -9,7 +9,6 @@
 #include "analysis/panel/FourPs.h"
 #include "analysis/panel/PanelJob.h"
 #include "analysis/panel/RegionsView.h"
-#include "analysis/results/ResultQuantities.h"
 #include "controls/Field.h"
 #include "controls/WaitCursor.h"
 #include "display/DispABase.h"
@@ -74,7 +73,7 @@ void FourPs::calcMap()
     const WaitCursor wait;
     QElapsedTimer timer;
     timer.start();
-    const StepOutcome &outcome = report(m_analysis.runMap(m_inputs.gather()));
+    const StepOutcome outcome = report(m_analysis.runMap(m_inputs.gather()));
     if (outcome.isDone) {
         showMapResults();
         const ResultRecords &results = m_analysis.results();
@@ -185,7 +184,7 @@ void FourPs::showFindings()
     m_findingMarks.show(findings(m_inputs.gather()));
 }
 
-const StepOutcome &FourPs::report(const StepOutcome &outcome)
+StepOutcome FourPs::report(const StepOutcome &outcome)
 {
     if (!outcome.message.isEmpty())
         message(outcome.message);

@@ -19,7 +19,7 @@ class Ui_FourPs;
 class PanelInputs
 {
 public:
-    explicit PanelInputs(const Ui_FourPs &ui);
+    explicit PanelInputs(const Ui_FourPs &form);
 
     /// Everything as it is set now. A text that is no number counts as 0.
     AnalysisInput gather() const;

@@ -129,7 +129,7 @@ QString ResultMapView::showQuality()
 
 QString ResultMapView::shownName() const
 {
-    const QString name = translated(quantityAt(quantity())->name);
+    QString name = translated(quantityAt(quantity())->name);
     if (m_kind == Kind::Value)
         return name;
     return m_kind == Kind::Error ? name + QStringLiteral(" ±") : translated(QT_TRANSLATE_NOOP("FourPs", "misfit"));
