@@ -167,7 +167,7 @@ void Pool::start(std::size_t i)
 void Pool::abandon(std::size_t i)
 {
     m_processes[i]->disconnect();
-    (void)m_processes[i].release(); // for ever
+    [[maybe_unused]] const QProcess *const forEver = m_processes[i].release();
     finish(i, notStarted);
 }
 

@@ -44,11 +44,11 @@ QStringList readTexts(hid_t type, hid_t space, Read read)
     if (H5Tis_variable_str(type) > 0) {
         H5Tset_size(memoryType, H5T_VARIABLE);
         std::vector<char *> pointers(texts, nullptr);
-        if (read(memoryType, reinterpret_cast<void *>(pointers.data())) < 0)
+        if (read(memoryType, static_cast<void *>(pointers.data())) < 0)
             return {};
         for (const char *const pointer : pointers)
             found << QString::fromUtf8(pointer);
-        H5Dvlen_reclaim(memoryType, space, H5P_DEFAULT, pointers.data());
+        H5Dvlen_reclaim(memoryType, space, H5P_DEFAULT, static_cast<void *>(pointers.data()));
         return found;
     }
     const std::size_t length = H5Tget_size(type);
